@@ -1,0 +1,75 @@
+// The case that the program works on: one patient's hip, measured, and what the model makes of it.
+#pragma once
+
+#include <QString>
+
+#include "model/hip_model.h"
+
+// The patient as shown, saved and printed. What is missing stands as "Unknown", comments as "No".
+struct PatientTexts {
+  QString name;         // surname, one blank, first name
+  QString sex;          // "M" or "F"
+  QString dateOfBirth;  // as typed
+  QString bodyWeight;   // as typed, kg
+  QString hip;          // "L" is the left hip, "D" the right
+  QString comments;     // as typed; lines end with LF
+};
+
+// What was measured on the radiograph, in the units that the model and the case file use. What each
+// length means stands at Sila::HipForceInputs.
+struct Geometry {
+  double lizm = 0.0;        // cm
+  double xizm = 0.0;        // cm
+  double zizm = 0.0;        // cm
+  double Cizm = 0.0;        // cm
+  double Hizm = 0.0;        // cm
+  double zasuk = 0.0;       // rad
+  double thetaCE = 0.0;     // rad
+  double headRadius = 0.0;  // m
+};
+
+// What the model found. Values keep their last computed state: after a refused case `rWb` and
+// `thetaR` are new and the stresses are those of the case before.
+struct Results {
+  double rWb = 0.0;       // resultant hip force over body weight
+  double thetaR = 0.0;    // degrees, its inclination
+  double thetaPol = 0.0;  // degrees, stress pole
+  double pmaxWb = 0.0;    // m^-2, peak stress over body weight
+  double pmax = 0.0;      // Pa, peak stress; not to be shown, saved or printed while weightUnknown
+};
+
+struct CaseRecord {
+  PatientTexts patient;
+  Geometry geometry;
+  double bodyWeight = 0.0;  // kg, as computed with; kAssumedBodyWeight while weightUnknown
+  bool weightUnknown = false;
+  Results results;
+
+  Sila::HipState model;  // working values of the last run
+};
+
+namespace Vse {
+
+inline constexpr double kAssumedBodyWeight = 60.0;  // kg, when the body weight is not known
+
+// What stands for missing patient data and for empty comments.
+inline constexpr QStringView kUnknown = u"Unknown";
+inline constexpr QStringView kNoComments = u"No";
+
+// Degrees to radians and back, with the force model's π.
+double DegreesToRadians(double degrees);
+double RadiansToDegrees(double radians);
+
+// The name as held: surname and first name, each trimmed, with one blank between; "Unknown" when
+// both are empty. A surname alone keeps the blank behind it.
+QString ComposeName(const QString& surname, const QString& firstName);
+
+// `text`, or `placeholder` where it is empty.
+QString TextOr(const QString& text, QStringView placeholder);
+
+// The whole model on the record's geometry and body weight: resultant force, its range check,
+// contact stress. `rWb` and `thetaR` are written in every case, the stresses only when the outcome
+// is Ok.
+Sila::HipOutcome RunModel(CaseRecord& record);
+
+}  // namespace Vse

@@ -1,0 +1,39 @@
+# What every target of ours is compiled with: telmarion_settings. Each flag with its reason.
+add_library(telmarion_settings INTERFACE)
+target_include_directories(telmarion_settings INTERFACE "${PROJECT_SOURCE_DIR}")
+
+target_compile_options(
+  telmarion_settings
+  INTERFACE
+    -Wall -Wextra -Wpedantic # the common ground of both compilers
+    -Wshadow # a second "theta" in an inner scope is how a formula goes wrong unseen
+    -Wconversion # a length must not lose digits on its way into another type
+    -Wsign-conversion # row counts and indices meet here
+    -Wdouble-promotion # the 3D view is single precision on purpose; widening must be written out
+    -Wold-style-cast # casts stay searchable
+    -Wnon-virtual-dtor # a widget deleted through its base would leak
+    -Woverloaded-virtual # a mistyped event handler would never be called
+    -Wnull-dereference # found by the optimiser where it can prove it
+    -Wformat=2 # format strings are checked against what they print
+    -Wimplicit-fallthrough # a missing break shows
+    # A fused multiply-add rounds once where the model rounds twice: without this the digits would
+    # depend on the processor.
+    -ffp-contract=off)
+
+if(TELMARION_WARNINGS_AS_ERRORS)
+  target_compile_options(telmarion_settings INTERFACE -Werror)
+endif()
+
+# Set by the presets "sanitize" and "coverage".
+set(TELMARION_SANITIZERS "" CACHE STRING "Sanitizers to build with, for example address,undefined")
+if(TELMARION_SANITIZERS)
+  target_compile_options(
+    telmarion_settings INTERFACE -fsanitize=${TELMARION_SANITIZERS} -fno-sanitize-recover=all
+                                 -fno-omit-frame-pointer)
+  target_link_options(telmarion_settings INTERFACE -fsanitize=${TELMARION_SANITIZERS})
+endif()
+option(TELMARION_COVERAGE "Count the lines that the tests run" OFF)
+if(TELMARION_COVERAGE)
+  target_compile_options(telmarion_settings INTERFACE --coverage -fprofile-abs-path)
+  target_link_options(telmarion_settings INTERFACE --coverage)
+endif()

@@ -1,0 +1,33 @@
+// The whole model for one hip: resultant force, the test whether the model covers it, contact
+// stress. Window and cohort program both go through here, so both give the same digits.
+#pragma once
+
+#include "model/contact_stress.h"
+#include "model/resultant_force.h"
+
+namespace Sila {
+
+struct HipInputs {
+  HipForceInputs force;     // geometry and body weight
+  double thetaCE = 0.0;     // rad, centre-edge angle
+  double headRadius = 0.0;  // m
+};
+
+enum class HipOutcome {
+  Ok,
+  OutOfRange,      // thetaR is negative or not a number; only the force was computed
+  NoPole,          // no stress pole balances this force; only the force is to be used
+  DivisionByZero,  // head radius of zero; only the force is to be used
+};
+
+// Results and working values of one run.
+struct HipState {
+  HipForce force;
+  Tlakm::ContactStress stress;  // of this run only when the outcome is not OutOfRange
+};
+
+// Ends for every input, numbers that are not finite included. `state` belongs to the caller and may
+// be used again for the next hip.
+HipOutcome ComputeHip(const HipInputs& inputs, HipState& state);
+
+}  // namespace Sila

@@ -1,0 +1,147 @@
+// Starting search for the stress pole, walked step by step and by a short cut that gives the same
+// bits.
+#include "model/pole_search.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <optional>
+
+namespace Tlakm {
+
+namespace {
+
+constexpr double kOrdinaryStart = -282.74333882310003 / 180.0;  // rad, −90·π/180
+constexpr double kOrdinaryStep = kPi / 2.0 / 1000.0;            // rad
+constexpr double kSteepStep = kPi / 2.0 / 100.0;                // rad
+
+using Residual = double (*)(const PoleAngles&, double);
+
+PoleBracket StartOf(double step, double direction) {
+  PoleBracket bracket;
+  bracket.poleStep = step;
+  bracket.direction = direction;
+  return bracket;
+}
+
+// Straight line through the last two residuals. The slope is taken over +step in both directions:
+// for the downward search that mirrors the estimate about `thetaL`. Deliberate; it only seeds
+// Newton's method.
+void SetEstimate(PoleBracket& bracket) {
+  bracket.found = true;
+  bracket.slope = (bracket.current - bracket.previous) / bracket.poleStep;
+  bracket.intercept = bracket.current - bracket.slope * bracket.thetaL;
+  bracket.estimate = -bracket.intercept / bracket.slope;
+}
+
+// Ends without a pole as soon as none can follow: the arc tangent stays within ±π/2, so beyond that
+// the residual keeps its sign; and an angle that no longer moves never reaches another one. A
+// residual of exactly 0 is no sign change and does not stop the walk.
+PoleBracket Walk(const PoleAngles& angles, Residual residual, double start, PoleBracket bracket) {
+  double theta = start;
+  for (;;) {
+    bracket.previous = bracket.current;
+    bracket.current = residual(angles, theta);
+    ++bracket.evaluations;
+    bracket.thetaL = theta;
+    theta += bracket.direction * bracket.poleStep;
+    if (bracket.previous * bracket.current < 0.0) break;
+    const bool passed = bracket.direction * (angles.thetaR + bracket.thetaL) > kPi / 2.0;
+    const bool stuck = theta == bracket.thetaL || !std::isfinite(bracket.current);
+    if (passed || stuck) return bracket;
+  }
+  SetEstimate(bracket);
+  return bracket;
+}
+
+// The grid of the ordinary search, with the rounding of its repeated addition. Reaches π/2, beyond
+// which no force with an inclination of at least 0 has its pole.
+constexpr std::size_t kGridPoints = 2002;
+constexpr std::array<double, kGridPoints> MakeGrid() {
+  std::array<double, kGridPoints> grid{};
+  double theta = kOrdinaryStart;
+  for (double& point : grid) {
+    point = theta;
+    theta += 1.0 * kOrdinaryStep;
+  }
+  return grid;
+}
+constexpr std::array<double, kGridPoints> kGrid = MakeGrid();
+
+// Where the ordinary pole lies, to less than half a step: with u = thetaR + pole the pole equation
+// holds S = thetaCE + thetaR alone. A least-squares fit; a guess, checked by the signs that it
+// leads to.
+double GuessPole(const PoleAngles& angles) {
+  const double s = angles.thetaCE + angles.thetaR;
+  const double u =
+      1.57016 + s * (-1.979877 + s * (-0.15307 + s * (1.272255 + s * (-0.68044 + s * 0.118066))));
+  return u - angles.thetaR;
+}
+
+// The first grid point at which the residual is positive, found from a guess in a few evaluations.
+// Empty where the short cut is not safe. It is safe because left of the root the residual increases
+// by at least a third of the angle, while its rounding, for `kClearOfBranch` and more from the
+// angle at which its denominator vanishes, is a millionth of that: every grid point before the two
+// that enclose the root is negative beyond doubt.
+constexpr double kClearOfBranch = 0.01;  // rad
+constexpr std::size_t kReach = 4;        // grid points to look at on either side of the guess
+
+std::optional<PoleBracket> JumpToPole(const PoleAngles& angles) {
+  if (!(angles.thetaR >= 0.0 && angles.thetaCE > -kPi)) return std::nullopt;
+  const double position = (GuessPole(angles) - kOrdinaryStart) / kOrdinaryStep;
+  if (!(position > 0.0 && position < static_cast<double>(kGridPoints - kReach))) {
+    return std::nullopt;
+  }
+  PoleBracket bracket = StartOf(kOrdinaryStep, 1.0);
+  const auto residualAt = [&](std::size_t k) {
+    ++bracket.evaluations;
+    return poleResidual(angles, kGrid[k]);
+  };
+
+  std::size_t k = static_cast<std::size_t>(position) + 1;
+  const std::size_t last = k + kReach;
+  bracket.previous = residualAt(k - 1);
+  bracket.current = residualAt(k);
+  while (bracket.current < 0.0 && k < last && k + 1 < kGridPoints) {
+    bracket.previous = bracket.current;
+    bracket.current = residualAt(++k);
+  }
+  const std::size_t first = k > kReach ? k - kReach : 1;
+  while (bracket.previous > 0.0 && k > first) {
+    bracket.current = bracket.previous;
+    bracket.previous = residualAt(--k - 1);
+  }
+
+  const bool clear = angles.thetaCE - kGrid[k] + kPi / 2.0 > kClearOfBranch;
+  if (!clear || !(bracket.previous < 0.0 && bracket.previous * bracket.current < 0.0)) {
+    return std::nullopt;
+  }
+  bracket.thetaL = kGrid[k];
+  return bracket;
+}
+
+}  // namespace
+
+bool HasNoPole(const PoleAngles& angles, PoleForm form) {
+  const double sum = angles.thetaR + angles.thetaCE;
+  if (!std::isfinite(sum)) return true;
+  return form == PoleForm::Ordinary ? -kPi <= sum && sum <= 0.0 : kPi <= sum && sum <= 2.0 * kPi;
+}
+
+PoleBracket WalkToPole(const PoleAngles& angles) {
+  return Walk(angles, poleResidual, kOrdinaryStart, StartOf(kOrdinaryStep, 1.0));
+}
+
+PoleBracket bracketPole(const PoleAngles& angles) {
+  std::optional<PoleBracket> bracket = JumpToPole(angles);
+  if (!bracket) return WalkToPole(angles);
+  SetEstimate(*bracket);
+  return *bracket;
+}
+
+PoleBracket bracketPoleSteep(const PoleAngles& angles) {
+  return Walk(angles, poleResidualSteep, kPi / 2.0 - angles.thetaCE, StartOf(kSteepStep, -1.0));
+}
+
+}  // namespace Tlakm

@@ -1,0 +1,97 @@
+// Numbers between text and double.
+#include "case/number_text.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/row_name.h"
+
+namespace {
+
+struct Typed {
+  const char* name;
+  std::string_view text;
+  std::optional<double> value;
+};
+
+class ReadNumber : public testing::TestWithParam<Typed> {};
+
+TEST_P(ReadNumber, GivesTheNumberOrRefuses) {
+  EXPECT_EQ(Vse::ReadNumber(GetParam().text), GetParam().value) << GetParam().text;
+}
+
+constexpr std::nullopt_t kRefused = std::nullopt;
+const std::string kLongZeros = "0." + std::string(400, '0') + "1";
+const std::string kLongDigits = std::string(400, '7');
+const std::string kLongComma = "1," + std::string(100, '5');
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, ReadNumber,
+    testing::Values(
+        Typed{"Point", "10.40", 10.4}, Typed{"Comma", "10,40", 10.4},
+        Typed{"Negative", "-3,5", -3.5}, Typed{"BlankBefore", " 12", 12.0},
+        Typed{"BlankBehind", "30 ", 30.0}, Typed{"OnlyFraction", ".5", 0.5},
+        Typed{"OnlyFractionComma", ",5", 0.5}, Typed{"OnlyInteger", "5.", 5.0},
+        Typed{"Plus", "+7", 7.0}, Typed{"Exponent", "1e3", 1000.0},
+        Typed{"ExponentSigned", "1,5E-3", 0.0015}, Typed{"ExponentAfterPoint", "5.e1", 50.0},
+        Typed{"MinusZeroIsZero", "-0", 0.0}, Typed{"Zeros", "000.500", 0.5},
+        Typed{"TooSmall", "1e-999", 0.0}, Typed{"TooSmallWithoutExponent", kLongZeros, 0.0},
+        Typed{"ZeroWithHugeExponent", "0e999", 0.0}, Typed{"LongComma", kLongComma, 14.0 / 9.0},
+        Typed{"Largest", "1.7976931348623157e308", 1.7976931348623157e308},
+        Typed{"TooLarge", "1e999", kRefused},
+        Typed{"TooLargeWithoutExponent", kLongDigits, kRefused},
+        Typed{"TooLargeNegativeMantissaZeros", "0.001e400", kRefused},
+        Typed{"EndlessExponent", "1e99999999999999999999", kRefused},
+        Typed{"EndlessSmallExponent", "1e-99999999999999999999", 0.0},
+        Typed{"TwoPoints", "1.2.3", kRefused}, Typed{"GroupPoint", "1.234,5", kRefused},
+        Typed{"GroupComma", "1,234.5", kRefused}, Typed{"Word", "abc", kRefused},
+        Typed{"Empty", "", kRefused}, Typed{"Blank", "  ", kRefused}, Typed{"Nan", "nan", kRefused},
+        Typed{"Inf", "inf", kRefused}, Typed{"NegativeInf", "-Infinity", kRefused},
+        Typed{"Hexadecimal", "0x10", kRefused}, Typed{"Currency", "$5", kRefused},
+        Typed{"Unit", "5 cm", kRefused}, Typed{"TwoSigns", "--5", kRefused},
+        Typed{"SignAlone", "-", kRefused}, Typed{"PointAlone", ".", kRefused},
+        Typed{"ExponentAlone", "e5", kRefused}, Typed{"ExponentEmpty", "5e", kRefused},
+        Typed{"ExponentSign", "5e+", kRefused}, Typed{"ExponentFraction", "5e1.5", kRefused},
+        Typed{"InnerBlank", "1 000", kRefused}, Typed{"BlankBehindSign", "- 5", kRefused}),
+    RowName());
+
+TEST(TruncateToDecimals, RoundsTowardsMinusInfinity) {
+  EXPECT_EQ(Vse::TruncateToDecimals(2.8719, 2), 2.87);
+  EXPECT_EQ(Vse::TruncateToDecimals(2.8719, 3), 2.871);
+  EXPECT_EQ(Vse::TruncateToDecimals(-3.456, 2), -3.46);
+  EXPECT_EQ(Vse::TruncateToDecimals(-0.001, 2), -0.01);
+  EXPECT_EQ(Vse::TruncateToDecimals(5.0, 2), 5.0);
+}
+
+struct Shown {
+  const char* name;
+  double value;
+  const char* text;
+};
+
+class NumberText : public testing::TestWithParam<Shown> {};
+
+TEST_P(NumberText, IsShortAndPlain) {
+  EXPECT_EQ(Vse::NumberText(GetParam().value, QLocale::c()).toStdString(), GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, NumberText,
+    testing::Values(Shown{"Whole", 30.0, "30"}, Shown{"Fraction", 10.4, "10.4"},
+                    Shown{"BelowOne", 0.5, "0.5"}, Shown{"Negative", -3.46, "-3.46"},
+                    Shown{"Zero", 0.0, "0"}, Shown{"MinusZero", -0.0, "0"},
+                    Shown{"FifteenDigits", 0.1 + 0.2, "0.3"},
+                    Shown{"Third", 1.0 / 3.0, "0.333333333333333"},
+                    Shown{"Pascal", 2066847.58429341, "2066847.58429341"},
+                    Shown{"SmallPlain", 0.0001, "0.0001"}, Shown{"SmallExponent", 0.00001, "1E-05"},
+                    Shown{"LargePlain", 123456789012345.0, "123456789012345"},
+                    Shown{"LargeExponent", 1e15, "1E+15"}, Shown{"Thousands", 12345.5, "12345.5"}),
+    RowName());
+
+TEST(NumberTextLocale, TakesTheSeparatorAndNothingElse) {
+  EXPECT_EQ(Vse::NumberText(8.47, QLocale("de_DE")).toStdString(), "8,47");
+  EXPECT_EQ(Vse::NumberText(1234567.5, QLocale("fr_FR")).toStdString(), "1234567,5");
+  EXPECT_EQ(Vse::NumberText(-1.5, QLocale("sl_SI")).toStdString(), "-1,5");
+  EXPECT_EQ(Vse::NumberText(1e-7, QLocale("de_DE")).toStdString(), "1E-07");
+}
+
+}  // namespace

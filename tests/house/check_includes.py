@@ -1,0 +1,79 @@
+"""Fails on an include that the rooms do not allow.
+
+Each folder is a room with a job of its own, and includes run one way. A change that needs a new arrow
+needs a thought first: does the code live in the right room?
+"""
+import pathlib
+import re
+import sys
+
+# Room: the rooms of ours that it may include.
+ALLOWED = {
+    "model": set(),
+    "case": {"model"},
+    "platform": set(),
+    "diagram": {"case", "platform"},
+    "caseform": {"case", "model", "diagram", "platform"},
+    "report": {"case", "diagram", "platform"},
+    "view3d": {"case", "platform"},
+    "batch": {"case", "model"},
+}
+EVERYTHING = {"app", "tests", "bench"}  # may include every room
+ROOMS = set(ALLOWED) | EVERYTHING
+
+# Toolkit headers that a room may use: none, those without windows, or all.
+TOOLKIT = {"model": "none", "case": "core", "batch": "core"}
+QT_CORE_ONLY = re.compile(
+    r"^(Qt|QtCore/.*|QAnyStringView|QByteArray\w*|QChar|QCoreApplication|QCryptographicHash|QDate|"
+    r"QDateTime|QDir|QDirIterator|QFile|QFileInfo|QIODevice|QLatin1Char|QLatin1String|QLocale|QList|"
+    r"QLockFile|QObject|QRegularExpression|QSaveFile|QStandardPaths|QString|QStringBuilder|"
+    r"QStringConverter|QStringDecoder|QStringEncoder|QStringList|QStringLiteral|QStringView|"
+    r"QSysInfo|QTemporaryDir|QTemporaryFile|QTextStream|QTime|QTimeZone|QVariant|QtGlobal|"
+    r"QtMath|QtNumeric|QtTypes)$"
+)
+INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
+STANDARD = re.compile(r"^[a-z_0-9]+$")  # <vector>, <cmath>: no slash, no ending
+
+
+def forbidden(room, quote, header):
+    """Why `room` may not include `header`; empty if it may."""
+    first = header.split("/")[0]
+    if quote == '"':
+        if "/" not in header or first not in ROOMS:
+            return "our own headers are included by their path from the top folder"
+        if first != room and room in ALLOWED and first not in ALLOWED[room]:
+            return f"{room}/ may not include {first}/"
+        return ""
+    if first in ROOMS and "/" in header:
+        return "our own headers are included with quotes"
+    toolkit = TOOLKIT.get(room, "all")
+    if toolkit == "none" and not STANDARD.match(header):
+        return f"{room}/ may include the C++ standard library only"
+    is_qt = re.match(r"^Q[A-Zt]", header)
+    if toolkit == "core" and is_qt and not QT_CORE_ONLY.match(header):
+        return f"{room}/ may use Qt Core only"
+    return ""
+
+
+def check(top):
+    """All forbidden includes below `top`, one line of text each."""
+    found = []
+    for room in sorted(ROOMS):
+        for path in sorted((top / room).rglob("*")):
+            if path.suffix not in {".h", ".cpp"}:
+                continue
+            for quote, header in INCLUDE.findall(path.read_text(encoding="utf-8")):
+                reason = forbidden(room, quote, header)
+                if reason:
+                    found.append(f"{path.relative_to(top)}: {header}: {reason}")
+    return found
+
+
+def main():
+    found = check(pathlib.Path(sys.argv[1]))
+    print("\n".join(found) or "every include follows the rooms")
+    return 1 if found else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
