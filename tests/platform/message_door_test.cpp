@@ -1,0 +1,86 @@
+// The door that people see shows the right box and reads the right answer.
+#include "platform/message_door.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
+#include <QTimer>
+#include <functional>
+
+namespace {
+
+// Runs `look` on the message box once it is open.
+void WhenOpen(std::function<void(QMessageBox&)> look) {
+  QTimer::singleShot(0, [look = std::move(look)] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    ASSERT_NE(box, nullptr);
+    look(*box);
+  });
+}
+
+void Press(QMessageBox& box, QMessageBox::StandardButton button) {
+  box.button(button)->click();
+}
+
+TEST(MessageDoor, ErrorHasExclamationAndOkAlone) {
+  DialogMessageDoor door;
+  WhenOpen([](QMessageBox& box) {
+    EXPECT_EQ(box.windowTitle(), "Error");
+    EXPECT_EQ(box.text(), "numeric value expected");
+    EXPECT_EQ(box.icon(), QMessageBox::Warning);
+    EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
+    EXPECT_TRUE(box.isModal());
+    Press(box, QMessageBox::Ok);
+  });
+  door.ShowError(nullptr, "numeric value expected", "Error");
+}
+
+TEST(MessageDoor, MarkupIsShownAsTyped) {
+  DialogMessageDoor door;
+  WhenOpen([](QMessageBox& box) {
+    EXPECT_EQ(box.textFormat(), Qt::PlainText);
+    Press(box, QMessageBox::Ok);
+  });
+  door.ShowError(nullptr, "<b>case</b>.txt", "Error");
+}
+
+TEST(MessageDoor, YesNoGivesTheAnswer) {
+  DialogMessageDoor door;
+  for (const auto& [button, answer] : {std::pair(QMessageBox::Yes, MessageDoor::Answer::Yes),
+                                       std::pair(QMessageBox::No, MessageDoor::Answer::No)}) {
+    WhenOpen([button = button](QMessageBox& box) {
+      EXPECT_EQ(box.icon(), QMessageBox::Question);
+      EXPECT_EQ(box.standardButtons(), QMessageBox::Yes | QMessageBox::No);
+      Press(box, button);
+    });
+    EXPECT_EQ(door.AskYesNo(nullptr, "Print results?", "TELMARION print"), answer);
+  }
+}
+
+TEST(MessageDoor, YesNoCancelGivesTheAnswer) {
+  DialogMessageDoor door;
+  for (const auto& [button, answer] :
+       {std::pair(QMessageBox::Yes, MessageDoor::Answer::Yes),
+        std::pair(QMessageBox::No, MessageDoor::Answer::No),
+        std::pair(QMessageBox::Cancel, MessageDoor::Answer::Cancel)}) {
+    WhenOpen([button = button](QMessageBox& box) {
+      EXPECT_EQ(box.icon(), QMessageBox::Question);
+      EXPECT_EQ(box.standardButtons(), QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+      Press(box, button);
+    });
+    EXPECT_EQ(door.AskYesNoCancel(nullptr, "Do you want to save data ?", "TELMARION New"), answer);
+  }
+}
+
+TEST(MessageDoor, CloseBoxMeansTheCautiousAnswer) {
+  DialogMessageDoor door;
+  WhenOpen([](QMessageBox& box) { box.close(); });
+  EXPECT_EQ(door.AskYesNo(nullptr, "Print results?", "TELMARION print"), MessageDoor::Answer::No);
+  WhenOpen([](QMessageBox& box) { box.close(); });
+  EXPECT_EQ(door.AskYesNoCancel(nullptr, "Do you want to save data ?", "TELMARION New"),
+            MessageDoor::Answer::Cancel);
+}
+
+}  // namespace
