@@ -1,0 +1,62 @@
+// The case file: one case as a small text file that a person can read. One labelled value a line;
+// every record after the header ends with LF CR LF.
+#pragma once
+
+#include <QByteArray>
+#include <QLocale>
+#include <QString>
+#include <optional>
+
+#include "case/case_entries.h"
+#include "case/case_record.h"
+
+namespace Vse {
+
+// Larger files are no case files.
+inline constexpr qint64 kLargestCaseFile = 1024 * 1024;  // bytes
+
+// The bytes of a case file: patient texts, geometry and results of the record as they stand,
+// numbers with the locale's separator, `date` (the short form) in the header. The peak stress is
+// left out while the weight is unknown.
+QByteArray ComposeCaseFile(const CaseRecord& record, const QString& date, const QLocale& locale);
+
+// Writes the case to `path`, replacing any file as a whole: on failure an older file stays as it
+// was. Gives the reason of a failure in the system's words, or an empty text.
+QString WriteCaseFile(const QString& path, const CaseRecord& record, const QString& date,
+                      const QLocale& locale);
+
+// What reading gives. Either `entries`, or why not.
+struct CaseFileContents {
+  enum class Problem { None, NotCorrectFile, Unreadable };
+  Problem problem = Problem::None;
+  QString reason;  // for Unreadable: what is wrong with the file, for the user
+
+  // Sex and hip are always chosen ("Unknown" reads as female and right), the units are cm, degree
+  // and m. `hasName` is false when the name holds no blank: surname and first name are to stay as
+  // they are.
+  CaseEntries entries;
+  bool hasName = false;
+};
+
+// Reads a whole case file; the results in it are left aside. Files whose line ends were changed on
+// the way (CR LF alone, LF alone, doubled) read to the same entries.
+CaseFileContents ReadCaseFile(const QString& path, const QLocale& locale);
+
+// The same from bytes in memory.
+CaseFileContents ParseCaseFile(const QByteArray& bytes, const QLocale& locale);
+
+// A record's value, from behind its 16-character label up to its last character, the LF. "Unknown"
+// gives an empty text. A line too short for both gives an empty text.
+QString FieldText(const QString& line);
+
+// The same without the three characters of a unit suffix (" cm", " kg", " m ").
+QString FieldNumberText(const QString& line);
+
+// Splits a name at its last blank: the surname keeps the blank. Empty when the name has no blank.
+struct NameParts {
+  QString surname;
+  QString firstName;
+};
+std::optional<NameParts> SplitName(const QString& name);
+
+}  // namespace Vse

@@ -1,0 +1,22 @@
+// The 8-bit text of case files.
+#pragma once
+
+#include <QByteArray>
+#include <QLocale>
+#include <QString>
+
+namespace Vse {
+
+// Name of the 8-bit Windows code page of the locale's language, as the toolkit's converters know
+// it: 1252 for Western Europe and wherever nothing else fits.
+const char* CodePageOf(const QLocale& locale);
+
+// The text in the locale's code page; the whole of it in UTF-8, without a mark, when any character
+// has no place there. No character is ever replaced.
+QByteArray EncodeText(const QString& text, const QLocale& locale);
+
+// Bytes that are valid UTF-8 are read as UTF-8 (a mark at the front is dropped), all others in the
+// locale's code page.
+QString DecodeText(const QByteArray& bytes, const QLocale& locale);
+
+}  // namespace Vse

@@ -1,0 +1,415 @@
+// The case file, byte for byte, and everything that can happen to it.
+#include "case/case_file.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "case/case_file_labels.h"
+#include "tests/support/row_name.h"
+
+void PrintTo(const QString& text, std::ostream* out) {
+  *out << '"' << text.toStdString() << '"';
+}
+
+namespace {
+
+using Vse::CaseFileContents;
+
+CaseRecord DefaultCase() {
+  CaseRecord record;
+  record.patient = {.name = "Surname Given",
+                    .sex = "F",
+                    .dateOfBirth = "15.11.1956",
+                    .bodyWeight = "70",
+                    .hip = "L",
+                    .comments = "No"};
+  record.geometry = {.lizm = 10.4,
+                     .xizm = 0.5,
+                     .zizm = 6.0,
+                     .Cizm = 4.4,
+                     .Hizm = 16.0,
+                     .zasuk = 0.0,
+                     .thetaCE = Vse::DegreesToRadians(30.0),
+                     .headRadius = 0.025};
+  record.bodyWeight = 70.0;
+  Vse::RunModel(record);
+  return record;
+}
+
+// The degree sign is one byte, B0, in every code page.
+const QByteArray kDefaultFile =
+    "TELMARION                                        15.11.2026\r\n"
+    "\n\r\n"
+    "Name          : Surname Given\n\r\n"
+    "Sex           : F\n\r\n"
+    "Date of birth : 15.11.1956\n\r\n"
+    "Body weight   : 70 kg\n\r\n"
+    "Hip           : L\n\r\n"
+    "Comments      : No\n\r\n"
+    "\n\r\n"
+    "lizm          = 10.4 cm\n\r\n"
+    "xizm          = 0.5 cm\n\r\n"
+    "zizm          = 6 cm\n\r\n"
+    "Cizm          = 4.4 cm\n\r\n"
+    "Hizm          = 16 cm\n\r\n"
+    "zasuk         = 0 \xB0  \n\r\n"
+    "theta-CE      = 30 \xB0  \n\r\n"
+    "radius of head= 0.025 m \n\r\n"
+    "\n\r\n"
+    "R/Wb          = 2.812\n\r\n"
+    "Theta-R       = 8.476 \xB0 \n\r\n"
+    "Pmax/Wb       = 3006.761 m^-2\n\r\n"
+    "Pmax = 2066847.58429341 Pa\n\r\n";
+
+CaseEntries DefaultEntries() {
+  CaseEntries entries;
+  entries.surname = "Surname ";
+  entries.firstName = "Given";
+  entries.sex = CaseEntries::Sex::Female;
+  entries.dateOfBirth = "15.11.1956";
+  entries.bodyWeight = "70";
+  entries.hip = CaseEntries::Hip::Left;
+  entries.comments = "No";
+  entries.measures = {{{"10.4", "cm"},
+                       {"0.5", "cm"},
+                       {"6", "cm"},
+                       {"4.4", "cm"},
+                       {"16", "cm"},
+                       {"0 ", "  °  "},
+                       {"30 ", "  °  "},
+                       {"0.025", "m"}}};
+  return entries;
+}
+
+QByteArray Compose(const CaseRecord& record, const QLocale& locale = QLocale::c()) {
+  return Vse::ComposeCaseFile(record, "15.11.2026", locale);
+}
+
+CaseFileContents Parse(const QByteArray& bytes, const QLocale& locale = QLocale::c()) {
+  return Vse::ParseCaseFile(bytes, locale);
+}
+
+void Put(const QString& path, const QByteArray& bytes) {
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  ASSERT_EQ(file.write(bytes), bytes.size());
+}
+
+QByteArray Get(const QString& path) {
+  QFile file(path);
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+  return file.readAll();
+}
+
+TEST(CaseFileWriter, WritesTheseBytes) {
+  EXPECT_EQ(Compose(DefaultCase()), kDefaultFile);
+}
+
+TEST(CaseFileWriter, LeavesOutThePeakStressOfAnUnknownWeight) {
+  CaseRecord record = DefaultCase();
+  record.weightUnknown = true;
+  record.patient.bodyWeight = "Unknown";
+  const QByteArray file = Compose(record);
+  EXPECT_TRUE(file.contains("Body weight   : Unknown kg\n\r\n"));
+  EXPECT_TRUE(file.endsWith("Pmax/Wb       = 3006.761 m^-2\n\r\n"));
+}
+
+TEST(CaseFileWriter, RoundsResultsTowardsMinusInfinity) {
+  CaseRecord record = DefaultCase();
+  record.results.rWb = 2.8719;
+  record.results.thetaR = -3.4561;
+  EXPECT_TRUE(Compose(record).contains("R/Wb          = 2.871\n\r\n"));
+  EXPECT_TRUE(Compose(record).contains("Theta-R       = -3.457 \xB0 \n\r\n"));
+}
+
+TEST(CaseFileWriter, WritesTheLocalesSeparator) {
+  const QByteArray file = Compose(DefaultCase(), QLocale("de_DE"));
+  EXPECT_TRUE(file.contains("lizm          = 10,4 cm\n\r\n"));
+  EXPECT_TRUE(file.contains("Pmax = 2066847,58429341 Pa\n\r\n"));
+}
+
+TEST(CaseFileWriter, LabelsAreSixteenWide) {
+  for (const QStringView label :
+       {Vse::kNameLabel, Vse::kSexLabel, Vse::kBirthLabel, Vse::kWeightLabel, Vse::kHipLabel,
+        Vse::kCommentsLabel, Vse::kRWbLabel, Vse::kThetaRLabel, Vse::kPmaxWbLabel}) {
+    EXPECT_EQ(label.size(), 16) << label.toString().toStdString();
+  }
+  for (const QStringView label : Vse::kMeasureLabels) EXPECT_EQ(label.size(), 16);
+  EXPECT_EQ(Vse::kPmaxLabel.size(), 7);
+}
+
+TEST(CaseFileReader, GivesTheEntries) {
+  const CaseFileContents contents = Parse(kDefaultFile);
+  EXPECT_EQ(contents.problem, CaseFileContents::Problem::None) << contents.reason.toStdString();
+  EXPECT_TRUE(contents.hasName);
+  EXPECT_TRUE(contents.entries == DefaultEntries());
+}
+
+TEST(CaseFileReader, DoesNotNeedTheResults) {
+  const CaseFileContents contents = Parse(kDefaultFile.left(kDefaultFile.indexOf("R/Wb")));
+  EXPECT_EQ(contents.problem, CaseFileContents::Problem::None);
+  EXPECT_TRUE(contents.entries == DefaultEntries());
+}
+
+TEST(CaseFileReader, UnknownReadsAsEmptySecondOptionAndRight) {
+  CaseRecord record = DefaultCase();
+  record.weightUnknown = true;
+  record.patient = {"Unknown", "Unknown", "Unknown", "Unknown", "Unknown", "No"};
+  const CaseFileContents contents = Parse(Compose(record));
+  EXPECT_FALSE(contents.hasName);
+  EXPECT_EQ(contents.entries.sex, CaseEntries::Sex::Female);
+  EXPECT_EQ(contents.entries.hip, CaseEntries::Hip::Right);
+  EXPECT_EQ(contents.entries.dateOfBirth, "");
+  EXPECT_EQ(contents.entries.bodyWeight, "");
+  EXPECT_EQ(contents.entries.comments, "No");
+}
+
+struct Name {
+  const char* name;
+  const char* held;
+  bool hasName;
+  const char* surname;
+  const char* firstName;
+};
+
+class CaseFileNames : public testing::TestWithParam<Name> {};
+
+TEST_P(CaseFileNames, TheLastBlankDecides) {
+  CaseRecord record = DefaultCase();
+  record.patient.name = GetParam().held;
+  const CaseFileContents contents = Parse(Compose(record));
+  EXPECT_EQ(contents.hasName, GetParam().hasName);
+  EXPECT_EQ(contents.entries.surname, GetParam().surname);
+  EXPECT_EQ(contents.entries.firstName, GetParam().firstName);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, CaseFileNames,
+                         testing::Values(Name{"Two", "Surname Given", true, "Surname ", "Given"},
+                                         Name{"Three", "van Berg Jan", true, "van Berg ", "Jan"},
+                                         Name{"SurnameAlone", "Berg ", true, "Berg ", ""},
+                                         Name{"FirstAlone", " Jan", true, " ", "Jan"},
+                                         Name{"NoBlank", "Berg", false, "", ""}),
+                         RowName());
+
+TEST(CaseFileNames, DoNotGrowBlanksOnRoundTrips) {
+  for (const char* held : {"Surname Given", "Berg ", " Jan", "van Berg Jan"}) {
+    const std::optional<Vse::NameParts> parts = Vse::SplitName(held);
+    ASSERT_TRUE(parts);
+    EXPECT_EQ(Vse::ComposeName(parts->surname, parts->firstName), held);
+  }
+}
+
+TEST(FieldText, TakesWhatIsBehindTheLabel) {
+  EXPECT_EQ(Vse::FieldText("Name          : Surname Given\n"), "Surname Given");
+  EXPECT_EQ(Vse::FieldText("Name          : Unknown\n"), "");
+  EXPECT_EQ(Vse::FieldText("Name"), "");
+  EXPECT_EQ(Vse::FieldNumberText("lizm          = 10.4 cm\n"), "10.4");
+  EXPECT_EQ(Vse::FieldNumberText("theta-CE      = 30 °  \n"), "30 ");
+  EXPECT_EQ(Vse::FieldNumberText("Body weight   : Unknown kg\n"), "");
+  EXPECT_EQ(Vse::FieldNumberText("lizm          =\n"), "");
+}
+
+TEST(CaseFileReader, RefusesAnotherFirstLine) {
+  for (const QByteArray& bytes : {QByteArray(), QByteArray("TELMARIO"), QByteArray("telmarion x"),
+                                  " " + kDefaultFile, QByteArray("\0\0\0", 3)}) {
+    EXPECT_EQ(Parse(bytes).problem, CaseFileContents::Problem::NotCorrectFile);
+  }
+}
+
+TEST(CaseFileReader, NamesTheFirstLineThatATruncatedFileLacks) {
+  const QList<QByteArray> labels = {"Name",     "Sex",   "Date of birth", "Body weight",   "Hip",
+                                    "Comments", "lizm",  "xizm",          "zizm",          "Cizm",
+                                    "Hizm",     "zasuk", "theta-CE",      "radius of head"};
+  for (const QByteArray& label : labels) {
+    const CaseFileContents contents =
+        Parse(kDefaultFile.left(kDefaultFile.indexOf("\n" + label) + 1));
+    EXPECT_EQ(contents.problem, CaseFileContents::Problem::Unreadable);
+    EXPECT_EQ(contents.reason, "The line \"" + label + "\" is missing.");
+  }
+}
+
+// A cut is never half an answer, such as a radius without its last digit.
+TEST(CaseFileReader, MakesNothingUpFromAnyTruncation) {
+  const qsizetype whole = kDefaultFile.indexOf("radius of head= 0.025 m \n") + 25;
+  for (qsizetype size = 0; size < kDefaultFile.size(); ++size) {
+    const CaseFileContents contents = Parse(kDefaultFile.left(size));
+    EXPECT_EQ(contents.problem == CaseFileContents::Problem::None, size >= whole) << size;
+  }
+}
+
+TEST(CaseFileReader, MakesNothingUpFromATruncationWithOtherLineEnds) {
+  QByteArray file = kDefaultFile;
+  file.replace("\n\r\n", "\n").replace("\r\n", "\n");
+  const qsizetype whole = file.indexOf("radius of head= 0.025 m") + 23;
+  for (qsizetype size = 0; size < file.size(); ++size) {
+    const CaseFileContents contents = Parse(file.left(size));
+    EXPECT_EQ(contents.problem == CaseFileContents::Problem::None, size >= whole) << size;
+  }
+}
+
+TEST(CaseFileReader, NamesALineThatIsTooShort) {
+  QByteArray bytes = kDefaultFile;
+  bytes.replace("Cizm          = 4.4 cm\n", "Cizm          = cm\n");
+  const CaseFileContents contents = Parse(bytes);
+  EXPECT_EQ(contents.problem, CaseFileContents::Problem::Unreadable);
+  EXPECT_EQ(contents.reason, "The line \"Cizm\" is too short to hold a value.");
+}
+
+struct Changed {
+  const char* name;
+  QList<std::pair<QByteArray, QByteArray>> replacements;  // in order
+};
+
+class ChangedLineEnds : public testing::TestWithParam<Changed> {};
+
+TEST_P(ChangedLineEnds, ReadToTheSameEntries) {
+  CaseRecord record = DefaultCase();
+  for (const QString& comments :
+       {QStringLiteral("No"), QStringLiteral("one\ntwo\n\nfour"), QStringLiteral("ends\n\n"),
+        QStringLiteral("Sex           : M\nlizm          = 99 cm\nxizm          = 1 cm")}) {
+    record.patient.comments = comments;
+    QByteArray bytes = Compose(record);
+    for (const auto& [from, to] : GetParam().replacements) bytes.replace(from, to);
+    const CaseFileContents contents = Parse(bytes);
+    ASSERT_EQ(contents.problem, CaseFileContents::Problem::None) << contents.reason.toStdString();
+    CaseEntries expected = DefaultEntries();
+    expected.comments = comments;
+    EXPECT_EQ(contents.entries.comments, comments);
+    EXPECT_TRUE(contents.entries == expected);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, ChangedLineEnds,
+    testing::Values(Changed{"Unchanged", {}},
+                    Changed{"CrLfAlone", {{"\n\r\n", "\n"}, {"\r\n", "\n"}, {"\n", "\r\n"}}},
+                    Changed{"LfAlone", {{"\n\r\n", "\n"}, {"\r\n", "\n"}}},
+                    Changed{"CrDropped", {{"\r", ""}}},
+                    Changed{"EveryLfAsCrLf", {{"\r\n", "\n"}, {"\n", "\r\n"}}},
+                    Changed{"LfToCrLfBlindly", {{"\n", "\r\n"}}},
+                    Changed{"DoubledLf", {{"\r", ""}, {"\n", "\n\n"}}},
+                    Changed{"DoubledCrLf", {{"\r\n", "\n"}, {"\n", "\r\n\r\n"}}},
+                    Changed{"CrAlone", {{"\r\n", "\n"}, {"\n", "\r"}}}),
+    RowName());
+
+TEST(CaseFileReader, MendsBlanksLostAtTheEndsOfLines) {
+  QByteArray bytes = kDefaultFile;
+  bytes.replace("\n\r\n", "\n").replace("\r\n", "\n").replace(" \n", "\n").replace(" \n", "\n");
+  EXPECT_TRUE(Parse(bytes).entries == DefaultEntries());
+}
+
+TEST(CaseFileReader, CountsRecordsOfItsOwnFilesWhateverTheirLabels) {
+  QByteArray bytes = kDefaultFile;
+  bytes.replace("lizm          = ", "l/2           = ");
+  EXPECT_TRUE(Parse(bytes).entries == DefaultEntries());
+}
+
+struct Page {
+  const char* name;
+  const char* locale;
+  QString surname;
+  QByteArray bytes;
+};
+
+class CodePages : public testing::TestWithParam<Page> {};
+
+TEST_P(CodePages, WriteAndReadTheLanguagesLetters) {
+  CaseRecord record = DefaultCase();
+  record.patient.name = GetParam().surname + " X";
+  const QLocale locale(GetParam().locale);
+  const QByteArray file = Compose(record, locale);
+  EXPECT_TRUE(file.contains("Name          : " + GetParam().bytes + " X\n")) << file.toStdString();
+  EXPECT_TRUE(file.contains(" \xB0  \n"));
+  EXPECT_EQ(Parse(file, locale).entries.surname, GetParam().surname + " ");
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, CodePages,
+                         testing::Values(Page{"C", "C", u"Müller"_qs, "M\xFCller"},
+                                         Page{"German", "de_DE", u"Müller"_qs, "M\xFCller"},
+                                         Page{"Slovenian", "sl_SI", u"Kovač"_qs, "Kova\xE8"},
+                                         Page{"Polish", "pl_PL", u"Łoś"_qs, "\xA3o\x9C"},
+                                         Page{"Russian", "ru_RU", u"Иванов"_qs,
+                                              "\xC8\xE2\xE0\xED\xEE\xE2"},
+                                         Page{"Serbian", "sr_Cyrl_RS", u"Ђ"_qs, "\x80"},
+                                         Page{"SerbianLatin", "sr_Latn_RS", u"Đ"_qs, "\xD0"},
+                                         Page{"Greek", "el_GR", u"Άννα"_qs, "\xA2\xED\xED\xE1"},
+                                         Page{"Turkish", "tr_TR", u"Şahin"_qs,
+                                              "\xDE"
+                                              "ahin"},
+                                         Page{"Latvian", "lv_LV", u"Ķ"_qs, "\xCD"}),
+                         RowName());
+
+TEST(CodePages, FallBackToUtf8WithoutAMarkWhenALetterHasNoPlace) {
+  CaseRecord record = DefaultCase();
+  for (const QString& surname : {u"Иванов"_qs, u"Kovač"_qs, u"😀"_qs, u"שלום"_qs, u"～"_qs}) {
+    record.patient.name = surname + " X";
+    const QByteArray file = Compose(record, QLocale("de_DE"));
+    EXPECT_TRUE(file.startsWith("TELMARION"));
+    EXPECT_TRUE(file.contains(surname.toUtf8()));
+    EXPECT_TRUE(file.contains(u" °  "_qs.toUtf8()));
+    for (const char* reader : {"de_DE", "ru_RU", "C"}) {
+      EXPECT_EQ(Parse(file, QLocale(reader)).entries.surname, surname + " ");
+      EXPECT_EQ(Parse(file, QLocale(reader)).entries[Measure::ThetaCE].text, "30 ");
+    }
+  }
+}
+
+TEST(CodePages, AMarkThatAnEditorAddedIsDropped) {
+  EXPECT_TRUE(Parse("\xEF\xBB\xBF" + QString::fromLatin1(kDefaultFile).toUtf8()).entries ==
+              DefaultEntries());
+}
+
+TEST(CaseFileOnDisk, ComesBack) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath("case.txt");
+  EXPECT_EQ(Vse::WriteCaseFile(path, DefaultCase(), "15.11.2026", QLocale::c()), "");
+  EXPECT_EQ(Get(path), kDefaultFile);
+  EXPECT_TRUE(Vse::ReadCaseFile(path, QLocale::c()).entries == DefaultEntries());
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
+}
+
+TEST(CaseFileOnDisk, AFailedWriteLeavesTheOldFileAndTellsWhy) {
+  const QTemporaryDir folder;
+  QDir(folder.path()).mkdir("case.txt");
+  EXPECT_NE(Vse::WriteCaseFile(folder.filePath("case.txt"), DefaultCase(), "", QLocale::c()), "");
+  EXPECT_NE(Vse::WriteCaseFile(folder.filePath("none/case.txt"), DefaultCase(), "", QLocale::c()),
+            "");
+  EXPECT_NE(Vse::WriteCaseFile("/proc/case.txt", DefaultCase(), "", QLocale::c()), "");
+  EXPECT_TRUE(QDir(folder.filePath("case.txt")).exists());
+}
+
+TEST(CaseFileOnDisk, WhatCannotBeReadIsReported) {
+  const QTemporaryDir folder;
+  QDir(folder.path()).mkdir("folder.txt");
+  ASSERT_EQ(mkfifo(qPrintable(folder.filePath("pipe.txt")), 0600), 0);
+  for (const char* name : {"folder.txt", "none.txt", "pipe.txt"}) {
+    const CaseFileContents contents = Vse::ReadCaseFile(folder.filePath(name), QLocale::c());
+    EXPECT_EQ(contents.problem, CaseFileContents::Problem::Unreadable) << name;
+    EXPECT_NE(contents.reason, "") << name;
+  }
+}
+
+TEST(CaseFileOnDisk, LargerThanAMebibyteIsNoCaseFile) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath("large.txt");
+  CaseRecord record = DefaultCase();
+  record.patient.comments =
+      QString(static_cast<int>(Vse::kLargestCaseFile - kDefaultFile.size() + 2), 'x');
+  Put(path, Compose(record));
+  EXPECT_EQ(Vse::ReadCaseFile(path, QLocale::c()).problem, CaseFileContents::Problem::None);
+  record.patient.comments += "x";
+  Put(path, Compose(record));
+  EXPECT_EQ(Vse::ReadCaseFile(path, QLocale::c()).problem,
+            CaseFileContents::Problem::NotCorrectFile);
+  QFile sparse(path);
+  ASSERT_TRUE(sparse.open(QIODevice::ReadWrite));
+  ASSERT_TRUE(sparse.resize(qint64{1} << 30));
+  EXPECT_EQ(Vse::ReadCaseFile(path, QLocale::c()).problem,
+            CaseFileContents::Problem::NotCorrectFile);
+}
+
+}  // namespace
