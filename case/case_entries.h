@@ -43,3 +43,20 @@ struct CaseEntries {
   }
   bool operator==(const CaseEntries&) const = default;
 };
+
+namespace Vse {
+
+// A typed number in the unit that the record holds: lengths in cm, the head radius in m, angles in
+// radians. `unit` is the text of the unit list; a length that is not in mm counts as cm, a radius
+// that is neither in mm nor in m as cm, an angle that is not in degrees as radians.
+double HeldValue(Measure measure, double typed, QStringView unit);
+
+// The largest angle that may be typed in radians, 2π.
+inline constexpr double kLargestRadians = 6.28318530717958;
+
+// True for an angle, which is checked when it is typed in radians.
+constexpr bool IsAngle(Measure measure) {
+  return measure == Measure::Zasuk || measure == Measure::ThetaCE;
+}
+
+}  // namespace Vse

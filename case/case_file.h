@@ -5,7 +5,6 @@
 #include <QByteArray>
 #include <QLocale>
 #include <QString>
-#include <optional>
 
 #include "case/case_entries.h"
 #include "case/case_record.h"
@@ -51,12 +50,5 @@ QString FieldText(const QString& line);
 
 // The same without the three characters of a unit suffix (" cm", " kg", " m ").
 QString FieldNumberText(const QString& line);
-
-// Splits a name at its last blank: the surname keeps the blank. Empty when the name has no blank.
-struct NameParts {
-  QString surname;
-  QString firstName;
-};
-std::optional<NameParts> SplitName(const QString& name);
 
 }  // namespace Vse

@@ -224,12 +224,6 @@ QString FieldNumberText(const QString& line) {
   return Field(line, 1 + kSuffixWidth);
 }
 
-std::optional<NameParts> SplitName(const QString& name) {
-  const qsizetype blank = name.lastIndexOf(u' ');
-  if (blank < 0) return std::nullopt;
-  return NameParts{name.left(blank + 1), name.mid(blank + 1)};
-}
-
 CaseFileContents ParseCaseFile(const QByteArray& bytes, const QLocale& locale) {
   CaseFileContents contents;
   const QString text = DecodeText(bytes, locale);

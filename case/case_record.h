@@ -1,8 +1,11 @@
 // The case that the program works on: one patient's hip, measured, and what the model makes of it.
 #pragma once
 
+#include <QLocale>
 #include <QString>
+#include <optional>
 
+#include "case/case_entries.h"
 #include "model/hip_model.h"
 
 // The patient as shown, saved and printed. What is missing stands as "Unknown", comments as "No".
@@ -60,12 +63,28 @@ inline constexpr QStringView kNoComments = u"No";
 double DegreesToRadians(double degrees);
 double RadiansToDegrees(double radians);
 
+// Splits a name at its last blank: the surname keeps the blank. Empty when the name has no blank.
+struct NameParts {
+  QString surname;
+  QString firstName;
+};
+std::optional<NameParts> SplitName(const QString& name);
+
 // The name as held: surname and first name, each trimmed, with one blank between; "Unknown" when
 // both are empty. A surname alone keeps the blank behind it.
 QString ComposeName(const QString& surname, const QString& firstName);
 
 // `text`, or `placeholder` where it is empty.
 QString TextOr(const QString& text, QStringView placeholder);
+
+// The record's geometry, one measure at a time, in held units.
+double ValueOf(const Geometry& geometry, Measure measure);
+void SetValue(Geometry& geometry, Measure measure, double value);
+
+// The case as entries of the form, for changing it: lengths in cm, angles in degrees, the radius in
+// m. What is missing gives empty boxes; sex and hip are always chosen ("Unknown" as female and
+// right). A name without a blank leaves the names of `current` as they are.
+CaseEntries EntriesOf(const CaseRecord& record, const QLocale& locale, const CaseEntries& current);
 
 // The whole model on the record's geometry and body weight: resultant force, its range check,
 // contact stress. `rWb` and `thetaR` are written in every case, the stresses only when the outcome
