@@ -5,6 +5,7 @@
 #include <QRegularExpression>
 #include <algorithm>
 
+#include "case/case_conversion.h"
 #include "case/case_file.h"
 #include "case/case_file_labels.h"
 #include "case/code_page.h"

@@ -1,9 +1,7 @@
 // The case that the program works on: one patient's hip, measured, and what the model makes of it.
 #pragma once
 
-#include <QLocale>
 #include <QString>
-#include <optional>
 
 #include "case/case_entries.h"
 #include "model/hip_model.h"
@@ -16,6 +14,7 @@ struct PatientTexts {
   QString bodyWeight;   // as typed, kg
   QString hip;          // "L" is the left hip, "D" the right
   QString comments;     // as typed; lines end with LF
+  bool operator==(const PatientTexts&) const = default;
 };
 
 // What was measured on the radiograph, in the units that the model and the case file use. What each
@@ -29,6 +28,7 @@ struct Geometry {
   double zasuk = 0.0;       // rad
   double thetaCE = 0.0;     // rad
   double headRadius = 0.0;  // m
+  bool operator==(const Geometry&) const = default;
 };
 
 // What the model found. Values keep their last computed state: after a refused case `rWb` and
@@ -41,11 +41,16 @@ struct Results {
   double pmax = 0.0;      // Pa, peak stress; not to be shown, saved or printed while weightUnknown
 };
 
-struct CaseRecord {
+// All that is entered: what the results follow from.
+struct CaseData {
   PatientTexts patient;
   Geometry geometry;
   double bodyWeight = 0.0;  // kg, as computed with; kAssumedBodyWeight while weightUnknown
   bool weightUnknown = false;
+  bool operator==(const CaseData&) const = default;
+};
+
+struct CaseRecord : CaseData {
   Results results;
 
   Sila::HipState model;  // working values of the last run
@@ -63,28 +68,9 @@ inline constexpr QStringView kNoComments = u"No";
 double DegreesToRadians(double degrees);
 double RadiansToDegrees(double radians);
 
-// Splits a name at its last blank: the surname keeps the blank. Empty when the name has no blank.
-struct NameParts {
-  QString surname;
-  QString firstName;
-};
-std::optional<NameParts> SplitName(const QString& name);
-
-// The name as held: surname and first name, each trimmed, with one blank between; "Unknown" when
-// both are empty. A surname alone keeps the blank behind it.
-QString ComposeName(const QString& surname, const QString& firstName);
-
-// `text`, or `placeholder` where it is empty.
-QString TextOr(const QString& text, QStringView placeholder);
-
 // The record's geometry, one measure at a time, in held units.
 double ValueOf(const Geometry& geometry, Measure measure);
 void SetValue(Geometry& geometry, Measure measure, double value);
-
-// The case as entries of the form, for changing it: lengths in cm, angles in degrees, the radius in
-// m. What is missing gives empty boxes; sex and hip are always chosen ("Unknown" as female and
-// right). A name without a blank leaves the names of `current` as they are.
-CaseEntries EntriesOf(const CaseRecord& record, const QLocale& locale, const CaseEntries& current);
 
 // The whole model on the record's geometry and body weight: resultant force, its range check,
 // contact stress. `rWb` and `thetaR` are written in every case, the stresses only when the outcome

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "case/case_record.h"
+#include "case/case_conversion.h"
 #include "case/number_text.h"
 #include "tests/support/row_name.h"
 

@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "case/case_conversion.h"
 #include "case/case_file_labels.h"
 #include "tests/support/row_name.h"
 

@@ -1,0 +1,37 @@
+// Between what stands in the boxes of the case form and what the record holds.
+#pragma once
+
+#include <QLocale>
+#include <QString>
+#include <optional>
+
+#include "case/case_entries.h"
+#include "case/case_record.h"
+
+namespace Vse {
+
+// Splits a name at its last blank: the surname keeps the blank. Empty when the name has no blank.
+struct NameParts {
+  QString surname;
+  QString firstName;
+};
+std::optional<NameParts> SplitName(const QString& name);
+
+// The name as held: surname and first name, each trimmed, with one blank between; "Unknown" when
+// both are empty. A surname alone keeps the blank behind it.
+QString ComposeName(const QString& surname, const QString& firstName);
+
+// The patient as shown, saved and printed: placeholders where nothing is entered, and for the body
+// weight also while it is unknown (the box then holds the assumed weight).
+PatientTexts PatientTextsOf(const CaseEntries& entries, bool weightUnknown);
+
+// The entries as a confirmation would hold them, without its checks and messages. Empty when a
+// number cannot be read. An empty weight box is an unknown weight, whatever `weightUnknown` says.
+std::optional<CaseData> DataOf(const CaseEntries& entries, bool weightUnknown);
+
+// The case as entries of the form, for changing it: lengths in cm, angles in degrees, the radius in
+// m. What is missing gives empty boxes; sex and hip are always chosen ("Unknown" as female and
+// right). A name without a blank leaves the names of `current` as they are.
+CaseEntries EntriesOf(const CaseData& data, const QLocale& locale, const CaseEntries& current);
+
+}  // namespace Vse
