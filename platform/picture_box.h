@@ -1,0 +1,123 @@
+// A picture to draw on, with a user scale, a pen and a fill. It needs no screen: PictureView shows it in
+// a window, Image() gives it to a printer or a file.
+#pragma once
+
+#include <QPalette>
+#include <QPolygon>
+#include <QRectF>
+#include <QSize>
+#include <functional>
+#include <vector>
+
+#include "platform/picture.h"
+
+// The unit of the user coordinates: twips are 1/1440 inch, points 1/72 inch; a pixel is a pixel of the
+// device, 1/96 inch divided by the device's pixel ratio. The numbers are the classic ones.
+enum class ScaleUnit { User = 0, Twips = 1, Points = 2, Pixels = 3 };
+
+class PictureBox {
+ public:
+  // `size` in device-independent pixels (1/96 inch), `pixelRatio` device pixels in each.
+  explicit PictureBox(QSizeF size = {600, 400}, double pixelRatio = 1.0);
+  PictureBox(const PictureBox&) = delete;
+  PictureBox& operator=(const PictureBox&) = delete;
+  ~PictureBox() = default;
+
+  // What has been drawn stretches with the size. A user scale stays as it is; under the other modes
+  // ScaleWidth and ScaleHeight follow.
+  void SetSize(QSizeF size, double pixelRatio);
+  QSizeF Size() const { return size_; }
+  QSize PixelSize() const;
+  double PixelRatio() const { return pixelRatio_; }
+
+  // The user coordinates. Setting a mode other than User moves the origin to the top left corner;
+  // setting one of the four numbers switches to User. Width and height may be negative (the axis
+  // then runs the other way); while one of them is zero nothing is drawn.
+  ScaleUnit ScaleMode() const { return mode_; }
+  double ScaleLeft() const { return scale_.left(); }
+  double ScaleTop() const { return scale_.top(); }
+  double ScaleWidth() const { return scale_.width(); }
+  double ScaleHeight() const { return scale_.height(); }
+  void SetScaleMode(ScaleUnit mode);
+  void SetScaleLeft(double left);
+  void SetScaleTop(double top);
+  void SetScaleWidth(double width);
+  void SetScaleHeight(double height);
+  // User scale by its top left and bottom right corner.
+  void Scale(double x1, double y1, double x2, double y2);
+
+  // Pen and fill of what is drawn from now on. ForeColor is the pen of Polygon.
+  Colour ForeColor() const { return foreColor_; }
+  int DrawWidth() const { return drawWidth_; }
+  LineStyle DrawStyle() const { return drawStyle_; }
+  FillKind FillStyle() const { return fill_.kind; }
+  Colour FillColor() const { return fill_.colour; }
+  void SetForeColor(Colour colour) { foreColor_ = colour; }
+  void SetDrawWidth(int width);  // at least 1
+  void SetDrawStyle(LineStyle style) { drawStyle_ = style; }
+  void SetFillStyle(FillKind kind) { fill_.kind = kind; }
+  void SetFillColor(Colour colour) { fill_.colour = colour; }
+
+  // All coordinates in user units. A shape with a coordinate that is not finite is left out.
+  void Line(QPointF from, QPointF to, Colour colour);
+  void LineBox(QPointF from, QPointF to, Colour colour);        // filled by FillStyle
+  void LineFilledBox(QPointF from, QPointF to, Colour colour);  // filled with the pen's colour
+  void Circle(QPointF centre, double radius, Colour colour);    // filled by FillStyle
+  // Counter-clockwise from `start` to `end`, radians from +x; equal angles draw nothing. Never filled.
+  void Circle(QPointF centre, double radius, Colour colour, double start, double end);
+  // In device pixels of PixelSize(), outlined with ForeColor, filled by FillStyle. At least one point.
+  void Polygon(const QPolygon& points);
+
+  // While AutoRedraw is on, drawings belong to the image. While it is off they are shown over it
+  // until the next Cls, and Cls clears them alone.
+  bool AutoRedraw() const { return autoRedraw_; }
+  void SetAutoRedraw(bool on) { autoRedraw_ = on; }
+  void Cls();
+
+  // Setting the ground clears all drawings; the background picture stays.
+  Colour BackColor() const { return backColor_; }
+  void SetBackColor(Colour colour);
+  const Picture& BackgroundPicture() const { return background_; }
+  void SetPicture(Picture picture);
+
+  // Ground, background picture and the drawings that belong to the image.
+  Picture Image() const;
+  // The same in pixels, PixelSize() of them, with the application's palette.
+  QImage Raster() const;
+
+  // The drawings of the image, in the order they were made, and those drawn over it.
+  const std::vector<Drawing>& Drawings() const { return drawings_; }
+  const std::vector<Drawing>& DrawingsOver() const { return drawingsOver_; }
+
+  // Grows with everything that takes away or changes what was drawn; drawing more leaves it alone.
+  // A view needs it to know whether it may paint the new drawings over the old.
+  unsigned Generation() const { return generation_; }
+  // Called after every change of what is seen.
+  void OnChange(std::function<void()> call) { onChange_ = std::move(call); }
+
+  // A point of the picture, given as parts of its width and height (0 to 1), in user units, and back.
+  QPointF UserPoint(QPointF part) const;
+  QPointF PartPoint(QPointF user) const;
+
+ private:
+  void Draw(Shape shape, Pen pen, Fill fill, const QRectF& scale);
+  Pen PenOf(Colour colour) const { return {colour, drawWidth_, drawStyle_}; }
+  void FollowSize();
+  void Changed();
+
+  QSizeF size_;
+  double pixelRatio_ = 1.0;
+  ScaleUnit mode_ = ScaleUnit::Twips;
+  QRectF scale_;
+  Colour foreColor_ = kBlack;
+  int drawWidth_ = 1;
+  LineStyle drawStyle_ = LineStyle::Solid;
+  Fill fill_;
+  bool autoRedraw_ = true;
+  Colour backColor_ = kButtonFace;
+  Picture background_;
+  std::vector<Drawing> drawings_;
+  std::vector<Drawing> drawingsOver_;
+  unsigned generation_ = 0;
+  std::function<void()> onChange_;
+};
