@@ -1,0 +1,192 @@
+// The drawing state of a picture and the shapes drawn on it.
+#include "platform/picture_box.h"
+
+#include <QGuiApplication>
+#include <algorithm>
+#include <cassert>
+#include <cmath>
+#include <numbers>
+#include <utility>
+
+namespace {
+
+constexpr double kTwipsPerPixel = 15.0;   // 1440 / 96
+constexpr double kPointsPerPixel = 0.75;  // 72 / 96
+constexpr double kWholeTurn = 2.0 * std::numbers::pi;
+
+bool IsFinite(QPointF p) {
+  return std::isfinite(p.x()) && std::isfinite(p.y());
+}
+
+bool IsFinite(const LineShape& line) {
+  return IsFinite(line.from) && IsFinite(line.to);
+}
+bool IsFinite(const BoxShape& box) {
+  return IsFinite(box.from) && IsFinite(box.to);
+}
+bool IsFinite(const ArcShape& arc) {
+  return IsFinite(arc.centre) && std::isfinite(arc.radius) && std::isfinite(arc.start) &&
+         std::isfinite(arc.sweep);
+}
+bool IsFinite(const PolygonShape&) {
+  return true;
+}
+bool IsFinite(const ImageShape&) {
+  return true;
+}
+
+bool IsUsable(const QRectF& scale) {
+  return IsFinite(scale.topLeft()) && std::isfinite(scale.width()) &&
+         std::isfinite(scale.height()) && scale.width() != 0.0 && scale.height() != 0.0;
+}
+
+// Counter-clockwise from `start` to `end`.
+double Sweep(double start, double end) {
+  if (std::abs(end - start) >= kWholeTurn) return kWholeTurn;
+  return end < start ? end - start + kWholeTurn : end - start;
+}
+
+}  // namespace
+
+PictureBox::PictureBox(QSizeF size, double pixelRatio) : size_(size), pixelRatio_(pixelRatio) {
+  FollowSize();
+}
+
+QSize PictureBox::PixelSize() const {
+  return (size_ * pixelRatio_).toSize();
+}
+
+void PictureBox::SetSize(QSizeF size, double pixelRatio) {
+  if (size == size_ && pixelRatio == pixelRatio_) return;
+  size_ = size;
+  pixelRatio_ = pixelRatio;
+  FollowSize();
+  ++generation_;
+  Changed();
+}
+
+void PictureBox::FollowSize() {
+  const QPointF origin(0, 0);
+  switch (mode_) {
+    case ScaleUnit::User:
+      return;
+    case ScaleUnit::Twips:
+      scale_ = QRectF(origin, size_ * kTwipsPerPixel);
+      return;
+    case ScaleUnit::Points:
+      scale_ = QRectF(origin, size_ * kPointsPerPixel);
+      return;
+    case ScaleUnit::Pixels:
+      scale_ = QRectF(origin, PixelSize());
+      return;
+  }
+}
+
+void PictureBox::SetScaleMode(ScaleUnit mode) {
+  mode_ = mode;
+  FollowSize();
+}
+
+void PictureBox::SetScaleLeft(double left) {
+  Scale(left, ScaleTop(), left + ScaleWidth(), ScaleTop() + ScaleHeight());
+}
+
+void PictureBox::SetScaleTop(double top) {
+  Scale(ScaleLeft(), top, ScaleLeft() + ScaleWidth(), top + ScaleHeight());
+}
+
+void PictureBox::SetScaleWidth(double width) {
+  mode_ = ScaleUnit::User;
+  scale_.setWidth(width);
+}
+
+void PictureBox::SetScaleHeight(double height) {
+  mode_ = ScaleUnit::User;
+  scale_.setHeight(height);
+}
+
+void PictureBox::Scale(double x1, double y1, double x2, double y2) {
+  mode_ = ScaleUnit::User;
+  scale_ = QRectF(x1, y1, x2 - x1, y2 - y1);
+}
+
+void PictureBox::SetDrawWidth(int width) {
+  assert(width >= 1);
+  drawWidth_ = width;
+}
+
+void PictureBox::Line(QPointF from, QPointF to, Colour colour) {
+  Draw(LineShape{from, to}, PenOf(colour), {}, scale_);
+}
+
+void PictureBox::LineBox(QPointF from, QPointF to, Colour colour) {
+  Draw(BoxShape{from, to}, PenOf(colour), fill_, scale_);
+}
+
+void PictureBox::LineFilledBox(QPointF from, QPointF to, Colour colour) {
+  Draw(BoxShape{from, to}, PenOf(colour), {colour, FillKind::Solid}, scale_);
+}
+
+void PictureBox::Circle(QPointF centre, double radius, Colour colour) {
+  Draw(ArcShape{centre, radius, 0.0, kWholeTurn}, PenOf(colour), fill_, scale_);
+}
+
+void PictureBox::Circle(QPointF centre, double radius, Colour colour, double start, double end) {
+  Draw(ArcShape{centre, radius, start, Sweep(start, end)}, PenOf(colour), {}, scale_);
+}
+
+void PictureBox::Polygon(const QPolygon& points) {
+  assert(!points.isEmpty());
+  Draw(PolygonShape{points}, PenOf(foreColor_), fill_, QRectF(QPointF(0, 0), PixelSize()));
+}
+
+void PictureBox::Draw(Shape shape, Pen pen, Fill fill, const QRectF& scale) {
+  const bool drawable = std::visit([](const auto& s) { return IsFinite(s); }, shape);
+  if (!drawable || !IsUsable(scale)) return;
+  (autoRedraw_ ? drawings_ : drawingsOver_).push_back({std::move(shape), pen, fill, scale});
+  Changed();
+}
+
+void PictureBox::Cls() {
+  drawingsOver_.clear();
+  if (autoRedraw_) drawings_.clear();
+  ++generation_;
+  Changed();
+}
+
+void PictureBox::SetBackColor(Colour colour) {
+  backColor_ = colour;
+  drawings_.clear();
+  drawingsOver_.clear();
+  ++generation_;
+  Changed();
+}
+
+void PictureBox::SetPicture(Picture picture) {
+  background_ = std::move(picture);
+  ++generation_;
+  Changed();
+}
+
+Picture PictureBox::Image() const {
+  Picture image = background_;
+  if (!image.ground) image.ground = backColor_;
+  image.drawings.insert(image.drawings.end(), drawings_.begin(), drawings_.end());
+  return image;
+}
+
+QImage PictureBox::Raster() const {
+  return Image().ToImage(PixelSize(), pixelRatio_, QGuiApplication::palette());
+}
+
+void PictureBox::Changed() {
+  if (onChange_) onChange_();
+}
+
+QPointF PictureBox::UserPoint(QPointF part) const {
+  return {scale_.left() + part.x() * scale_.width(), scale_.top() + part.y() * scale_.height()};
+}
+
+QPointF PictureBox::PartPoint(QPointF user) const {
+  return {(user.x() - scale_.left()) / scale_.width(), (user.y() - scale_.top()) / scale_.height()};
+}
