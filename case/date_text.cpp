@@ -33,8 +33,8 @@ bool Exists(int day, int month, const QString& year) {
 }
 
 bool IsDateInDigits(const QString& text, const QLocale& locale) {
-  static const QRegularExpression form(QStringLiteral(
-      "^([0-9]{1,2})([./-])\\s*([0-9]{1,2})\\2\\s*([0-9]{4}|[0-9]{2})$"));
+  static const QRegularExpression form(
+      QStringLiteral("^([0-9]{1,2})([./-])\\s*([0-9]{1,2})\\2\\s*([0-9]{4}|[0-9]{2})$"));
   const auto match = form.match(text);
   if (!match.hasMatch()) return false;
   int day = match.captured(1).toInt();
@@ -59,9 +59,8 @@ bool Vse::IsValidDate(const QString& text, const QLocale& locale) {
       locale.dateFormat(QLocale::LongFormat),
       LongFormatWithoutWeekday(locale),
   };
-  return std::any_of(formats.begin(), formats.end(),
-                     [&](const QString& format) {
-                       return locale.toDate(trimmed, format).isValid();
-                     }) ||
+  return std::any_of(
+             formats.begin(), formats.end(),
+             [&](const QString& format) { return locale.toDate(trimmed, format).isValid(); }) ||
          IsDateInDigits(trimmed, locale);
 }

@@ -1,4 +1,5 @@
-// The one door through which the user is asked for a file. Tests stand their own here and give the path.
+// The one door through which the user is asked for a file. Tests stand their own here and give the
+// path.
 #pragma once
 
 #include <QString>
@@ -24,8 +25,8 @@ class FileDialog {
                               const QString& defaultExtension, const QString& proposedName) = 0;
 };
 
-// The door that people see: the toolkit's file dialog. It opens in the folder that was chosen last in
-// this run, at first in the user's documents.
+// The door that people see: the toolkit's file dialog. It opens in the folder that was chosen last
+// in this run, at first in the user's documents.
 class SystemFileDialog final : public FileDialog {
  public:
   SystemFileDialog();

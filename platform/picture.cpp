@@ -11,8 +11,9 @@
 
 namespace {
 
-constexpr QRgb kLightFace = 0xFFEFEFEF;  // button face where the palette's own is too dark to draw on
-constexpr int kDarkestFace = 140;        // of 255: grey level on which a blue stroke still reads
+constexpr QRgb kLightFace =
+    0xFFEFEFEF;                    // button face where the palette's own is too dark to draw on
+constexpr int kDarkestFace = 140;  // of 255: grey level on which a blue stroke still reads
 
 // Dots of a dotted line: ink and gap in pen widths.
 constexpr double kDot = 2.0;

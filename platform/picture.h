@@ -1,5 +1,5 @@
-// A drawing as shapes in the user's units, so that it can be painted at any resolution, on screen or on
-// paper, and read as geometry.
+// A drawing as shapes in the user's units, so that it can be painted at any resolution, on screen
+// or on paper, and read as geometry.
 #pragma once
 
 #include <QImage>
@@ -23,8 +23,8 @@ inline constexpr Colour kBlue = 0xFF0000;
 inline constexpr Colour kWhite = 0xFFFFFF;
 inline constexpr Colour kButtonFace = 0x8000000F;  // the only desktop colour in use
 
-// The colour to paint with. Button face is the palette's window colour; under a dark palette it is a
-// light grey instead, since black and blue strokes cannot be read on a dark ground.
+// The colour to paint with. Button face is the palette's window colour; under a dark palette it is
+// a light grey instead, since black and blue strokes cannot be read on a dark ground.
 QColor PaintColour(Colour colour, const QPalette& palette);
 
 // How strokes are drawn and areas filled. The numbers are the classic ones.

@@ -1,5 +1,5 @@
-// A picture to draw on, with a user scale, a pen and a fill. It needs no screen: PictureView shows it in
-// a window, Image() gives it to a printer or a file.
+// A picture to draw on, with a user scale, a pen and a fill. It needs no screen: PictureView shows
+// it in a window, Image() gives it to a printer or a file.
 #pragma once
 
 #include <QPalette>
@@ -11,8 +11,8 @@
 
 #include "platform/picture.h"
 
-// The unit of the user coordinates: twips are 1/1440 inch, points 1/72 inch; a pixel is a pixel of the
-// device, 1/96 inch divided by the device's pixel ratio. The numbers are the classic ones.
+// The unit of the user coordinates: twips are 1/1440 inch, points 1/72 inch; a pixel is a pixel of
+// the device, 1/96 inch divided by the device's pixel ratio. The numbers are the classic ones.
 enum class ScaleUnit { User = 0, Twips = 1, Points = 2, Pixels = 3 };
 
 class PictureBox {
@@ -63,9 +63,11 @@ class PictureBox {
   void LineBox(QPointF from, QPointF to, Colour colour);        // filled by FillStyle
   void LineFilledBox(QPointF from, QPointF to, Colour colour);  // filled with the pen's colour
   void Circle(QPointF centre, double radius, Colour colour);    // filled by FillStyle
-  // Counter-clockwise from `start` to `end`, radians from +x; equal angles draw nothing. Never filled.
+  // Counter-clockwise from `start` to `end`, radians from +x; equal angles draw nothing. Never
+  // filled.
   void Circle(QPointF centre, double radius, Colour colour, double start, double end);
-  // In device pixels of PixelSize(), outlined with ForeColor, filled by FillStyle. At least one point.
+  // In device pixels of PixelSize(), outlined with ForeColor, filled by FillStyle. At least one
+  // point.
   void Polygon(const QPolygon& points);
 
   // While AutoRedraw is on, drawings belong to the image. While it is off they are shown over it
@@ -95,7 +97,8 @@ class PictureBox {
   // Called after every change of what is seen.
   void OnChange(std::function<void()> call) { onChange_ = std::move(call); }
 
-  // A point of the picture, given as parts of its width and height (0 to 1), in user units, and back.
+  // A point of the picture, given as parts of its width and height (0 to 1), in user units, and
+  // back.
   QPointF UserPoint(QPointF part) const;
   QPointF PartPoint(QPointF user) const;
 

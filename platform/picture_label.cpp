@@ -20,7 +20,8 @@ QFont LabelFont(const QPainter& painter, const QRectF& target, const PictureBox&
                 const PictureLabel& label) {
   QFont font(QStringLiteral("Times New Roman"));
   const double height = std::abs(label.fontHeight / box.ScaleHeight()) * target.height();
-  // In points, since sizes in pixels are whole numbers and the text would not grow with the picture.
+  // In points, since sizes in pixels are whole numbers and the text would not grow with the
+  // picture.
   font.setPointSizeF(std::max(1.0, height * 72.0 / painter.device()->logicalDpiY()));
   font.setHintingPreference(QFont::PreferNoHinting);
   return font;

@@ -20,8 +20,8 @@ struct PictureLabel {
   Colour backColor = kButtonFace;
 };
 
-// Where the label lies when the picture is painted on `target`. A label that would leave the picture
-// is moved in from the edge, so that it can be read.
+// Where the label lies when the picture is painted on `target`. A label that would leave the
+// picture is moved in from the edge, so that it can be read.
 QRectF LabelArea(const QPainter& painter, const QRectF& target, const PictureBox& box,
                  const PictureLabel& label);
 

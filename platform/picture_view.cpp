@@ -23,8 +23,7 @@ void PictureView::HoldRatio(QSize ratio) {
 QRectF PictureView::PictureArea() const {
   const double pixels = devicePixelRatioF();
   const QSizeF room = QSizeF(size()) * pixels;
-  const QSizeF wanted =
-      ratio_.isEmpty() ? room : QSizeF(ratio_).scaled(room, Qt::KeepAspectRatio);
+  const QSizeF wanted = ratio_.isEmpty() ? room : QSizeF(ratio_).scaled(room, Qt::KeepAspectRatio);
   const QSizeF whole(std::max(1.0, std::floor(wanted.width())),
                      std::max(1.0, std::floor(wanted.height())));
   const QPointF corner(std::floor((room.width() - whole.width()) / 2.0),
@@ -34,8 +33,8 @@ QRectF PictureView::PictureArea() const {
 
 QPointF PictureView::UserPoint(QPointF position) const {
   const QRectF area = PictureArea();
-  return box_.UserPoint({(position.x() - area.left()) / area.width(),
-                         (position.y() - area.top()) / area.height()});
+  return box_.UserPoint(
+      {(position.x() - area.left()) / area.width(), (position.y() - area.top()) / area.height()});
 }
 
 QSize PictureView::sizeHint() const {
@@ -55,8 +54,7 @@ void PictureView::RefreshCache() {
   } else if (cachedDrawings_ < box_.Drawings().size()) {
     QPainter painter(&cache_);
     PaintDrawings(painter, target, options,
-                  box_.Drawings().begin() + std::ptrdiff_t(cachedDrawings_),
-                  box_.Drawings().end());
+                  box_.Drawings().begin() + std::ptrdiff_t(cachedDrawings_), box_.Drawings().end());
   }
   cachedGeneration_ = box_.Generation();
   cachedDrawings_ = box_.Drawings().size();

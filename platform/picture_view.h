@@ -16,8 +16,8 @@ class PictureView : public QWidget {
   PictureBox& Box() { return box_; }
   const PictureBox& Box() const { return box_; }
 
-  // Keeps the picture at this ratio of width to height, as large as fits, in the middle of the widget.
-  // Without it the picture fills the widget.
+  // Keeps the picture at this ratio of width to height, as large as fits, in the middle of the
+  // widget. Without it the picture fills the widget.
   void HoldRatio(QSize ratio);
 
   // Where the picture lies in the widget.
