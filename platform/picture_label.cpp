@@ -27,6 +27,11 @@ QFont LabelFont(const QPainter& painter, const QRectF& target, const PictureBox&
   return font;
 }
 
+// Clear of a line that ends at the label.
+double Inset(const QFontMetricsF& metrics) {
+  return 0.12 * metrics.height();
+}
+
 double Within(double value, double least, double most) {
   return std::max(least, std::min(value, most));
 }
@@ -41,7 +46,7 @@ QRectF LabelArea(const QPainter& painter, const QRectF& target, const PictureBox
   for (const QString& line : lines) width = std::max(width, metrics.horizontalAdvance(line));
   const QPointF part = box.PartPoint({label.left, label.top});
   QRectF area(target.left() + part.x() * target.width(), target.top() + part.y() * target.height(),
-              width, double(lines.size()) * metrics.height());
+              width + 2.0 * Inset(metrics), double(lines.size()) * metrics.height());
   area.moveLeft(Within(area.left(), target.left(), target.right() - area.width()));
   area.moveTop(Within(area.top(), target.top(), target.bottom() - area.height()));
   return area;
@@ -58,7 +63,7 @@ void PaintLabel(QPainter& painter, const QRectF& target, const PictureBox& box,
   painter.setPen(PaintColour(label.foreColor, palette));
   double baseline = area.top() + metrics.ascent();
   for (const QString& line : Lines(label.caption)) {
-    painter.drawText(QPointF(area.left(), baseline), line);
+    painter.drawText(QPointF(area.left() + Inset(metrics), baseline), line);
     baseline += metrics.height();
   }
 }

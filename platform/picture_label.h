@@ -14,7 +14,7 @@ struct PictureLabel {
   QString caption;
   double left = 0.0;  // user units
   double top = 0.0;
-  double fontHeight = 200.0;  // em, user units
+  double fontHeight = 190.0;  // em, user units
   bool visible = false;
   Colour foreColor = kBlack;
   Colour backColor = kButtonFace;
