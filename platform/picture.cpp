@@ -60,7 +60,8 @@ class ShapePainter {
 
   void Paint(const Drawing& drawing) {
     const Mapping map(drawing.scale, target_, options_);
-    penWidth_ = map.PenWidth(drawing.pen.width);
+    const bool inked = drawing.pen.style != LineStyle::None;
+    penWidth_ = inked ? map.PenWidth(drawing.pen.width) : 0.0;
     painter_.setPen(MakePen(drawing.pen));
     painter_.setBrush(MakeBrush(drawing.fill));
     std::visit([&](const auto& shape) { PaintShape(shape, drawing, map); }, drawing.shape);

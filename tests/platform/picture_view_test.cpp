@@ -1,0 +1,106 @@
+// A picture in a window.
+#include "platform/picture_view.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QPixmap>
+#include <string>
+
+#include "tests/support/row_name.h"
+
+namespace {
+
+QImage Seen(PictureView& view) {
+  return view.grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+// The window shows what the box holds. A window that is not open yet takes its size when it is
+// looked at.
+void ExpectShown(PictureView& view) {
+  const QImage seen = Seen(view);
+  EXPECT_EQ(seen, view.Box().Raster());
+}
+
+TEST(PictureView, ShowsTheImageOfItsBox) {
+  PictureView view;
+  view.resize(300, 200);
+  view.Box().Scale(0, 0, 100, 100);
+  view.Box().Circle({50, 50}, 20, kRed);
+  ExpectShown(view);
+}
+
+TEST(PictureView, ShowsEveryChange) {
+  PictureView view;
+  view.resize(300, 200);
+  PictureBox& box = view.Box();
+  box.Scale(0, 0, 100, 100);
+  box.Line({0, 0}, {100, 100}, kRed);
+  ExpectShown(view);
+  box.Line({0, 100}, {100, 0}, kBlue);  // painted over what is there
+  ExpectShown(view);
+  box.Cls();
+  ExpectShown(view);
+  box.SetBackColor(kWhite);
+  ExpectShown(view);
+  box.Circle({50, 50}, 20, kRed);
+  view.resize(450, 280);
+  ExpectShown(view);
+  EXPECT_EQ(box.PixelSize(), QSize(450, 280));
+}
+
+TEST(PictureView, FollowsThePalette) {
+  PictureView view;
+  view.resize(30, 20);
+  QPalette palette = view.palette();
+  Seen(view);
+  palette.setColor(QPalette::Window, QColor(200, 220, 240));
+  view.setPalette(palette);
+  EXPECT_EQ(Seen(view).pixelColor(15, 10), QColor(200, 220, 240));
+}
+
+TEST(PictureView, ShowsWhatIsDrawnWithoutAutoRedraw) {
+  PictureView view;
+  view.resize(100, 100);
+  view.Box().Scale(0, 0, 100, 100);
+  view.Box().SetAutoRedraw(false);
+  view.Box().LineFilledBox({10, 10}, {90, 90}, kRed);
+  EXPECT_EQ(Seen(view).pixelColor(50, 50), QColor(Qt::red));
+  view.Box().Cls();
+  EXPECT_NE(Seen(view).pixelColor(50, 50), QColor(Qt::red));
+}
+
+struct AreaRow {
+  std::string name;
+  QSize widget;
+  QRectF area;
+};
+
+class HeldRatio : public testing::TestWithParam<AreaRow> {};
+
+TEST_P(HeldRatio, IsAsLargeAsFitsInTheMiddle) {
+  PictureView view;
+  view.HoldRatio({3, 2});
+  view.resize(GetParam().widget);
+  Seen(view);
+  EXPECT_EQ(view.PictureArea(), GetParam().area);
+  EXPECT_EQ(view.Box().Size(), GetParam().area.size());
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, HeldRatio,
+                         testing::Values(AreaRow{"Fits", {600, 400}, {0, 0, 600, 400}},
+                                         AreaRow{"TooWide", {700, 400}, {50, 0, 600, 400}},
+                                         AreaRow{"TooHigh", {600, 500}, {0, 50, 600, 400}},
+                                         AreaRow{"Tiny", {1, 1}, {0, 0, 1, 1}}),
+                         RowName());
+
+TEST(PictureView, TellsTheUserPointUnderThePointer) {
+  PictureView view;
+  view.HoldRatio({3, 2});
+  view.resize(700, 400);
+  view.Box().Scale(0, 0, 7500, 5000);
+  EXPECT_EQ(view.UserPoint({50, 0}), QPointF(0, 0));
+  EXPECT_EQ(view.UserPoint({350, 200}), QPointF(3750, 2500));
+}
+
+}  // namespace
