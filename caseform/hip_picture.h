@@ -1,0 +1,48 @@
+// The picture beside the entry boxes: pelvis and femur in frontal view with the dimensions that the
+// form asks for. Drawn from lines at any size; it keeps its shape and a light ground of its own.
+#pragma once
+
+#include <QList>
+#include <QWidget>
+#include <array>
+#include <cstddef>
+
+#include "caseform/dimension_marks.h"
+#include "caseform/measures.h"
+
+class HipPicture : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit HipPicture(QWidget* parent = nullptr);
+
+  // What points out a measure: the centre-edge angle has two labels and three lines, every other
+  // measure one of each.
+  QList<DimensionLine*> LinesOf(Measure measure) const;
+  QList<DimensionLabel*> LabelsOf(Measure measure) const;
+
+  // Red and wide, or black and thin.
+  void SetHighlighted(Measure measure, bool highlighted);
+
+  QSize sizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  struct Marks {
+    QList<DimensionLine*> lines;
+    QList<DimensionLabel*> labels;
+  };
+  void AddLine(Measure measure, const char* name, DimensionLine::Shape shape);
+  void AddLabel(Measure measure, const char* name, const QString& text, QPointF centre,
+                double height);
+  void AddLengths();
+  void AddAngles();
+  void AddLabels();
+  Marks& MarksOf(Measure measure) { return marks_[static_cast<std::size_t>(measure)]; }
+  const Marks& MarksOf(Measure measure) const { return marks_[static_cast<std::size_t>(measure)]; }
+  void DrawMarks(QPainter& painter, double pixel, bool highlighted) const;
+
+  std::array<Marks, kMeasures.size()> marks_;
+};
