@@ -123,7 +123,7 @@ void HipPicture::AddAngles() {
 
 void HipPicture::AddLabels() {
   AddLabel(Measure::Lizm, "Label20", "l/2", {7.4, -0.95}, kLabelHeight);
-  AddLabel(Measure::Xizm, "Label21", "x", {-8.6, 0.65}, kLabelHeight);
+  AddLabel(Measure::Xizm, "Label21", "x", {-8.8, 0.65}, kLabelHeight);
   AddLabel(Measure::Zizm, "Label22", "z", {-1.2, 8.7}, kLabelHeight);
   AddLabel(Measure::Cizm, "Label23", "C", {-2.2, -11.4}, kLabelHeight);
   AddLabel(Measure::Hizm, "Label24", "H", {2.4, -8.6}, kLabelHeight);

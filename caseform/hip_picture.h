@@ -7,8 +7,8 @@
 #include <array>
 #include <cstddef>
 
+#include "case/case_entries.h"
 #include "caseform/dimension_marks.h"
-#include "caseform/measures.h"
 
 class HipPicture : public QWidget {
   Q_OBJECT
@@ -44,5 +44,5 @@ class HipPicture : public QWidget {
   const Marks& MarksOf(Measure measure) const { return marks_[static_cast<std::size_t>(measure)]; }
   void DrawMarks(QPainter& painter, double pixel, bool highlighted) const;
 
-  std::array<Marks, kMeasures.size()> marks_;
+  std::array<Marks, kMeasureCount> marks_;
 };

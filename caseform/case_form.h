@@ -1,0 +1,95 @@
+// The case form: what a person types about one hip. It checks single entries and points out on its
+// picture what a box means; what OK does with the entries is its listener's affair.
+#pragma once
+
+#include <QDialog>
+#include <QList>
+#include <QLocale>
+#include <QString>
+#include <QTimer>
+#include <optional>
+
+#include "case/case_entries.h"
+#include "caseform/case_form_controls.h"
+
+class EntryFocus;
+class MessageDoor;
+
+// Modal. Cancel, Escape and the close box hide it (signal `rejected`); it keeps its entries until
+// it is destroyed, and a new one has the proposed entries. Nothing else is remembered.
+class Form1 : public QDialog {
+  Q_OBJECT
+
+ public:
+  // `messages` must outlive the form. `locale` says which dates are valid; numbers are read the
+  // same way in every locale.
+  Form1(MessageDoor& messages, const QLocale& locale, QWidget* parent = nullptr);
+
+  // The entries as typed. A patient's box that holds nothing but blanks counts as empty.
+  CaseEntries Entries() const;
+
+  // Units must be of the box's list. Checks nothing, and drops the check of a box just left.
+  void SetEntries(const CaseEntries& entries);
+
+  // Writes the weight box alone; a confirmation does so when it assumes a body weight.
+  void SetBodyWeight(const QString& text);
+
+  // A typed number. A refused one gives nothing, sets `inputError` and shows "numeric value
+  // expected"; a number clears `inputError`. The boxes are left as they are.
+  std::optional<double> ParseNumber(const QString& text);
+
+  // The last number was refused.
+  bool inputError() const { return inputError_; }
+
+  // A check failed since the last BeginConfirmation().
+  bool entryError() const { return entryError_; }
+
+  // Clears `entryError` and the checks that are still to come from leaving a box. The checks below
+  // set `entryError` when they refuse.
+  void BeginConfirmation();
+
+  // ParseNumber for a confirmation.
+  std::optional<double> ConfirmNumber(const QString& text);
+
+  // The measure as the record holds it (cm, radians; the head radius in m). An angle above 2π that
+  // was typed in radians shows "wrong angle". Empty when it was refused.
+  std::optional<double> ConfirmMeasure(Measure measure, const MeasureEntry& entry);
+
+  // True for an empty text, "Unknown", a valid date and a year from 1001 to 2999; else shows "wrong
+  // date" and nothing else.
+  bool CheckDateOfBirth(const QString& text);
+
+ public slots:
+  void reject() override;
+
+ signals:
+  // OK, Enter, or Control and Enter in the comments. The form stays open.
+  void OkPressed();
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+
+ private:
+  void ConnectControls();
+  void WatchEntries();
+  void PressOk();
+  void ShowPicture(bool shown);
+  void SetHighlighted(const QWidget* box, bool highlighted);
+  void ScheduleCheck(QWidget* box);
+  void RunScheduledChecks();
+  void CheckLeftBox(const QWidget* box);
+  void DropScheduledChecks();
+  std::optional<double> ReadNumber(const QString& text);
+  void ShowError(const QString& text);
+
+  MessageDoor& messages_;
+  QLocale locale_;
+  CaseFormControls controls_;
+  EntryFocus* focus_;
+  QList<QWidget*> leftBoxes_;  // to be checked once the focus has moved
+  QTimer checkTimer_;
+  bool checking_ = false;
+  bool inputError_ = false;
+  bool entryError_ = false;
+};

@@ -1,0 +1,297 @@
+// Builds the controls of the case form.
+#include "caseform/case_form_controls.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QFontMetrics>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+#include <QVector>
+
+#include "caseform/form_fonts.h"
+#include "caseform/hip_picture.h"
+
+namespace {
+
+constexpr int kGrid = 8;  // pixels
+constexpr int kNumberWidth = 10 * kGrid;
+constexpr int kUnitWidth = 9 * kGrid;
+constexpr int kNameWidth = 18 * kGrid;
+constexpr int kDateWidth = 14 * kGrid;
+
+struct MeasureRow {
+  Measure measure;
+  const char* text;
+  const char* combo;
+  const char* label;    // an ampersand marks the access key
+  const char* caption;  // as a screen reader says it
+  const char* hint;
+  const char* proposed;
+};
+
+// "pelvic heigh" is spelt so, and x is the vertical coordinate. Deliberate.
+constexpr std::array kRows = {
+    MeasureRow{Measure::Lizm, "Text1", "Combo1", "&l/2", "l/2", "half of the interhip distance",
+               "10.40"},
+    MeasureRow{Measure::Cizm, "Text4", "Combo4", "&C", "C", "pelvic width", "4.40"},
+    MeasureRow{Measure::Hizm, "Text5", "Combo5", "&H", "H", "pelvic heigh", "16.00"},
+    MeasureRow{Measure::ThetaCE, "Text9", "Combo7", "ϑ C&E", "CE", "", "30.0"},
+    MeasureRow{Measure::Xizm, "Text2", "Combo2", "&x  trochanter", "x  trochanter",
+               "vertical coordinate of trochanter", "0.50"},
+    MeasureRow{Measure::Zizm, "Text3", "Combo3", "&z  trochanter", "z  trochanter",
+               "horizontal coordinate of trochanter", "6.00"},
+    MeasureRow{Measure::Zasuk, "Text6", "Combo6", "φ  &rotation angle", "rotation angle", "",
+               "0.0"},
+    MeasureRow{Measure::HeadRadius, "Text13", "Combo8", "ra&dius of head", "radius of head",
+               "radius of femoral head", "2.5"}};
+constexpr std::size_t kPelvisRows = 4;  // the rest belongs to the femur
+
+QStringList Units(Measure measure) {
+  if (Vse::IsAngle(measure)) return {Vse::kDegree.toString(), Vse::kRadian.toString()};
+  QStringList units = {Vse::kMillimetre.toString(), Vse::kCentimetre.toString()};
+  if (measure == Measure::HeadRadius) units.append(Vse::kMetre.toString());
+  return units;
+}
+
+// Makes the controls, names them, and counts the labels.
+class Builder {
+ public:
+  CaseFormControls Build(QDialog& form);
+
+ private:
+  QLabel* Label(const QString& text, QWidget* buddy = nullptr);
+  QLineEdit* LineBox(const char* name, const QString& caption, const QString& hint);
+  QLineEdit* NumberBox(const char* name, const QString& caption, const QString& hint);
+  QRadioButton* Option(const char* name, const QString& text, QWidget* frame);
+  QWidget* OptionFrame(const char* name, const QString& caption, QRadioButton*& first,
+                       const char* firstName, const QString& firstText, QRadioButton*& second,
+                       const char* secondName, const QString& secondText);
+  QPlainTextEdit* CommentsBox();
+  QWidget* PatientFrame();
+  QGridLayout* MeasureGrid(const QString& heading, std::size_t from, std::size_t to);
+  QWidget* DataFrame();
+  QPushButton* Button(const char* name, const QString& text);
+  QLayout* ButtonRow();
+
+  CaseFormControls controls_;
+  int labels_ = 0;
+};
+
+void SetHint(QWidget* widget, const QString& hint) {
+  widget->setToolTip(hint);
+  widget->setAccessibleDescription(hint);
+}
+
+QLabel* Builder::Label(const QString& text, QWidget* buddy) {
+  auto* label = new QLabel(text);
+  label->setObjectName(QStringLiteral("Label%1").arg(++labels_));
+  label->setBuddy(buddy);
+  if (buddy != nullptr) label->setToolTip(buddy->toolTip());
+  return label;
+}
+
+QLineEdit* Builder::LineBox(const char* name, const QString& caption, const QString& hint) {
+  auto* box = new QLineEdit;
+  box->setObjectName(name);
+  box->setAccessibleName(caption);
+  SetHint(box, hint);
+  return box;
+}
+
+QLineEdit* Builder::NumberBox(const char* name, const QString& caption, const QString& hint) {
+  QLineEdit* box = LineBox(name, caption, hint);
+  box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  box->setFixedWidth(kNumberWidth);
+  return box;
+}
+
+QRadioButton* Builder::Option(const char* name, const QString& text, QWidget* frame) {
+  auto* option = new QRadioButton(text, frame);
+  option->setObjectName(name);
+  option->setAccessibleName(QString(text).remove('&'));
+  option->setAccessibleDescription(frame->accessibleName());
+  return option;
+}
+
+QWidget* Builder::OptionFrame(const char* name, const QString& caption, QRadioButton*& first,
+                              const char* firstName, const QString& firstText,
+                              QRadioButton*& second, const char* secondName,
+                              const QString& secondText) {
+  auto* frame = new QFrame;
+  frame->setObjectName(name);
+  frame->setAccessibleName(caption);
+  first = Option(firstName, firstText, frame);
+  second = Option(secondName, secondText, frame);
+  auto* row = new QHBoxLayout(frame);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(2 * kGrid);
+  row->addWidget(first);
+  row->addWidget(second);
+  row->addStretch();
+  return frame;
+}
+
+QPlainTextEdit* Builder::CommentsBox() {
+  auto* box = new QPlainTextEdit;
+  box->setObjectName("Text12");
+  box->setAccessibleName("Comments");
+  SetHint(box, "polovicna medkolcna razdalja");  // the hint of l/2. Deliberate.
+  box->setTabChangesFocus(true);
+  constexpr int kLines = 3;
+  box->setFixedHeight(QFontMetrics(box->font()).lineSpacing() * kLines + 2 * kGrid);
+  return box;
+}
+
+QWidget* Builder::PatientFrame() {
+  auto* frame = new QGroupBox("Patient");
+  frame->setObjectName("Frame2");
+  auto& c = controls_;
+  c.surname = LineBox("Text8", "Surname", {});
+  c.firstName = LineBox("Text7", "First name", {});
+  c.dateOfBirth = LineBox("Text11", "Birth", "date of birth");
+  c.bodyWeight = NumberBox("Text10", "Weight", "body weight");
+  c.comments = CommentsBox();
+  c.surname->setMinimumWidth(kNameWidth);
+  c.firstName->setMinimumWidth(kDateWidth);
+  QWidget* sex =
+      OptionFrame("Frame3", "Sex", c.male, "Option1", "&male", c.female, "Option2", "fem&ale");
+  QWidget* hip =
+      OptionFrame("Frame4", "Hip", c.left, "Option3", "Lef&t", c.right, "Option4", "Ri&ght");
+  auto* weight = new QHBoxLayout;
+  weight->setSpacing(kGrid);
+  weight->addWidget(c.bodyWeight);
+  weight->addWidget(Label("kg"));
+  weight->addStretch();
+
+  auto* grid = new QGridLayout(frame);
+  grid->setContentsMargins(2 * kGrid, kGrid, 2 * kGrid, 2 * kGrid);
+  grid->setHorizontalSpacing(kGrid);
+  grid->setVerticalSpacing(kGrid);
+  grid->setColumnMinimumWidth(2, kGrid);
+  grid->addWidget(Label("&Surname", c.surname), 0, 0);
+  grid->addWidget(c.surname, 0, 1);
+  grid->addWidget(Label("&First name", c.firstName), 0, 3);
+  grid->addWidget(c.firstName, 0, 4);
+  grid->addWidget(Label("Sex"), 1, 0);
+  grid->addWidget(sex, 1, 1);
+  grid->addWidget(Label("&Birth", c.dateOfBirth), 1, 3);
+  grid->addWidget(c.dateOfBirth, 1, 4);
+  grid->addWidget(Label("&Weight", c.bodyWeight), 2, 0);
+  grid->addLayout(weight, 2, 1);
+  grid->addWidget(Label("Hip"), 2, 3);
+  grid->addWidget(hip, 2, 4);
+  grid->addWidget(Label("Comme&nts", c.comments), 3, 0, Qt::AlignTop);
+  grid->addWidget(c.comments, 3, 1, 1, 4);
+  return frame;
+}
+
+QGridLayout* Builder::MeasureGrid(const QString& heading, std::size_t from, std::size_t to) {
+  auto* grid = new QGridLayout;
+  grid->setHorizontalSpacing(kGrid);
+  grid->setVerticalSpacing(kGrid);
+  grid->setColumnStretch(0, 1);
+  grid->addWidget(Label(heading), 0, 0, 1, 3);
+  for (std::size_t i = from; i < to; ++i) {
+    const MeasureRow& row = kRows[i];
+    MeasureControls& controls = controls_.measures[static_cast<std::size_t>(row.measure)];
+    controls.text = NumberBox(row.text, row.caption, row.hint);
+    controls.unit = new QComboBox;
+    controls.unit->setObjectName(row.combo);
+    controls.unit->setAccessibleName(QString(row.caption) + " unit");
+    controls.unit->addItems(Units(row.measure));
+    controls.unit->setFixedWidth(kUnitWidth);
+    const int line = static_cast<int>(i - from) + 1;
+    grid->addWidget(Label(row.label, controls.text), line, 0);
+    grid->addWidget(controls.text, line, 1);
+    grid->addWidget(controls.unit, line, 2);
+  }
+  return grid;
+}
+
+QWidget* Builder::DataFrame() {
+  auto* frame = new QGroupBox("Data");
+  frame->setObjectName("Frame1");
+  auto* columns = new QHBoxLayout(frame);
+  columns->setContentsMargins(2 * kGrid, kGrid, 2 * kGrid, 2 * kGrid);
+  columns->setSpacing(4 * kGrid);
+  columns->addLayout(MeasureGrid("Pelvis", 0, kPelvisRows));
+  columns->addLayout(MeasureGrid("Femur", kPelvisRows, kRows.size()));
+  return frame;
+}
+
+QPushButton* Builder::Button(const char* name, const QString& text) {
+  auto* button = new QPushButton(text);
+  button->setObjectName(name);
+  button->setAccessibleName(QString(text).remove('&'));
+  return button;
+}
+
+QLayout* Builder::ButtonRow() {
+  auto& c = controls_;
+  c.ok = Button("Command1", "OK");
+  c.cancel = Button("Command2", "Cancel");
+  c.hidePicture = Button("Command3", "&Input data   ==>");
+  c.showPicture = Button("Command4", "&Input data   <==");
+  c.ok->setDefault(true);
+  c.showPicture->hide();
+  auto* row = new QHBoxLayout;
+  row->setSpacing(kGrid);
+  row->addWidget(c.hidePicture);
+  row->addWidget(c.showPicture);
+  row->addStretch();
+  row->addWidget(c.ok);
+  row->addWidget(c.cancel);
+  return row;
+}
+
+void SetTabOrder(const CaseFormControls& c) {
+  QList<QWidget*> order = {c.surname,    c.firstName, c.male,  c.female,  c.dateOfBirth,
+                           c.bodyWeight, c.left,      c.right, c.comments};
+  for (const MeasureRow& row : kRows) {
+    const MeasureControls& controls = c.measures[static_cast<std::size_t>(row.measure)];
+    order << controls.text << controls.unit;
+  }
+  order << c.ok << c.cancel << c.hidePicture << c.showPicture;
+  for (qsizetype i = 1; i < order.size(); ++i) QWidget::setTabOrder(order[i - 1], order[i]);
+}
+
+CaseFormControls Builder::Build(QDialog& form) {
+  form.setFont(FormFonts::Label());
+  auto* left = new QVBoxLayout;
+  left->setSpacing(2 * kGrid);
+  left->addWidget(PatientFrame());
+  left->addWidget(DataFrame());
+  left->addStretch();
+  left->addLayout(ButtonRow());
+  controls_.picture = new HipPicture;
+  auto* columns = new QHBoxLayout(&form);
+  columns->setContentsMargins(2 * kGrid, 2 * kGrid, 2 * kGrid, 2 * kGrid);
+  columns->setSpacing(2 * kGrid);
+  columns->addLayout(left);
+  columns->addWidget(controls_.picture, 1);
+  SetTabOrder(controls_);
+  return controls_;
+}
+
+}  // namespace
+
+CaseFormControls BuildCaseFormControls(QDialog& form) {
+  return Builder().Build(form);
+}
+
+CaseEntries DefaultCaseEntries() {
+  CaseEntries entries;
+  for (const MeasureRow& row : kRows) {
+    const QStringView unit = Vse::IsAngle(row.measure) ? Vse::kDegree : Vse::kCentimetre;
+    entries[row.measure] = {row.proposed, unit.toString()};
+  }
+  return entries;
+}

@@ -1,0 +1,43 @@
+// Tells which entry box a person is in. A message, a menu or another window on top does not count
+// as leaving: the person comes back to the same box.
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QObject>
+
+class QWidget;
+
+class EntryFocus : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit EntryFocus(QObject* parent) : QObject(parent) {}
+
+  // `box` is a QLineEdit or a QPlainTextEdit. Entering it selects its whole text, a click included;
+  // dragging the mouse selects what it passes over.
+  void Watch(QWidget* box);
+
+  // The box that a person is in; null when there is none.
+  QWidget* Current() const { return current_; }
+
+  // Nobody is in any box; Left is told of the last one.
+  void Reset() { Leave(current_); }
+
+ signals:
+  void Entered(QWidget* box);
+  // Told from inside the focus event: listeners must not open a window.
+  void Left(QWidget* box);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void Enter(QWidget* box, Qt::FocusReason reason);
+  void Leave(QWidget* box);
+  void FinishClick(QWidget* box);
+
+  QHash<QObject*, QWidget*> boxes_;  // the box that a widget belongs to
+  QWidget* current_ = nullptr;
+  QWidget* clicked_ = nullptr;  // entered by a press of the mouse that has not been released yet
+};
