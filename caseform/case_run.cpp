@@ -1,0 +1,137 @@
+// Confirmation, computation and display of one case.
+#include "caseform/case_run.h"
+
+#include <optional>
+
+#include "case/case_conversion.h"
+#include "case/number_text.h"
+
+namespace {
+
+constexpr int kShownDecimals = 2;
+
+QString Text(const char* text) {
+  return QString::fromUtf8(text);
+}
+
+// The body weight in kg. An empty box is an unknown weight: the model then takes 60 kg.
+std::optional<double> ConfirmBodyWeight(Form1& form, const QString& text, bool& weightUnknown) {
+  if (!text.isEmpty()) return form.ConfirmNumber(text);
+  weightUnknown = true;
+  form.SetBodyWeight(QString::number(Vse::kAssumedBodyWeight));
+  return Vse::kAssumedBodyWeight;
+}
+
+// Every entry in the order of the checks, in held units. Each check that fails has its own message.
+std::optional<CaseData> CheckEntries(Form1& form, bool& weightUnknown) {
+  const CaseEntries entries = form.Entries();
+  CaseData data;
+  form.BeginConfirmation();
+  for (std::size_t i = 0; i < kMeasureCount; ++i) {
+    const auto measure = static_cast<Measure>(i);
+    const std::optional<double> held = form.ConfirmMeasure(measure, entries.measures[i]);
+    Vse::SetValue(data.geometry, measure, held.value_or(0.0));
+  }
+  data.bodyWeight = ConfirmBodyWeight(form, entries.bodyWeight, weightUnknown).value_or(0.0);
+  form.CheckDateOfBirth(entries.dateOfBirth);
+  if (form.entryError()) return std::nullopt;
+  data.weightUnknown = weightUnknown;
+  data.patient = Vse::PatientTextsOf(entries, weightUnknown);
+  return data;
+}
+
+QString Shown(double value, const QLocale& locale) {
+  return Vse::NumberText(Vse::TruncateToDecimals(value, kShownDecimals), locale);
+}
+
+QStringList Captions(const CaseRecord& record, const QLocale& locale) {
+  constexpr double kCentimetresPerMetre = 100.0;
+  const Geometry& g = record.geometry;
+  const QString edge = Vse::NumberText(Vse::RadiansToDegrees(g.thetaCE), locale);
+  const QString radius = Vse::NumberText(g.headRadius * kCentimetresPerMetre, locale);
+  return {Text("Theta-CE = %1 °").arg(edge), Text("Radius of femoral head = %1 cm").arg(radius),
+          Text("Theta-R = %1 °").arg(Shown(record.results.thetaR, locale))};
+}
+
+void DrawDiagram(const CaseRecord& record, const Vizual::Target& target) {
+  constexpr double kPascalsPerMegapascal = 1e6;
+  constexpr double kLegendUnit = 1000.0;  // m^-2, and newtons in a kN
+  constexpr double kMillimetresPerMetre = 1000.0;
+  const Results& results = record.results;
+  const bool absolute = !record.weightUnknown;
+  const bool left = record.patient.hip == u"L";
+
+  target.Labels().absoluteStress = absolute;
+  target.Labels().leftHip.visible = left;
+  target.Labels().rightHip.visible = !left;
+  const double stressScale =
+      absolute ? results.pmax / kPascalsPerMegapascal : results.pmaxWb / kLegendUnit;
+  const double forceScale =
+      absolute ? results.rWb * record.bodyWeight * Sila::kGravity / kLegendUnit : results.rWb;
+  double edgeAngle = Vizual::ToDiagramDegrees(record.geometry.thetaCE);
+  double poleAngle = results.thetaPol;
+  double forceAngle = results.thetaR;
+  Vizual::DrawHipDiagram(Vizual::FormOf(record.patient.hip), target, stressScale,
+                         record.geometry.headRadius * kMillimetresPerMetre, edgeAngle, poleAngle,
+                         forceAngle, forceScale);
+}
+
+}  // namespace
+
+bool ConfirmCase(Form1& form, const CaseRun& run) {
+  const std::optional<CaseData> data = CheckEntries(form, run.record.weightUnknown);
+  if (!data) return false;
+  static_cast<CaseData&>(run.record) = *data;
+  run.window.EnablePanels();
+  run.window.MarkCaseToShow();
+  form.hide();
+  run.window.ClearCharts();
+  CopyPatientToPanel(run);
+  ComputeAll(run);
+  return true;
+}
+
+void CopyPatientToPanel(const CaseRun& run) {
+  const PatientTexts& patient = run.record.patient;
+  const auto set = [&](QString PatientTexts::*box, QStringView placeholder) {
+    run.window.SetPatientBox(box, patient.*box, patient.*box != placeholder);
+  };
+  set(&PatientTexts::name, Vse::kUnknown);
+  set(&PatientTexts::dateOfBirth, Vse::kUnknown);
+  set(&PatientTexts::bodyWeight, Vse::kUnknown);
+  set(&PatientTexts::comments, Vse::kNoComments);
+  run.window.SetPatientBox(&PatientTexts::sex, patient.sex, true);
+  run.window.SetPatientBox(&PatientTexts::hip, patient.hip, true);
+}
+
+bool ComputeAll(const CaseRun& run) {
+  switch (Vse::RunModel(run.record)) {
+    case Sila::HipOutcome::Ok:
+      ShowResults(run);
+      return true;
+    case Sila::HipOutcome::DivisionByZero:
+      run.messages.ShowError(run.window.Widget(), Text("Division by zero"), Text("Error"));
+      return false;
+    case Sila::HipOutcome::OutOfRange:
+    case Sila::HipOutcome::NoPole:
+      break;
+  }
+  run.messages.ShowError(run.window.Widget(),
+                         Text("In this range of input data you could not use this model"),
+                         Text("Sorry"));
+  return false;
+}
+
+void ShowResults(const CaseRun& run) {
+  const CaseRecord& record = run.record;
+  const auto shown = [&](double value) { return Shown(value, run.locale); };
+  ResultTexts texts = {.rWb = shown(record.results.rWb),
+                       .thetaR = shown(record.results.thetaR),
+                       .thetaPol = shown(record.results.thetaPol),
+                       .pmaxWb = shown(record.results.pmaxWb),
+                       .pmax = {}};
+  if (!record.weightUnknown) texts.pmax = shown(record.results.pmax);
+  run.window.SetResults(texts);
+  DrawDiagram(record, run.window.Diagram());
+  run.window.SetCaptions(Captions(record, run.locale));
+}

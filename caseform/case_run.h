@@ -1,0 +1,35 @@
+// From OK on the case form to the results in the window: checks and conversion, patient panel,
+// model, results and diagram.
+#pragma once
+
+#include <QLocale>
+
+#include "case/case_record.h"
+#include "caseform/case_form.h"
+#include "caseform/case_window.h"
+#include "platform/message_door.h"
+
+// What a run works on. All of it belongs to the caller.
+struct CaseRun {
+  CaseRecord& record;
+  CaseWindow& window;
+  MessageDoor& messages;
+  QLocale locale;
+};
+
+// Checks and converts every entry. When a check fails, its message has been shown, the form stays
+// open with its entries and the record is as it was but for `weightUnknown`; gives false. Otherwise
+// hides the form, fills panels and record and runs the model; gives true, also when the model
+// refuses the case.
+bool ConfirmCase(Form1& form, const CaseRun& run);
+
+// Shows the record's patient in the panel. Name, date of birth, body weight and comments are
+// disabled where they hold a placeholder.
+void CopyPatientToPanel(const CaseRun& run);
+
+// Runs the model on the record. Gives true when stresses were computed and shown; otherwise the
+// reason has been shown and the results panel keeps what it showed.
+bool ComputeAll(const CaseRun& run);
+
+// Shows results and diagram of the record.
+void ShowResults(const CaseRun& run);

@@ -1,0 +1,52 @@
+// What the run from OK to results needs of the window that shows the case. The main window is one.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+#include "case/case_record.h"
+#include "diagram/hip_diagram.h"
+
+class QWidget;
+
+// The results as shown: truncated to two decimals, in the locale's way.
+struct ResultTexts {
+  QString rWb;
+  QString thetaR;               // degrees
+  QString thetaPol;             // degrees
+  QString pmaxWb;               // m^-2
+  std::optional<QString> pmax;  // Pa; nothing while the body weight is unknown
+};
+
+class CaseWindow {
+ public:
+  CaseWindow() = default;
+  CaseWindow(const CaseWindow&) = delete;
+  CaseWindow& operator=(const CaseWindow&) = delete;
+  virtual ~CaseWindow() = default;
+
+  // The widget that messages of the run belong to.
+  virtual QWidget* Widget() = 0;
+
+  // Frames, labels and boxes of patient and results can be used from now on.
+  virtual void EnablePanels() = 0;
+
+  // There is a case that the 3D view can show.
+  virtual void MarkCaseToShow() = 0;
+
+  // An empty diagram with a solid pen, its labels hidden, and no captions.
+  virtual void ClearCharts() = 0;
+
+  // Fills the patient panel. A box that gets a placeholder is disabled where `CopyPatientToPanel`
+  // says.
+  virtual void SetPatientBox(QString PatientTexts::*box, const QString& text, bool enabled) = 0;
+
+  virtual void SetResults(const ResultTexts& results) = 0;
+
+  // Where the diagram is drawn on screen.
+  virtual Vizual::Target Diagram() = 0;
+
+  // Captions beside the diagram, one a line.
+  virtual void SetCaptions(const QStringList& captions) = 0;
+};
