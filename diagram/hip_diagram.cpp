@@ -121,16 +121,22 @@ class HipDrawing {
   // The pole lies at or beyond the edge: the stroke at the edge is the longest.
   void DrawFanFromEdge() {
     const double first = pole_ - edge_;
-    for (double phi = first; std::cos(phi) >= 0.0; phi += kStep) {
+    double phi = first;
+    while (std::cos(phi) >= 0.0) {
       DrawStressStroke(phi, std::cos(phi) / std::cos(first));
+      phi += kStep;
     }
   }
 
   // Deliberate: both sweeps draw the stroke at the pole, and the last stroke before the edge need
   // not lie on it.
   void DrawFanFromPole() {
-    for (double phi = 0.0; std::cos(phi) >= 0.0; phi += kStep) DrawStressStroke(phi, std::cos(phi));
     double phi = 0.0;
+    while (std::cos(phi) >= 0.0) {
+      DrawStressStroke(phi, std::cos(phi));
+      phi += kStep;
+    }
+    phi = 0.0;
     do {
       DrawStressStroke(phi, std::cos(phi));
       phi -= kStep;

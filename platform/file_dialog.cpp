@@ -26,7 +26,7 @@ QStringList NameFilters(const QString& filter) {
 // Empty when the user has changed their mind.
 QString Ask(QFileDialog& dialog, QString& lastFolder) {
   if (dialog.exec() != QDialog::Accepted) return {};
-  const QString path = dialog.selectedFiles().value(0);
+  QString path = dialog.selectedFiles().value(0);
   lastFolder = QFileInfo(path).absolutePath();
   return path;
 }

@@ -24,8 +24,8 @@ QRectF PictureView::PictureArea() const {
   const double pixels = devicePixelRatioF();
   const QSizeF room = QSizeF(size()) * pixels;
   const QSizeF wanted = ratio_.isEmpty() ? room : QSizeF(ratio_).scaled(room, Qt::KeepAspectRatio);
-  const QSizeF whole(std::max(1.0, std::floor(wanted.width())),
-                     std::max(1.0, std::floor(wanted.height())));
+  const QSizeF whole(std::max(1.0, std::round(wanted.width())),
+                     std::max(1.0, std::round(wanted.height())));
   const QPointF corner(std::floor((room.width() - whole.width()) / 2.0),
                        std::floor((room.height() - whole.height()) / 2.0));
   return {corner / pixels, whole / pixels};

@@ -52,7 +52,10 @@ inline DiagramCase With(DiagramCase row, Vizual::Side side, bool onPaper) {
 struct Drawn {
   explicit Drawn(const DiagramCase& row)
       : edge(row.edgeAngle), pole(row.poleAngle), force(row.forceAngle) {
-    if (row.onPaper) picture.SetBackColor(kWhite);  // as the report does
+    if (row.onPaper) {  // as the report does
+      picture.SetBackColor(kWhite);
+      labels.leftHip.backColor = labels.rightHip.backColor = kWhite;
+    }
     labels.absoluteStress = row.absolute;
     labels.leftHip.visible = row.side == Vizual::Side::D;
     labels.rightHip.visible = !labels.leftHip.visible;
