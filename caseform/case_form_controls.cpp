@@ -24,7 +24,7 @@ namespace {
 constexpr int kGrid = 8;  // pixels
 constexpr int kNumberWidth = 10 * kGrid;
 constexpr int kUnitWidth = 9 * kGrid;
-constexpr int kNameWidth = 18 * kGrid;
+constexpr int kNameWidth = 16 * kGrid;
 constexpr int kDateWidth = 14 * kGrid;
 
 struct MeasureRow {
@@ -145,8 +145,9 @@ QPlainTextEdit* Builder::CommentsBox() {
   box->setAccessibleName("Comments");
   SetHint(box, "polovicna medkolcna razdalja");  // the hint of l/2. Deliberate.
   box->setTabChangesFocus(true);
+  box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
   constexpr int kLines = 3;
-  box->setFixedHeight(QFontMetrics(box->font()).lineSpacing() * kLines + 2 * kGrid);
+  box->setMinimumHeight(QFontMetrics(FormFonts::Label()).lineSpacing() * kLines + 2 * kGrid);
   return box;
 }
 
@@ -190,6 +191,7 @@ QWidget* Builder::PatientFrame() {
   grid->addWidget(hip, 2, 4);
   grid->addWidget(Label("Comme&nts", c.comments), 3, 0, Qt::AlignTop);
   grid->addWidget(c.comments, 3, 1, 1, 4);
+  grid->setRowStretch(3, 1);
   return frame;
 }
 
@@ -221,7 +223,7 @@ QWidget* Builder::DataFrame() {
   frame->setObjectName("Frame1");
   auto* columns = new QHBoxLayout(frame);
   columns->setContentsMargins(2 * kGrid, kGrid, 2 * kGrid, 2 * kGrid);
-  columns->setSpacing(4 * kGrid);
+  columns->setSpacing(3 * kGrid);
   columns->addLayout(MeasureGrid("Pelvis", 0, kPelvisRows));
   columns->addLayout(MeasureGrid("Femur", kPelvisRows, kRows.size()));
   return frame;
@@ -242,6 +244,7 @@ QLayout* Builder::ButtonRow() {
   c.showPicture = Button("Command4", "&Input data   <==");
   c.ok->setDefault(true);
   c.showPicture->hide();
+  for (QPushButton* button : {c.hidePicture, c.showPicture}) button->setMinimumWidth(16 * kGrid);
   auto* row = new QHBoxLayout;
   row->setSpacing(kGrid);
   row->addWidget(c.hidePicture);
@@ -267,9 +270,8 @@ CaseFormControls Builder::Build(QDialog& form) {
   form.setFont(FormFonts::Label());
   auto* left = new QVBoxLayout;
   left->setSpacing(2 * kGrid);
-  left->addWidget(PatientFrame());
+  left->addWidget(PatientFrame(), 1);
   left->addWidget(DataFrame());
-  left->addStretch();
   left->addLayout(ButtonRow());
   controls_.picture = new HipPicture;
   auto* columns = new QHBoxLayout(&form);

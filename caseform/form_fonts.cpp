@@ -5,10 +5,15 @@
 
 namespace FormFonts {
 
+namespace {
+constexpr double kSerif = 1.2;  // small letters of Times are lower than those of a desktop's font
+}  // namespace
+
 QFont Label() {
   QFont font = QApplication::font();
   font.setFamilies({"Times New Roman", "Liberation Serif"});
   font.setStyleHint(QFont::Serif);
+  font.setPointSizeF(font.pointSizeF() * kSerif);
   return font;
 }
 

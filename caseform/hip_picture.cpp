@@ -14,7 +14,7 @@ namespace {
 
 using HipBones::kExtent;
 
-constexpr double kPixelsPerCm = 18.0;      // proposed size
+constexpr double kPixelsPerCm = 17.2;      // proposed size
 constexpr double kLabelHeight = 1.25;      // cm of the picture
 constexpr double kSubscriptHeight = 0.85;  // cm
 
