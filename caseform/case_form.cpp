@@ -207,12 +207,13 @@ void Form1::ShowPicture(bool shown) {
   QPushButton* pressed = shown ? controls_.showPicture : controls_.hidePicture;
   const bool hadFocus = pressed->hasFocus();
   const int step = controls_.picture->width() + layout()->spacing();
+  const int wanted = shown ? width() + step : width() - step;
   next->show();
   if (hadFocus) next->setFocus();
   pressed->hide();
   controls_.picture->setVisible(shown);
   layout()->activate();
-  resize(shown ? width() + step : width() - step, height());
+  resize(wanted, height());
 }
 
 void Form1::SetHighlighted(const QWidget* box, bool highlighted) {

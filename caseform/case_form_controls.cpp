@@ -1,7 +1,7 @@
 // Builds the controls of the case form.
 #include "caseform/case_form_controls.h"
 
-#include <QApplication>
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QDialog>
 #include <QFontMetrics>
@@ -13,8 +13,8 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStringList>
 #include <QVBoxLayout>
-#include <QVector>
 
 #include "caseform/form_fonts.h"
 #include "caseform/hip_picture.h"
@@ -208,6 +208,8 @@ QGridLayout* Builder::MeasureGrid(const QString& heading, std::size_t from, std:
     controls.unit = new QComboBox;
     controls.unit->setObjectName(row.combo);
     controls.unit->setAccessibleName(QString(row.caption) + " unit");
+    controls.unit->view()->setObjectName(controls.unit->objectName() + "List");
+    controls.unit->view()->setAccessibleName(controls.unit->accessibleName());
     controls.unit->addItems(Units(row.measure));
     controls.unit->setFixedWidth(kUnitWidth);
     const int line = static_cast<int>(i - from) + 1;

@@ -21,8 +21,7 @@ bool HasSelection(const QWidget* box) {
 
 // A window or a menu comes to the front; the box gets the focus back afterwards.
 bool IsInterruption(Qt::FocusReason reason) {
-  return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason ||
-         reason == Qt::MenuBarFocusReason;
+  return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
 }
 
 }  // namespace
@@ -53,7 +52,7 @@ void EntryFocus::Enter(QWidget* box, Qt::FocusReason reason) {
   Leave(current_);  // the focus may have been moved on while another window was in front
   current_ = box;
   clicked_ = reason == Qt::MouseFocusReason ? box : nullptr;
-  SelectAll(box);
+  if (clicked_ == nullptr) SelectAll(box);
   emit Entered(box);
 }
 
@@ -63,7 +62,8 @@ void EntryFocus::Leave(QWidget* box) {
   if (box != nullptr) emit Left(box);
 }
 
-// The press has put the cursor where the mouse is and undone the selection.
+// Not at the press, which puts the cursor where the mouse is, and on selected text begins to drag
+// it.
 void EntryFocus::FinishClick(QWidget* box) {
   if (box == clicked_ && !HasSelection(box)) SelectAll(box);
   clicked_ = nullptr;

@@ -1,0 +1,254 @@
+// Every control of the case form: name, caption, hint, proposed entry, units, way of the Tab key.
+#include <QAccessible>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+#include <QSet>
+
+#include "caseform/hip_picture.h"
+#include "tests/caseform/form_fixture.h"
+#include "tests/support/row_name.h"
+
+namespace {
+
+struct MeasureRow {
+  const char* name;
+  const char* box;
+  const char* list;
+  const char* caption;
+  const char* hint;
+  const char* proposed;
+  QStringList units;
+  const char* unit;
+};
+
+class MeasureControlsTable : public CaseForm, public testing::WithParamInterface<MeasureRow> {};
+
+QLabel* LabelOf(const QWidget& form, const QWidget* box) {
+  for (QLabel* label : form.findChildren<QLabel*>()) {
+    if (label->buddy() == box) return label;
+  }
+  return nullptr;
+}
+
+TEST_P(MeasureControlsTable, IsThere) {
+  const MeasureRow& row = GetParam();
+  auto* box = Find(row.box);
+  auto* list = Find<QComboBox>(row.list);
+  EXPECT_EQ(box->accessibleName(), row.caption);
+  EXPECT_EQ(box->toolTip(), row.hint);
+  EXPECT_EQ(box->accessibleDescription(), row.hint);
+  EXPECT_EQ(box->text(), row.proposed);
+  EXPECT_TRUE(box->alignment().testFlag(Qt::AlignRight));
+  EXPECT_EQ(list->accessibleName(), QString(row.caption) + " unit");
+  EXPECT_EQ(list->currentText(), row.unit);
+  EXPECT_FALSE(list->isEditable());
+  QStringList units;
+  for (int i = 0; i < list->count(); ++i) units << list->itemText(i);
+  EXPECT_EQ(units, row.units);
+  EXPECT_TRUE(Control("Frame1")->isAncestorOf(box));
+  const QLabel* label = LabelOf(*form_, box);
+  ASSERT_NE(label, nullptr);
+  EXPECT_TRUE(label->text().remove('&').contains(row.caption)) << label->text().toStdString();
+}
+
+const QStringList kLength = {"mm", "cm"};
+const QStringList kAngle = {"  °  ", "rad"};
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, MeasureControlsTable,
+    testing::Values(
+        MeasureRow{"Lizm", "Text1", "Combo1", "l/2", "half of the interhip distance", "10.40",
+                   kLength, "cm"},
+        MeasureRow{"Xizm", "Text2", "Combo2", "x  trochanter", "vertical coordinate of trochanter",
+                   "0.50", kLength, "cm"},
+        MeasureRow{"Zizm", "Text3", "Combo3", "z  trochanter",
+                   "horizontal coordinate of trochanter", "6.00", kLength, "cm"},
+        MeasureRow{"Cizm", "Text4", "Combo4", "C", "pelvic width", "4.40", kLength, "cm"},
+        MeasureRow{"Hizm", "Text5", "Combo5", "H", "pelvic heigh", "16.00", kLength, "cm"},
+        MeasureRow{"Zasuk", "Text6", "Combo6", "rotation angle", "", "0.0", kAngle, "  °  "},
+        MeasureRow{"ThetaCE", "Text9", "Combo7", "CE", "", "30.0", kAngle, "  °  "},
+        MeasureRow{"HeadRadius", "Text13", "Combo8", "radius of head", "radius of femoral head",
+                   "2.5", QStringList{"mm", "cm", "m"}, "cm"}),
+    RowName());
+
+struct PatientRow {
+  const char* name;
+  const char* box;
+  const char* caption;
+  const char* hint;
+};
+
+class PatientControlsTable : public CaseForm, public testing::WithParamInterface<PatientRow> {};
+
+TEST_P(PatientControlsTable, IsThereAndEmpty) {
+  const PatientRow& row = GetParam();
+  QWidget* box = Control(row.box);
+  EXPECT_EQ(box->accessibleName(), row.caption);
+  EXPECT_EQ(box->toolTip(), row.hint);
+  EXPECT_EQ(box->accessibleDescription(), row.hint);
+  EXPECT_TRUE(Control("Frame2")->isAncestorOf(box));
+  const QLabel* label = LabelOf(*form_, box);
+  ASSERT_NE(label, nullptr);
+  EXPECT_EQ(label->text().remove('&'), row.caption);
+  const auto* line = qobject_cast<QLineEdit*>(box);
+  EXPECT_TRUE(line == nullptr || line->text().isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, PatientControlsTable,
+                         testing::Values(PatientRow{"FirstName", "Text7", "First name", ""},
+                                         PatientRow{"Surname", "Text8", "Surname", ""},
+                                         PatientRow{"Weight", "Text10", "Weight", "body weight"},
+                                         PatientRow{"Birth", "Text11", "Birth", "date of birth"},
+                                         PatientRow{"Comments", "Text12", "Comments",
+                                                    "polovicna medkolcna razdalja"}),
+                         RowName());
+
+TEST_F(CaseForm, IsModalAndSaysWhatItIs) {
+  EXPECT_EQ(form_->windowTitle(), "TELMARION data");
+  EXPECT_EQ(form_->objectName(), "Form1");
+  EXPECT_TRUE(form_->isModal());
+  EXPECT_EQ(Find<QGroupBox>("Frame1")->title(), "Data");
+  EXPECT_EQ(Find<QGroupBox>("Frame2")->title(), "Patient");
+}
+
+TEST_F(CaseForm, SexAndHipAreOpenAndExcludeEachOther) {
+  for (const auto& [name, text, frame] :
+       {std::tuple("Option1", "male", "Frame3"), std::tuple("Option2", "female", "Frame3"),
+        std::tuple("Option3", "Left", "Frame4"), std::tuple("Option4", "Right", "Frame4")}) {
+    auto* option = Find<QRadioButton>(name);
+    EXPECT_EQ(option->text().remove('&'), text);
+    EXPECT_EQ(option->accessibleName(), text);
+    EXPECT_FALSE(option->isChecked());
+    EXPECT_TRUE(Control(frame)->isAncestorOf(option));
+  }
+  EXPECT_EQ(Control("Frame3")->accessibleName(), "Sex");
+  EXPECT_EQ(Control("Frame4")->accessibleName(), "Hip");
+  Find<QRadioButton>("Option1")->click();
+  Find<QRadioButton>("Option4")->click();
+  Find<QRadioButton>("Option2")->click();
+  EXPECT_FALSE(Find<QRadioButton>("Option1")->isChecked());
+  EXPECT_TRUE(Find<QRadioButton>("Option4")->isChecked());
+}
+
+TEST_F(CaseForm, ButtonsSayWhatTheyDo) {
+  for (const auto& [name, text] :
+       {std::pair("Command1", "OK"), std::pair("Command2", "Cancel"),
+        std::pair("Command3", "Input data   ==>"), std::pair("Command4", "Input data   <==")}) {
+    EXPECT_EQ(Find<QPushButton>(name)->text().remove('&'), text);
+    EXPECT_EQ(Find<QPushButton>(name)->accessibleName(), text);
+  }
+  EXPECT_TRUE(Control("Command3")->isVisible());
+  EXPECT_FALSE(Control("Command4")->isVisible());
+  EXPECT_TRUE(Find<QPushButton>("Command1")->isDefault());
+}
+
+TEST_F(CaseForm, LabelsAreSetInTimes) {
+  for (const QLabel* label : form_->findChildren<QLabel*>()) {
+    EXPECT_EQ(label->font().families().value(0), "Times New Roman");
+  }
+  EXPECT_EQ(LabelOf(*form_, Find("Text9"))->text().remove('&'), "ϑ CE");
+  EXPECT_EQ(LabelOf(*form_, Find("Text6"))->text().remove('&'), "φ  rotation angle");
+}
+
+TEST_F(CaseForm, EveryControlHasANameAndScreenReadersHearIt) {
+  QSet<QString> names;
+  for (QWidget* widget : form_->findChildren<QWidget*>()) {
+    if (widget->focusPolicy() == Qt::NoFocus || widget->objectName().startsWith("qt_")) continue;
+    EXPECT_FALSE(widget->objectName().isEmpty()) << widget->metaObject()->className();
+    EXPECT_FALSE(names.contains(widget->objectName())) << widget->objectName().toStdString();
+    names.insert(widget->objectName());
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(widget);
+    ASSERT_NE(accessible, nullptr);
+    EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty())
+        << widget->objectName().toStdString();
+  }
+  EXPECT_EQ(names.size(), 8 + 8 + 8 + 5 + 4 + 4)
+      << QStringList(names.values()).join(' ').toStdString();
+}
+
+TEST_F(CaseForm, AccessKeysAreUnique) {
+  QHash<QChar, QString> keys;
+  const auto add = [&keys](const QString& text) {
+    const qsizetype mark = text.indexOf('&');
+    if (mark < 0) return;
+    const QChar key = text[mark + 1].toLower();
+    EXPECT_FALSE(keys.contains(key)) << text.toStdString() << " and " << keys[key].toStdString();
+    keys[key] = text;
+  };
+  for (const QLabel* label : form_->findChildren<QLabel*>()) add(label->text());
+  for (const QAbstractButton* button : form_->findChildren<QAbstractButton*>()) {
+    if (button->isVisible()) add(button->text());
+  }
+  EXPECT_EQ(keys.size(), 13 + 4 + 1);
+}
+
+TEST_F(CaseForm, AccessKeyLeadsToItsBox) {
+  QTest::keyClick(form_.get(), Qt::Key_H, Qt::AltModifier);
+  EXPECT_EQ(QApplication::focusWidget(), Control("Text5"));
+  QTest::keyClick(form_.get(), Qt::Key_N, Qt::AltModifier);
+  EXPECT_EQ(QApplication::focusWidget(), Control("Text12"));
+}
+
+TEST_F(CaseForm, TabGoesThroughPatientPelvisFemurAndButtons) {
+  const QStringList expected = {"Text8",    "Text7",    "Option1", "Text11", "Text10", "Option3",
+                                "Text12",   "Text1",    "Combo1",  "Text4",  "Combo4", "Text5",
+                                "Combo5",   "Text9",    "Combo7",  "Text2",  "Combo2", "Text3",
+                                "Combo3",   "Text6",    "Combo6",  "Text13", "Combo8", "Command1",
+                                "Command2", "Command3", "Text8"};
+  Find<QRadioButton>("Option1")->setChecked(true);
+  Find<QRadioButton>("Option3")->setChecked(true);
+  QStringList passed = {QApplication::focusWidget()->objectName()};
+  for (qsizetype i = 1; i < expected.size(); ++i) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    passed << QApplication::focusWidget()->objectName();
+  }
+  EXPECT_EQ(passed, expected) << passed.join(' ').toStdString();
+}
+
+TEST_F(CaseForm, NothingIsCutOff) {
+  for (QWidget* widget : form_->findChildren<QWidget*>()) {
+    if (!widget->isVisible() || qobject_cast<QPlainTextEdit*>(widget->parentWidget())) continue;
+    if (qobject_cast<QLabel*>(widget) || qobject_cast<QAbstractButton*>(widget) ||
+        qobject_cast<QLineEdit*>(widget)) {
+      EXPECT_GE(widget->width(), qobject_cast<QLineEdit*>(widget) ? 80 : widget->sizeHint().width())
+          << widget->objectName().toStdString();
+      EXPECT_GE(widget->height(), widget->sizeHint().height())
+          << widget->objectName().toStdString();
+    }
+  }
+  EXPECT_LE(form_->width(), 1008);
+  EXPECT_LE(form_->height(), 700);
+}
+
+TEST_F(CaseForm, InputDataFoldsThePictureAwayAndBack) {
+  const QSize wide = form_->size();
+  EXPECT_TRUE(Control("Picture1")->isVisible());
+  QTest::mouseClick(Control("Command3"), Qt::LeftButton);
+  EXPECT_FALSE(Control("Picture1")->isVisible());
+  EXPECT_FALSE(Control("Command3")->isVisible());
+  EXPECT_TRUE(Control("Command4")->isVisible());
+  EXPECT_EQ(QApplication::focusWidget(), Control("Command4"));
+  EXPECT_LT(form_->width(), wide.width() - 300);
+  EXPECT_EQ(form_->height(), wide.height());
+  QTest::mouseClick(Control("Command4"), Qt::LeftButton);
+  EXPECT_TRUE(Control("Picture1")->isVisible());
+  EXPECT_TRUE(Control("Command3")->isVisible());
+  EXPECT_FALSE(Control("Command4")->isVisible());
+  EXPECT_EQ(form_->size(), wide);
+}
+
+TEST_F(CaseForm, ANewFormRemembersNothing) {
+  Type("Text8", "Surname");
+  Type("Text1", "9");
+  Find<QPushButton>("Command3")->click();
+  form_->reject();
+  form_ = nullptr;
+  Open(QLocale::c());
+  EXPECT_EQ(form_->Entries(), DefaultCaseEntries());
+  EXPECT_TRUE(Control("Picture1")->isVisible());
+  EXPECT_TRUE(Control("Command3")->isVisible());
+}
+
+}  // namespace

@@ -1,0 +1,207 @@
+// Entries into the form and out of it, and the checks of single entries, under several locales.
+#include <QPlainTextEdit>
+#include <QRadioButton>
+
+#include "tests/caseform/form_fixture.h"
+#include "tests/support/row_name.h"
+
+namespace {
+
+const QStringList kLocales = {"C", "en_US", "de_DE", "sl_SI", "fr_FR"};
+
+std::vector<std::string> LocaleNames() {
+  std::vector<std::string> names;
+  for (const QString& name : kLocales) names.push_back(name.toStdString());
+  return names;
+}
+
+class InLocale : public CaseForm, public testing::WithParamInterface<std::string> {
+ protected:
+  void SetUp() override { Open(QLocale(QString::fromStdString(GetParam()))); }
+};
+
+INSTANTIATE_TEST_SUITE_P(Locales, InLocale, testing::ValuesIn(LocaleNames()),
+                         [](const auto& row) { return row.param; });
+
+TEST_P(InLocale, ReadsNumbersWithPointOrComma) {
+  for (const auto& [text, value] :
+       {std::pair("10,40", 10.4), std::pair("10.40", 10.4), std::pair("-3,5", -3.5),
+        std::pair(" 12", 12.0), std::pair("30 ", 30.0), std::pair(".5", 0.5), std::pair("5.", 5.0),
+        std::pair("1e3", 1000.0), std::pair("1,234", 1.234), std::pair("1.234", 1.234),
+        std::pair("\u00a0"
+                  "7\u00a0",
+                  7.0)}) {
+    EXPECT_EQ(form_->ParseNumber(text), value) << text;
+    EXPECT_FALSE(form_->inputError()) << text;
+  }
+}
+
+TEST_P(InLocale, RefusesWhatIsNoNumber) {
+  for (const char* text :
+       {"1.2.3", "1.234,5", "1,234.5", "1 234",
+        "1\u202f"
+        "234",
+        "1'234", "abc", "", "   ", "nan", "inf", "0x10", "5 €", "$5", "--5", ".", "٣"}) {
+    EXPECT_EQ(form_->ParseNumber(text), std::nullopt) << text;
+    EXPECT_TRUE(form_->inputError()) << text;
+    EXPECT_EQ(door_.Take(), Messages{kNotANumber}) << text;
+  }
+  EXPECT_FALSE(form_->entryError());
+}
+
+TEST_P(InLocale, ProposesThePointEverywhere) {
+  EXPECT_EQ(Find("Text1")->text(), "10.40");
+  for (const MeasureEntry& entry : form_->Entries().measures) {
+    EXPECT_TRUE(form_->ParseNumber(entry.text).has_value()) << entry.text.toStdString();
+  }
+}
+
+TEST_P(InLocale, TakesDatesAndYears) {
+  for (const char* text : {"", "Unknown", "1956", "1001", "2999", " 1956 ", "1956-11-15"}) {
+    EXPECT_TRUE(form_->CheckDateOfBirth(text)) << text;
+    EXPECT_EQ(door_.Take(), Messages{}) << text;
+  }
+  const QString local = QLocale().toString(QDate(1956, 11, 15), QLocale::ShortFormat);
+  EXPECT_TRUE(form_->CheckDateOfBirth(local)) << local.toStdString();
+  EXPECT_FALSE(form_->entryError());
+}
+
+TEST_P(InLocale, RefusesOtherDatesWithOneMessage) {
+  for (const char* text :
+       {"956", "1000", "3000", "abc", "1.2.3.4", "31.2.1956", "-1956", "0", "unknown"}) {
+    form_->BeginConfirmation();
+    EXPECT_FALSE(form_->CheckDateOfBirth(text)) << text;
+    EXPECT_EQ(door_.Take(), Messages{kWrongDate}) << text;
+    EXPECT_TRUE(form_->entryError()) << text;
+  }
+}
+
+TEST_F(CaseForm, ANumberClearsTheEarlierError) {
+  form_->ParseNumber("abc");
+  EXPECT_EQ(door_.Take(), Messages{kNotANumber});
+  EXPECT_TRUE(form_->inputError());
+  EXPECT_EQ(form_->ParseNumber("10,40"), 10.4);
+  EXPECT_FALSE(form_->inputError());
+}
+
+TEST_F(CaseForm, AConfirmationCollectsItsErrors) {
+  form_->BeginConfirmation();
+  EXPECT_EQ(form_->ConfirmNumber("70,5"), 70.5);
+  EXPECT_FALSE(form_->entryError());
+  EXPECT_EQ(form_->ConfirmNumber("abc"), std::nullopt);
+  EXPECT_EQ(form_->ConfirmMeasure(Measure::Lizm, {"1.2.3", "cm"}), std::nullopt);
+  EXPECT_EQ(form_->ConfirmNumber("70"), 70.0);
+  EXPECT_EQ(door_.Take(), (Messages{kNotANumber, kNotANumber}));
+  EXPECT_TRUE(form_->entryError());
+  EXPECT_FALSE(form_->inputError());
+  form_->BeginConfirmation();
+  EXPECT_FALSE(form_->entryError());
+}
+
+struct Held {
+  const char* name;
+  Measure measure;
+  MeasureEntry entry;
+  double value;
+};
+
+class HeldMeasure : public CaseForm, public testing::WithParamInterface<Held> {};
+
+TEST_P(HeldMeasure, HasTheUnitOfTheRecord) {
+  form_->BeginConfirmation();
+  const std::optional<double> value = form_->ConfirmMeasure(GetParam().measure, GetParam().entry);
+  ASSERT_TRUE(value.has_value());
+  EXPECT_DOUBLE_EQ(*value, GetParam().value);
+  EXPECT_FALSE(form_->entryError());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, HeldMeasure,
+    testing::Values(
+        Held{"Centimetres", Measure::Lizm, {"10.4", "cm"}, 10.4},
+        Held{"Millimetres", Measure::Lizm, {"104", "mm"}, 10.4},
+        Held{"RadiusCentimetres", Measure::HeadRadius, {"2.5", "cm"}, 0.025},
+        Held{"RadiusMillimetres", Measure::HeadRadius, {"25", "mm"}, 0.025},
+        Held{"RadiusMetres", Measure::HeadRadius, {"0,025", "m"}, 0.025},
+        Held{"Degrees", Measure::ThetaCE, {"30.0", "  °  "}, 0.523598775598298},
+        Held{"Radians", Measure::ThetaCE, {"0.5", "rad"}, 0.5},
+        Held{"FullTurnInRadians", Measure::Zasuk, {"6.28318530717958", "rad"}, 6.28318530717958},
+        Held{"ManyDegrees", Measure::Zasuk, {"400", "  °  "}, 6.98131700797731},
+        Held{"NegativeRadians", Measure::Zasuk, {"-7", "rad"}, -7.0}),
+    RowName());
+
+TEST_F(CaseForm, MoreThanAFullTurnInRadiansIsAWrongAngle) {
+  for (const Measure angle : {Measure::Zasuk, Measure::ThetaCE}) {
+    for (const char* text : {"7", "6.2832"}) {
+      form_->BeginConfirmation();
+      EXPECT_EQ(form_->ConfirmMeasure(angle, {text, "rad"}), std::nullopt);
+      EXPECT_EQ(door_.Take(), Messages{kWrongAngle});
+      EXPECT_TRUE(form_->entryError());
+    }
+  }
+}
+
+CaseEntries SomeEntries() {
+  CaseEntries entries = DefaultCaseEntries();
+  entries.surname = "Surname ";
+  entries.firstName = "Given";
+  entries.sex = CaseEntries::Sex::Female;
+  entries.dateOfBirth = "15.11.1956";
+  entries.bodyWeight = "70";
+  entries.hip = CaseEntries::Hip::Left;
+  entries.comments = "one\ntwo";
+  entries[Measure::Lizm] = {"104", "mm"};
+  entries[Measure::ThetaCE] = {"0,5", "rad"};
+  entries[Measure::HeadRadius] = {"0.025", "m"};
+  return entries;
+}
+
+TEST_F(CaseForm, GivesBackTheEntriesItWasGiven) {
+  form_->SetEntries(SomeEntries());
+  EXPECT_EQ(form_->Entries(), SomeEntries());
+  EXPECT_EQ(Find("Text8")->text(), "Surname ");
+  EXPECT_EQ(Find("Text7")->text(), "Given");
+  EXPECT_EQ(Find("Text11")->text(), "15.11.1956");
+  EXPECT_EQ(Find("Text10")->text(), "70");
+  EXPECT_EQ(Find<QPlainTextEdit>("Text12")->toPlainText(), "one\ntwo");
+  EXPECT_TRUE(Find<QRadioButton>("Option2")->isChecked());
+  EXPECT_TRUE(Find<QRadioButton>("Option3")->isChecked());
+  EXPECT_EQ(Find("Text1")->text(), "104");
+  EXPECT_EQ(Find<QComboBox>("Combo1")->currentText(), "mm");
+  EXPECT_EQ(Find<QComboBox>("Combo7")->currentText(), "rad");
+  EXPECT_EQ(Find<QComboBox>("Combo8")->currentText(), "m");
+  form_->SetEntries(DefaultCaseEntries());
+  EXPECT_EQ(form_->Entries(), DefaultCaseEntries());
+}
+
+TEST_F(CaseForm, OptionsCanBeChosenAfterTheyWereSet) {
+  form_->SetEntries(SomeEntries());
+  Find<QRadioButton>("Option1")->click();
+  Find<QRadioButton>("Option4")->click();
+  EXPECT_EQ(form_->Entries().sex, CaseEntries::Sex::Male);
+  EXPECT_EQ(form_->Entries().hip, CaseEntries::Hip::Right);
+}
+
+TEST_F(CaseForm, ABoxOfBlanksIsAnEmptyBox) {
+  CaseEntries entries = DefaultCaseEntries();
+  entries.surname = entries.dateOfBirth = entries.bodyWeight = "  ";
+  entries.comments = " \n";
+  form_->SetEntries(entries);
+  EXPECT_EQ(form_->Entries(), DefaultCaseEntries());
+  EXPECT_TRUE(form_->CheckDateOfBirth("  "));
+}
+
+TEST_F(CaseForm, CommentsPastedFromElsewhereHaveNoCarriageReturns) {
+  Find<QPlainTextEdit>("Text12")->insertPlainText("one\r\ntwo\u2028three");
+  EXPECT_EQ(form_->Entries().comments, "one\ntwo\nthree");
+}
+
+TEST_F(CaseForm, TheAssumedWeightIsWrittenAlone) {
+  form_->SetEntries(SomeEntries());
+  form_->SetBodyWeight("60");
+  CaseEntries expected = SomeEntries();
+  expected.bodyWeight = "60";
+  EXPECT_EQ(form_->Entries(), expected);
+}
+
+}  // namespace

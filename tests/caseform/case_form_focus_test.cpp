@@ -1,0 +1,324 @@
+// The way of the focus through the form: selection, the picture's marks, messages on leaving a box,
+// Enter and Escape.
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QSignalSpy>
+#include <QWindow>
+
+#include "caseform/hip_picture.h"
+#include "tests/caseform/form_fixture.h"
+#include "tests/support/row_name.h"
+
+namespace {
+
+struct Marked {
+  const char* name;
+  const char* box;
+  QStringList lines;
+  QStringList labels;
+};
+
+class Marks : public CaseForm, public testing::WithParamInterface<Marked> {
+ protected:
+  // Names of the marks that stand out.
+  QStringList RedLines() {
+    QStringList red;
+    for (const auto* line : form_->findChildren<DimensionLine*>()) {
+      const bool isRed = line->borderColor() == QColor(255, 0, 0);
+      EXPECT_EQ(line->borderWidth(), isRed ? 2 : 1);
+      EXPECT_TRUE(isRed || line->borderColor() == QColor(0, 0, 0));
+      if (isRed) red << line->objectName();
+    }
+    return red;
+  }
+  QStringList RedLabels() {
+    QStringList red;
+    for (const auto* label : form_->findChildren<DimensionLabel*>()) {
+      EXPECT_TRUE(label->isVisible());
+      const bool isRed = label->foreColor() == QColor(255, 0, 0);
+      EXPECT_TRUE(isRed || label->foreColor() == QColor(0, 0, 0));
+      if (isRed) red << label->objectName();
+    }
+    return red;
+  }
+};
+
+TEST_P(Marks, StandOutWhileTheBoxHasTheFocus) {
+  EXPECT_EQ(RedLines(), QStringList{});
+  Find(GetParam().box)->setFocus();
+  EXPECT_EQ(RedLines(), GetParam().lines);
+  EXPECT_EQ(RedLabels(), GetParam().labels);
+  EXPECT_EQ(Find(GetParam().box)->selectedText(), Find(GetParam().box)->text());
+  Control("Combo1")->setFocus();
+  EXPECT_EQ(RedLines(), QStringList{});
+  EXPECT_EQ(RedLabels(), QStringList{});
+}
+
+TEST_P(Marks, GoOutWithTheForm) {
+  Find(GetParam().box)->setFocus();
+  form_->reject();
+  EXPECT_EQ(RedLines(), QStringList{});
+  EXPECT_EQ(RedLabels(), QStringList{});
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, Marks,
+    testing::Values(Marked{"Lizm", "Text1", {"Line1"}, {"Label20"}},
+                    Marked{"Xizm", "Text2", {"Line2"}, {"Label21"}},
+                    Marked{"Zizm", "Text3", {"Line3"}, {"Label22"}},
+                    Marked{"Cizm", "Text4", {"Line4"}, {"Label23"}},
+                    Marked{"Hizm", "Text5", {"Line5"}, {"Label24"}},
+                    Marked{"Zasuk", "Text6", {"Line6"}, {"Label25"}},
+                    Marked{"ThetaCE", "Text9", {"Line7", "Line8", "Line9"}, {"Label26", "Label27"}},
+                    Marked{"HeadRadius", "Text13", {"Line10"}, {"Label28"}}),
+    RowName());
+
+TEST_F(CaseForm, OpensInTheSurnameEveryTime) {
+  EXPECT_EQ(QApplication::focusWidget(), Control("Text8"));
+  Find("Text9")->setFocus();
+  form_->reject();
+  form_->show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(form_.get()));
+  EXPECT_EQ(QApplication::focusWidget(), Control("Text8"));
+}
+
+TEST_F(CaseForm, EnteringSelectsTheWholeText) {
+  for (const QString& name : kNumberBoxes + QStringList{"Text7", "Text8", "Text10", "Text11"}) {
+    Find(name)->setText("12.34");
+    Control("Command1")->setFocus();
+    QTest::mouseClick(Find(name), Qt::LeftButton, {}, {20, 10});
+    EXPECT_EQ(Find(name)->selectionStart(), 0) << name.toStdString();
+    EXPECT_EQ(Find(name)->selectedText(), "12.34") << name.toStdString();
+    Control("Command1")->setFocus();
+  }
+  EXPECT_EQ(Said(), Messages{kWrongDate});  // 12.34 as a date of birth
+}
+
+TEST_F(CaseForm, EnteringTheCommentsSelectsThemAll) {
+  auto* comments = Find<QPlainTextEdit>("Text12");
+  comments->setPlainText("one\ntwo");
+  QTest::mouseClick(comments->viewport(), Qt::LeftButton, {}, {5, 5});
+  EXPECT_EQ(comments->textCursor().selectionStart(), 0);
+  EXPECT_EQ(comments->textCursor().selectionEnd(), 7);
+}
+
+TEST_F(CaseForm, ASecondClickPlacesTheCursor) {
+  QTest::mouseClick(Find("Text1"), Qt::LeftButton);
+  QTest::qWait(QApplication::doubleClickInterval() + 50);
+  QTest::mouseClick(Find("Text1"), Qt::LeftButton);
+  EXPECT_FALSE(Find("Text1")->hasSelectedText());
+}
+
+TEST_F(CaseForm, AMenuOrAMessageIsNoLeaving) {
+  Type("Text1", "abc");
+  Find("Text1")->setSelection(1, 1);
+  for (const Qt::FocusReason reason : {Qt::PopupFocusReason, Qt::ActiveWindowFocusReason}) {
+    QFocusEvent out(QEvent::FocusOut, reason);
+    QApplication::sendEvent(Find("Text1"), &out);
+    EXPECT_EQ(Said(), Messages{});
+    EXPECT_EQ(Find<QWidget>("Picture1")->findChild<DimensionLine*>("Line1")->borderWidth(), 2);
+    QFocusEvent in(QEvent::FocusIn, reason);
+    QApplication::sendEvent(Find("Text1"), &in);
+    EXPECT_EQ(Find("Text1")->selectedText(), "b");
+  }
+}
+
+TEST_F(CaseForm, ABadNumberIsReportedOnLeavingItsBox) {
+  for (const QString& name : kNumberBoxes + QStringList{"Text10"}) {
+    Type(name, "1.2.3");
+    QTest::keyClick(Find(name), Qt::Key_Tab);
+    EXPECT_EQ(door_.Take(), Messages{}) << "from inside the focus event: " << name.toStdString();
+    EXPECT_EQ(Said(), Messages{kNotANumber}) << name.toStdString();
+    EXPECT_TRUE(form_->inputError());
+    EXPECT_EQ(Find(name)->text(), "1.2.3");
+    EXPECT_NE(QApplication::focusWidget(), Find(name));
+    Find(name)->setText("12");
+  }
+}
+
+TEST_F(CaseForm, AGoodNumberIsLeftAsTyped) {
+  form_->ParseNumber("abc");
+  EXPECT_EQ(door_.Take(), Messages{kNotANumber});
+  Type("Text1", " 10,40 ");
+  QTest::keyClick(Find("Text1"), Qt::Key_Tab);
+  EXPECT_EQ(Said(), Messages{});
+  EXPECT_FALSE(form_->inputError());
+  EXPECT_EQ(Find("Text1")->text(), " 10,40 ");
+}
+
+TEST_F(CaseForm, AnEmptyWeightIsFineAnEmptyLengthIsNot) {
+  Type("Text10", "");
+  Control("Combo1")->setFocus();
+  EXPECT_EQ(Said(), Messages{});
+  Type("Text10", "  ");
+  Control("Combo1")->setFocus();
+  EXPECT_EQ(Said(), Messages{});
+  Type("Text1", "");
+  Control("Combo1")->setFocus();
+  EXPECT_EQ(Said(), Messages{kNotANumber});
+}
+
+TEST_F(CaseForm, ABadDateIsReportedOnLeavingItsBox) {
+  Type("Text11", "956");
+  Control("Text10")->setFocus();
+  EXPECT_EQ(Said(), Messages{kWrongDate});
+  EXPECT_EQ(Find("Text11")->text(), "956");
+  for (const char* good : {"1956", "1956-11-15", "Unknown", ""}) {
+    Type("Text11", good);
+    Control("Text10")->setFocus();
+    EXPECT_EQ(Said(), Messages{}) << good;
+  }
+}
+
+TEST_F(CaseForm, NamesAndCommentsAreNotChecked) {
+  for (const char* name : {"Text7", "Text8"}) Type(name, "1.2.3");
+  Control("Text12")->setFocus();
+  QTest::keyClicks(Control("Text12"), "1.2.3");
+  Control("Combo1")->setFocus();
+  EXPECT_EQ(Said(), Messages{});
+}
+
+TEST_F(CaseForm, SeveralBadBoxesGiveOneMessageEach) {
+  Find("Text1")->setText("abc");
+  Find("Text4")->setText("abc");
+  Find("Text1")->setFocus();
+  Find("Text4")->setFocus();
+  Find("Text5")->setFocus();
+  EXPECT_EQ(Said(), (Messages{kNotANumber, kNotANumber}));
+  EXPECT_EQ(Said(), Messages{});
+}
+
+TEST_F(CaseForm, WithoutWindowFocusAMoveStillLeavesTheBox) {
+  Type("Text1", "abc");
+  QWidget other;
+  other.show();
+  other.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+  EXPECT_EQ(Said(), Messages{});
+  Find("Text5")->setFocus();  // takes effect when the form comes back
+  other.close();
+  form_->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(form_.get()));
+  EXPECT_EQ(Said(), Messages{kNotANumber});
+  EXPECT_EQ(form_->findChild<DimensionLine*>("Line1")->borderWidth(), 1);
+  EXPECT_EQ(form_->findChild<DimensionLine*>("Line5")->borderWidth(), 2);
+}
+
+// Plays the confirmation: checks the first length as the listener of OK does.
+void ConfirmOnOk(Form1& form) {
+  QObject::connect(&form, &Form1::OkPressed, &form, [&form] {
+    form.BeginConfirmation();
+    form.ConfirmMeasure(Measure::Lizm, form.Entries()[Measure::Lizm]);
+  });
+}
+
+TEST_F(CaseForm, ClickingOkWithABadBoxInFocusSaysSoOnce) {
+  ConfirmOnOk(*form_);
+  Type("Text1", "abc");
+  QTest::mouseClick(Control("Command1"), Qt::LeftButton);
+  EXPECT_EQ(Said(), Messages{kNotANumber});
+  EXPECT_TRUE(form_->isVisible());
+  EXPECT_TRUE(form_->entryError());
+}
+
+TEST_F(CaseForm, EnterWithABadBoxInFocusSaysSoOnce) {
+  ConfirmOnOk(*form_);
+  Type("Text1", "abc");
+  QTest::keyClick(Find("Text1"), Qt::Key_Return);
+  EXPECT_EQ(Said(), Messages{kNotANumber});
+}
+
+// The press moves the focus; a message before the release would swallow the click.
+TEST_F(CaseForm, ASlowClickOnAButtonIsNotBrokenOff) {
+  ConfirmOnOk(*form_);
+  for (const auto& [button, messages] :
+       {std::pair("Command1", Messages{kNotANumber}), std::pair("Command2", Messages{})}) {
+    Type("Text1", "abc");
+    const QPoint at = Control(button)->mapTo(form_.get(), Control(button)->rect().center());
+    QTest::mousePress(form_->windowHandle(), Qt::LeftButton, {}, at);
+    QTest::qWait(60);
+    EXPECT_EQ(QApplication::focusWidget(), Control(button));
+    EXPECT_EQ(door_.Take(), Messages{}) << button;
+    QTest::mouseRelease(form_->windowHandle(), Qt::LeftButton, {}, at);
+    QTest::qWait(60);
+    EXPECT_EQ(door_.Take(), messages) << button;
+  }
+  EXPECT_FALSE(form_->isVisible());
+}
+
+TEST_F(CaseForm, AClickGivenUpOnOkStillChecksTheBox) {
+  Type("Text1", "abc");
+  const QPoint at = Control("Command1")->mapTo(form_.get(), QPoint(5, 5));
+  QTest::mousePress(form_->windowHandle(), Qt::LeftButton, {}, at);
+  QTest::mouseRelease(form_->windowHandle(), Qt::LeftButton, {}, at - QPoint(60, 0));
+  QTest::qWait(60);
+  EXPECT_EQ(door_.Take(), Messages{kNotANumber});
+}
+
+TEST_F(CaseForm, AnOpenUnitListIsNotBrokenOff) {
+  Type("Text1", "abc");
+  Find<QComboBox>("Combo1")->setFocus();
+  Find<QComboBox>("Combo1")->showPopup();
+  QTest::qWait(60);
+  EXPECT_EQ(door_.Take(), Messages{});
+  Find<QComboBox>("Combo1")->hidePopup();
+  QTest::qWait(60);
+  EXPECT_EQ(door_.Take(), Messages{kNotANumber});
+}
+
+TEST_F(CaseForm, LeavingWithoutOkSaysNothing) {
+  const auto leave = std::map<std::string, std::function<void()>>{
+      {"Cancel", [this] { QTest::mouseClick(Control("Command2"), Qt::LeftButton); }},
+      {"Escape", [this] { QTest::keyClick(Find("Text1"), Qt::Key_Escape); }},
+      {"close box", [this] { form_->close(); }}};
+  for (const auto& [name, way] : leave) {
+    form_->show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form_.get()));
+    const QSignalSpy rejected(form_.get(), &Form1::rejected);
+    Type("Text11", "956");
+    Type("Text1", "abc");
+    Messages said = Said();
+    EXPECT_EQ(said, Messages{kWrongDate}) << name;
+    way();
+    EXPECT_EQ(Said(), Messages{}) << name;
+    EXPECT_FALSE(form_->isVisible()) << name;
+    EXPECT_EQ(rejected.count(), 1) << name;
+    EXPECT_EQ(Find("Text1")->text(), "abc") << name;
+  }
+}
+
+TEST_F(CaseForm, NewEntriesTakeTheCheckOfTheOldOnesAway) {
+  Type("Text1", "abc");
+  Find("Text5")->setFocus();
+  form_->SetEntries(DefaultCaseEntries());
+  EXPECT_EQ(Said(), Messages{});
+}
+
+TEST_F(CaseForm, EnterIsOkFromEveryBoxButTheComments) {
+  const QSignalSpy ok(form_.get(), &Form1::OkPressed);
+  int pressed = 0;
+  for (const char* name : {"Text8", "Text10", "Text1", "Text13", "Combo1", "Option1", "Command1"}) {
+    Control(name)->setFocus();
+    QTest::keyClick(Control(name), Qt::Key_Return);
+    EXPECT_EQ(ok.count(), ++pressed) << name;
+    EXPECT_TRUE(form_->isVisible()) << name;
+  }
+  Control("Text12")->setFocus();
+  QTest::keyClicks(Control("Text12"), "one");
+  QTest::keyClick(Control("Text12"), Qt::Key_Return);
+  QTest::keyClicks(Control("Text12"), "two");
+  EXPECT_EQ(form_->Entries().comments, "one\ntwo");
+  EXPECT_EQ(ok.count(), pressed);
+  QTest::keyClick(Control("Text12"), Qt::Key_Return, Qt::ControlModifier);
+  EXPECT_EQ(ok.count(), pressed + 1);
+  EXPECT_EQ(form_->Entries().comments, "one\ntwo");
+}
+
+TEST_F(CaseForm, TabLeavesTheComments) {
+  Control("Text12")->setFocus();
+  QTest::keyClick(Control("Text12"), Qt::Key_Tab);
+  EXPECT_EQ(QApplication::focusWidget(), Control("Text1"));
+  EXPECT_EQ(form_->Entries().comments, "");
+}
+
+}  // namespace
