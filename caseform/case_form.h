@@ -59,7 +59,6 @@ class Form1 : public QDialog {
   // date" and nothing else.
   bool CheckDateOfBirth(const QString& text);
 
- public slots:
   void reject() override;
 
  signals:

@@ -1,9 +1,13 @@
 // The way of the focus through the form: selection, the picture's marks, messages on leaving a box,
 // Enter and Escape.
-#include <QMenu>
 #include <QPlainTextEdit>
 #include <QSignalSpy>
+#include <QTimer>
 #include <QWindow>
+#include <functional>
+#include <map>
+#include <string>
+#include <utility>
 
 #include "caseform/hip_picture.h"
 #include "tests/caseform/form_fixture.h"
@@ -210,6 +214,75 @@ void ConfirmOnOk(Form1& form) {
     form.BeginConfirmation();
     form.ConfirmMeasure(Measure::Lizm, form.Entries()[Measure::Lizm]);
   });
+}
+
+// With message boxes as people see them, which take the focus and give it back.
+class CaseFormWithBoxes : public testing::Test {
+ protected:
+  void SetUp() override {
+    QObject::connect(&closer_, &QTimer::timeout, [this] {
+      auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      if (box == nullptr || box == &form_) return;
+      ++shown_;
+      box->accept();
+    });
+    closer_.start(10);
+    form_.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form_));
+  }
+  void TypeBadNumber(const char* name) {
+    form_.findChild<QLineEdit*>(name)->setFocus();
+    QTest::keyClicks(form_.findChild<QLineEdit*>(name), "abc");
+  }
+  // The number of boxes that came up within a while. Without a window manager nobody brings the
+  // form to the front again.
+  int BoxesShown() {
+    QTest::qWait(150);
+    if (form_.isVisible()) {
+      form_.activateWindow();
+      EXPECT_TRUE(QTest::qWaitForWindowActive(&form_));
+    }
+    return std::exchange(shown_, 0);
+  }
+
+  DialogMessageDoor door_;
+  Form1 form_{door_, QLocale::c()};
+  QTimer closer_;
+  int shown_ = 0;
+};
+
+TEST_F(CaseFormWithBoxes, OneComesUpOnLeavingAndTheFocusHasMoved) {
+  TypeBadNumber("Text1");
+  QTest::keyClick(form_.findChild<QLineEdit*>("Text1"), Qt::Key_Tab);
+  EXPECT_EQ(BoxesShown(), 1);
+  EXPECT_EQ(QApplication::focusWidget(), form_.findChild<QComboBox*>("Combo1"));
+  EXPECT_EQ(form_.findChild<DimensionLine*>("Line1")->borderWidth(), 1);
+}
+
+TEST_F(CaseFormWithBoxes, TwoComeUpOneAfterTheOther) {
+  TypeBadNumber("Text1");
+  TypeBadNumber("Text4");
+  form_.findChild<QLineEdit*>("Text5")->setFocus();
+  EXPECT_EQ(BoxesShown(), 2);
+  EXPECT_EQ(QApplication::focusWidget(), form_.findChild<QLineEdit*>("Text5"));
+}
+
+TEST_F(CaseFormWithBoxes, OneComesUpForOkAndTheBoxKeepsTheFocus) {
+  ConfirmOnOk(form_);
+  TypeBadNumber("Text1");
+  QTest::keyClick(form_.findChild<QLineEdit*>("Text1"), Qt::Key_Return);
+  EXPECT_EQ(BoxesShown(), 1);
+  EXPECT_EQ(QApplication::focusWidget(), form_.findChild<QLineEdit*>("Text1"));
+  EXPECT_EQ(form_.findChild<DimensionLine*>("Line1")->borderWidth(), 2);
+  QTest::mouseClick(form_.findChild<QPushButton*>("Command1"), Qt::LeftButton);
+  EXPECT_EQ(BoxesShown(), 1);
+}
+
+TEST_F(CaseFormWithBoxes, NoneComesUpForCancel) {
+  TypeBadNumber("Text1");
+  QTest::mouseClick(form_.findChild<QPushButton*>("Command2"), Qt::LeftButton);
+  EXPECT_EQ(BoxesShown(), 0);
+  EXPECT_FALSE(form_.isVisible());
 }
 
 TEST_F(CaseForm, ClickingOkWithABadBoxInFocusSaysSoOnce) {
