@@ -9,6 +9,7 @@
 #include <cmath>
 
 #include "caseform/hip_bones.h"
+#include "tests/support/golden_picture.h"
 #include "tests/support/row_name.h"
 
 namespace {
@@ -146,6 +147,14 @@ TEST(HipPicture, KeepsItsShapeAndItsLightGround) {
   for (int y = 0; y < 300; ++y) EXPECT_EQ(wide.pixelColor(100, y), QColor(Qt::white));
   const QImage large = Render(picture, picture.sizeHint(), 2.0);
   EXPECT_EQ(large.size(), picture.sizeHint() * 2);
+}
+
+TEST(HipPicture, LooksAsAccepted) {
+  HipPicture picture;
+  ExpectGoldenPicture(Render(picture, picture.sizeHint(), 1.0), "tests/caseform/golden", "plain");
+  picture.SetHighlighted(Measure::ThetaCE, true);
+  ExpectGoldenPicture(Render(picture, picture.sizeHint(), 2.0), "tests/caseform/golden",
+                      "centre_edge_angle_200");
 }
 
 }  // namespace
