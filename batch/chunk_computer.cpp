@@ -1,0 +1,90 @@
+// Records keep the bytes that they came with; only what is added is written anew.
+#include "batch/chunk_computer.h"
+
+#include "batch/chunk_reader.h"
+
+namespace Cohort {
+
+namespace {
+
+// The position of the delimiter that closes field number `count`; the record has more fields.
+std::size_t FindFieldEnd(std::string_view record, std::size_t count, char delimiter) {
+  bool quoted = false;
+  std::size_t i = 0;
+  for (; i < record.size(); ++i) {
+    if (record[i] == '"') quoted = !quoted;
+    if (record[i] == delimiter && !quoted && --count == 0) break;
+  }
+  return i;
+}
+
+std::string_view Describe(RecordFault fault) {
+  return fault == RecordFault::OpenQuote ? "a quoted field has no closing quote"
+                                         : "a quote stands inside a field or text behind a "
+                                           "closing quote; quotes in a field must be doubled and "
+                                           "the field put in quotes";
+}
+
+}  // namespace
+
+void AppendHeader(std::string& out, std::string_view header, char delimiter,
+                  std::string_view lineEnd) {
+  out += header;
+  for (const std::string_view name : kResultNames) {
+    out += delimiter;
+    out += name;
+  }
+  out += lineEnd;
+}
+
+ChunkComputer::ChunkComputer(const Columns& columns, const std::string& lineEnd)
+    : columns_(columns), lineEnd_(lineEnd), parser_(columns.delimiter) {}
+
+void ChunkComputer::AppendRecord(std::string_view record, const RowResult& row,
+                                 std::string& out) const {
+  const std::size_t count = parser_.Fields().size();
+  const std::size_t expected = columns_.names.size();
+  std::string_view surplus;
+  if (count > expected) {
+    const std::size_t end = FindFieldEnd(record, expected, columns_.delimiter);
+    surplus = record.substr(end);
+    record = record.substr(0, end);
+  }
+  out += record;
+  if (count < expected) out.append(expected - count, columns_.delimiter);
+  AppendResults(out, row, columns_.delimiter);
+  out += surplus;
+  out += lineEnd_;
+}
+
+bool ChunkComputer::ComputeRecord(std::string_view record, ChunkResult& result) {
+  const RecordFault fault = parser_.Parse(record);
+  if (fault != RecordFault::None) {
+    result.trouble = RowRemark{result.rows, std::string(Describe(fault))};
+    return false;
+  }
+  if (parser_.Fields().empty()) return true;
+  const RowResult row = ComputeRow(parser_.Fields(), columns_, state_);
+  ++result.hips;
+  if (row.kind == RowKind::Bad) {
+    ++result.bad;
+    if (!result.firstBad) result.firstBad = RowRemark{result.rows, row.status};
+  }
+  AppendRecord(record, row, result.text);
+  return true;
+}
+
+void ChunkComputer::Compute(std::string_view chunk, char lineEndIn, ChunkResult& result) {
+  result.text.clear();
+  result.bytes = chunk.size();
+  result.rows = result.hips = result.bad = 0;
+  result.firstBad.reset();
+  result.trouble.reset();
+  RecordWalk walk(chunk, lineEndIn);
+  for (std::string_view record; walk.Next(record);) {
+    ++result.rows;
+    if (!ComputeRecord(record, result)) return;
+  }
+}
+
+}  // namespace Cohort

@@ -1,0 +1,59 @@
+// A chunk of records in, the same records with their results out. Each worker has one of its own.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "batch/columns.h"
+#include "batch/record_parser.h"
+#include "batch/row.h"
+#include "model/hip_model.h"
+
+namespace Cohort {
+
+// Something to report about a row; rows are counted from 1 within the chunk.
+struct RowRemark {
+  std::uint64_t row = 0;
+  std::string text;
+};
+
+struct ChunkResult {
+  std::string text;         // records with results, each with a line end
+  std::uint64_t bytes = 0;  // of the chunk
+  std::uint64_t rows = 0;   // records in the chunk, blank lines included
+  std::uint64_t hips = 0;   // records put out
+  std::uint64_t bad = 0;    // of these, with bad input
+  std::optional<RowRemark> firstBad;
+  std::optional<RowRemark> trouble;  // what ends the run; `text` holds the rows before it
+};
+
+// Appends the header with the names of the results, and its line end.
+void AppendHeader(std::string& out, std::string_view header, char delimiter,
+                  std::string_view lineEnd);
+
+class ChunkComputer {
+ public:
+  // Keeps references to both. `lineEnd` is what records end with when they are put out.
+  ChunkComputer(const Columns& columns, const std::string& lineEnd);
+
+  // Computes every record of the chunk, whose line ends end with `lineEndIn`; `result` is written
+  // anew, its room used again.
+  // A record keeps its bytes. One that is too short gets empty fields up to the header's number of
+  // columns, one that is too long has its surplus fields behind the status, so that the results
+  // always stand below their names. Blank lines are left out.
+  void Compute(std::string_view chunk, char lineEndIn, ChunkResult& result);
+
+ private:
+  // False when the record's quoting is broken.
+  bool ComputeRecord(std::string_view record, ChunkResult& result);
+  void AppendRecord(std::string_view record, const RowResult& row, std::string& out) const;
+
+  const Columns& columns_;
+  const std::string& lineEnd_;
+  RecordParser parser_;
+  Sila::HipState state_;
+};
+
+}  // namespace Cohort

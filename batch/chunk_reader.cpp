@@ -1,0 +1,111 @@
+// Quotes are counted: a line end closes a record where the number of quotes before it is even.
+#include "batch/chunk_reader.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "batch/cohort_error.h"
+
+namespace Cohort {
+
+namespace {
+
+constexpr std::size_t kNone = std::string_view::npos;
+
+bool HasOddQuotes(std::string_view text) {
+  return std::count(text.begin(), text.end(), '"') % 2 != 0;
+}
+
+// The last line end outside quotes; `quoted` says whether the text ends inside quotes.
+std::size_t FindLastRecordEnd(std::string_view text, bool quoted, char lineEnd) {
+  for (std::size_t i = text.size(); i-- > 0;) {
+    if (text[i] == '"') quoted = !quoted;
+    if (text[i] == lineEnd && !quoted) return i;
+  }
+  return kNone;
+}
+
+}  // namespace
+
+std::size_t FindRecordEnd(std::string_view text, std::size_t from, char lineEnd) {
+  bool quoted = false;
+  for (;;) {
+    const std::size_t end = text.find(lineEnd, from);
+    if (end == kNone) return kNone;
+    if (HasOddQuotes(text.substr(from, end - from))) quoted = !quoted;
+    if (!quoted) return end;
+    from = end + 1;
+  }
+}
+
+bool RecordWalk::Next(std::string_view& record) {
+  if (begin_ >= text_.size()) return false;
+  const std::size_t end = std::min(FindRecordEnd(text_, begin_, lineEnd_), text_.size());
+  record = text_.substr(begin_, end - begin_);
+  if (lineEnd_ == '\n' && record.ends_with('\r')) record.remove_suffix(1);
+  begin_ = end + 1;
+  return true;
+}
+
+ChunkReader::ChunkReader(ReadBytes source, ChunkLimits limits)
+    : source_(std::move(source)), limits_(limits) {}
+
+bool ChunkReader::ReadMore(std::string& text) {
+  const std::size_t before = text.size();
+  if (before > limits_.recordSize) {
+    throw CohortError("the row is longer than " + std::to_string(limits_.recordSize >> 20) +
+                      " MiB; is a quote not closed?");
+  }
+  text.resize(before + limits_.readSize);
+  const std::size_t count = source_(std::span(text).subspan(before));
+  text.resize(before + count);
+  return count > 0;
+}
+
+bool ChunkReader::HasHeaderByte(std::size_t i) {
+  while (i >= rest_.size()) {
+    if (!ReadMore(rest_)) return false;
+  }
+  return true;
+}
+
+std::string ChunkReader::TakeHeader(std::size_t length, std::string lineEnd) {
+  std::string header = rest_.substr(0, length);
+  rest_.erase(0, std::min(length + lineEnd.size(), rest_.size()));
+  lineEnd_ = std::move(lineEnd);
+  return header;
+}
+
+std::optional<std::string> ChunkReader::ReadHeader() {
+  bool quoted = false;
+  for (std::size_t i = 0; HasHeaderByte(i); ++i) {
+    const char c = rest_[i];
+    if (c == '"') quoted = !quoted;
+    if (quoted || (c != '\n' && c != '\r')) continue;
+    const bool two = c == '\r' && HasHeaderByte(i + 1) && rest_[i + 1] == '\n';
+    return TakeHeader(i, two ? "\r\n" : std::string(1, c));
+  }
+  if (rest_.empty()) return std::nullopt;
+  return TakeHeader(rest_.size(), "\n");
+}
+
+bool ChunkReader::Next(std::string& chunk) {
+  chunk.clear();
+  chunk.swap(rest_);
+  bool quoted = false;
+  std::size_t searched = 0;
+  for (;;) {
+    const std::string_view fresh = std::string_view(chunk).substr(searched);
+    if (HasOddQuotes(fresh)) quoted = !quoted;
+    const std::size_t end = FindLastRecordEnd(fresh, quoted, lineEnd_.back());
+    if (end != kNone) {
+      rest_.assign(chunk, searched + end + 1);
+      chunk.resize(searched + end + 1);
+      return true;
+    }
+    searched = chunk.size();
+    if (!ReadMore(chunk)) return !chunk.empty();
+  }
+}
+
+}  // namespace Cohort

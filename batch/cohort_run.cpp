@@ -1,0 +1,141 @@
+// Files one after the other; within a file the rows are shared among the threads.
+#include "batch/cohort_run.h"
+
+#include <unistd.h>
+
+#include <filesystem>
+#include <memory>
+#include <system_error>
+#include <utility>
+
+#include "batch/chunk_computer.h"
+#include "batch/chunk_reader.h"
+#include "batch/cohort_error.h"
+#include "batch/columns.h"
+#include "batch/file_pipeline.h"
+#include "batch/input_file.h"
+#include "batch/output.h"
+#include "batch/progress.h"
+#include "batch/table.h"
+
+namespace Cohort {
+
+namespace {
+
+std::string AtRow(const std::string& path, std::uint64_t row, const std::string& text) {
+  return InputName(path) + ": row " + std::to_string(row) + ": " + text;
+}
+
+// Opens every file once before anything is computed, so that a misspelt name does not show up after
+// an hour. The size of them all, where it can be known. A named pipe is left alone: its writer
+// would take the first closing for the end.
+std::optional<std::uint64_t> CheckInputs(const std::vector<std::string>& paths) {
+  std::uint64_t sum = 0;
+  bool known = true;
+  for (const std::string& path : paths) {
+    std::error_code none;
+    std::optional<std::uint64_t> size;
+    if (!std::filesystem::is_fifo(path, none)) size = InputFile(path).Size();
+    known = known && size.has_value();
+    sum += size.value_or(0);
+  }
+  return known ? std::optional(sum) : std::nullopt;
+}
+
+class CohortRun {
+ public:
+  explicit CohortRun(const CohortSettings& settings)
+      : settings_(settings),
+        progress_(CheckInputs(settings.inputs)),
+        sink_(OpenOutput(settings.output)) {}
+
+  CohortTally Run() {
+    for (const std::string& path : settings_.inputs) RunFile(path);
+    sink_->Finish();
+    return std::move(tally_);
+  }
+
+ private:
+  void RunFile(const std::string& path) {
+    InputFile file(path);
+    ChunkReader reader([&](std::span<char> buffer) { return file.Read(buffer); });
+    const Columns columns = TakeHeader(path, reader);
+    std::uint64_t rowsBefore = 1;  // the header
+    ComputeStream(reader, columns, lineEnd_, settings_.threads, [&](const ChunkResult& result) {
+      TakeResult(path, rowsBefore, result);
+      rowsBefore += result.rows;
+    });
+  }
+
+  Columns TakeHeader(const std::string& path, ChunkReader& reader) {
+    std::string header;
+    Columns columns = ReadHeader(path, reader, header);
+    if (!first_) BeginOutput(header, columns, reader.LineEnd());
+    return columns;
+  }
+
+  // Trouble in the header is row 1's.
+  Columns ReadHeader(const std::string& path, ChunkReader& reader, std::string& header) const {
+    try {
+      std::optional<std::string> text = reader.ReadHeader();
+      if (!text) throw CohortError("the file is empty; it should begin with a header row");
+      header = std::move(*text);
+      Columns columns = ReadColumns(header, settings_.delimiter);
+      if (first_) CheckSameColumns(columns);
+      return columns;
+    } catch (const CohortError& error) {
+      throw CohortError(AtRow(path, 1, error.what()));
+    }
+  }
+
+  void BeginOutput(const std::string& header, const Columns& columns, const std::string& lineEnd) {
+    first_ = columns;
+    lineEnd_ = lineEnd;
+    if (settings_.table) {
+      sink_ = std::make_unique<TableOutput>(std::move(sink_), columns.delimiter, lineEnd.back());
+    }
+    std::string text;
+    AppendHeader(text, header, columns.delimiter, lineEnd);
+    sink_->Write(text);
+  }
+
+  void CheckSameColumns(const Columns& columns) const {
+    const std::string& first = settings_.inputs.front();
+    if (columns.names != first_->names) {
+      throw CohortError("the columns are not those of " + InputName(first));
+    }
+    if (columns.delimiter != first_->delimiter) {
+      throw CohortError("the delimiter is not that of " + InputName(first));
+    }
+  }
+
+  void TakeResult(const std::string& path, std::uint64_t rowsBefore, const ChunkResult& result) {
+    if (sharesTerminal_) progress_.Erase();
+    sink_->Write(result.text);
+    if (tally_.bad == 0 && result.firstBad) {
+      tally_.firstBad = AtRow(path, rowsBefore + result.firstBad->row, result.firstBad->text);
+    }
+    tally_.hips += result.hips;
+    tally_.bad += result.bad;
+    if (result.trouble) {
+      throw CohortError(AtRow(path, rowsBefore + result.trouble->row, result.trouble->text));
+    }
+    progress_.Advance(result.hips, result.bytes);
+  }
+
+  const CohortSettings& settings_;
+  Progress progress_;
+  std::unique_ptr<TextSink> sink_;
+  const bool sharesTerminal_ = isatty(STDOUT_FILENO) == 1;
+  std::optional<Columns> first_;  // the first input's
+  std::string lineEnd_;
+  CohortTally tally_;
+};
+
+}  // namespace
+
+CohortTally RunCohort(const CohortSettings& settings) {
+  return CohortRun(settings).Run();
+}
+
+}  // namespace Cohort

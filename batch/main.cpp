@@ -1,0 +1,105 @@
+// The command line of telmarion-batch.
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <new>
+#include <optional>
+#include <string>
+#include <thread>
+
+#include "batch/cohort_run.h"
+
+namespace {
+
+constexpr int kAllComputed = 0;
+constexpr int kBadInput = 1;
+constexpr int kTrouble = 2;
+
+constexpr unsigned kMostThreads = 256;
+
+constexpr const char* kDescription =
+    "Computes the resultant hip force and the contact stress for tables of hips.\n\n"
+    "Reads CSV with a header row and writes it with the columns rWb, thetaR, thetaPol, pmaxWb,\n"
+    "pmax and status added. Columns are found by name: lizm, xizm, zizm, Cizm, Hizm (cm), zasuk,\n"
+    "thetaCE (degrees), headRadius (m) and, if it is known, bodyWeight (kg). Another unit stands\n"
+    "behind the name: lizm[mm], headRadius[cm], thetaCE[rad]. All other columns pass through.";
+constexpr const char* kFooter =
+    "Exit status: 0 every row was computed or refused by the model, 1 some row had bad input,\n"
+    "2 wrong usage or trouble with a file.";
+
+std::optional<char> ReadDelimiter(const std::string& text) {
+  if (text == "," || text == "comma") return ',';
+  if (text == ";" || text == "semicolon") return ';';
+  if (text == "\t" || text == "\\t" || text == "tab") return '\t';
+  return std::nullopt;
+}
+
+std::string CheckDelimiter(const std::string& text) {
+  return ReadDelimiter(text) ? "" : "must be comma, semicolon or tab, not \"" + text + "\"";
+}
+
+void Complain(const std::string& sentence) {
+  std::fprintf(stderr, "telmarion-batch: %s\n", sentence.c_str());
+}
+
+int Run(const Cohort::CohortSettings& settings) {
+  const Cohort::CohortTally tally = Cohort::RunCohort(settings);
+  if (tally.bad == 0) return kAllComputed;
+  Complain(tally.bad == 1
+               ? "1 row had bad input: " + tally.firstBad
+               : std::to_string(tally.bad) + " rows had bad input, the first: " + tally.firstBad);
+  return kBadInput;
+}
+
+// Reads the command line into `settings`. An exit status where nothing is left to do.
+std::optional<int> ReadCommandLine(int argc, char** argv, Cohort::CohortSettings& settings) {
+  std::string delimiter;
+  CLI::App app(kDescription, "telmarion-batch");
+  app.footer(kFooter);
+  app.set_version_flag("--version", "telmarion-batch " TELMARION_VERSION, "Print the version");
+  app.set_help_flag("-h,--help", "Print this text");
+  app.add_option("FILE", settings.inputs,
+                 "CSV files with the same columns; standard input without any, or for -")
+      ->type_name(" ");
+  app.add_option("-o,--output", settings.output,
+                 "Write here in place of standard output, whole or not at all")
+      ->type_name("FILE");
+  app.add_option("-d,--delimiter", delimiter,
+                 "comma, semicolon or tab; found from the header if not given")
+      ->type_name("NAME")
+      ->check(CLI::Validator(CheckDelimiter, ""));
+  app.add_option("--threads", settings.threads, "1 to 256; one a processor if not given")
+      ->type_name("N")
+      ->check(CLI::Validator(CLI::Range(1U, kMostThreads)).description(""));
+  app.add_flag("--table", settings.table,
+               "Print a table for people in place of CSV: no measures, results with two decimals");
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    if (error.get_exit_code() == 0) return app.exit(error);
+    Complain(std::string(error.what()) + "; --help lists what is possible");
+    return kTrouble;
+  }
+  settings.delimiter = ReadDelimiter(delimiter);
+  return std::nullopt;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // Whoever closes the pipe has seen enough: end without a word, also when the parent ignores it.
+  std::signal(SIGPIPE, SIG_DFL);
+  try {
+    Cohort::CohortSettings settings;
+    settings.threads = std::clamp(std::thread::hardware_concurrency(), 1U, kMostThreads);
+    if (const std::optional<int> status = ReadCommandLine(argc, argv, settings)) return *status;
+    return Run(settings);
+  } catch (const std::bad_alloc&) {
+    Complain("there is not enough memory");
+  } catch (const std::exception& error) {
+    Complain(error.what());
+  }
+  return kTrouble;
+}

@@ -1,0 +1,94 @@
+// Streams are written as they come, files into a temporary file that then takes their place.
+#include "batch/output.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <QFile>
+#include <QSaveFile>
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include "batch/cohort_error.h"
+#include "batch/input_file.h"
+
+namespace Cohort {
+
+namespace {
+
+CohortError CannotWrite(const std::string& name, const std::string& reason) {
+  return CohortError(name + ": cannot be written: " + reason);
+}
+
+class StreamOutput final : public TextSink {
+ public:
+  StreamOutput(int descriptor, std::string name)
+      : descriptor_(descriptor), name_(std::move(name)) {}
+
+  ~StreamOutput() override {
+    if (descriptor_ != STDOUT_FILENO) close(descriptor_);
+  }
+
+  void Write(std::string_view text) override {
+    while (!text.empty()) {
+      const ssize_t count = write(descriptor_, text.data(), text.size());
+      if (count >= 0) {
+        text.remove_prefix(static_cast<std::size_t>(count));
+      } else if (errno != EINTR) {
+        throw CannotWrite(name_, std::generic_category().message(errno));
+      }
+    }
+  }
+
+  void Finish() override {}
+
+ private:
+  int descriptor_;
+  std::string name_;
+};
+
+class SavedOutput final : public TextSink {
+ public:
+  explicit SavedOutput(const std::string& path) : file_(QFile::decodeName(path.c_str())) {
+    if (!file_.open(QIODevice::WriteOnly)) throw Trouble();
+  }
+
+  void Write(std::string_view text) override {
+    const auto size = static_cast<qint64>(text.size());
+    if (file_.write(text.data(), size) != size) throw Trouble();
+  }
+
+  void Finish() override {
+    if (!file_.commit()) throw Trouble();
+  }
+
+ private:
+  CohortError Trouble() const {
+    return CannotWrite(QFile::encodeName(file_.fileName()).toStdString(),
+                       file_.errorString().toStdString());
+  }
+
+  QSaveFile file_;
+};
+
+// A device or a pipe must be written to, not replaced by a file of its name.
+bool IsStream(const std::string& path) {
+  std::error_code none;
+  const std::filesystem::file_status status = std::filesystem::status(path, none);
+  return std::filesystem::exists(status) && std::filesystem::is_other(status);
+}
+
+}  // namespace
+
+std::unique_ptr<TextSink> OpenOutput(const std::string& path) {
+  if (path == kStandardStream) {
+    return std::make_unique<StreamOutput>(STDOUT_FILENO, "standard output");
+  }
+  if (!IsStream(path)) return std::make_unique<SavedOutput>(path);
+  const int descriptor = open(path.c_str(), O_WRONLY | O_CLOEXEC);
+  if (descriptor < 0) throw CannotWrite(path, std::generic_category().message(errno));
+  return std::make_unique<StreamOutput>(descriptor, path);
+}
+
+}  // namespace Cohort

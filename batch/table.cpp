@@ -1,0 +1,135 @@
+// Widths are counted in characters, so accents and the degree sign do not push the columns apart.
+#include "batch/table.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <optional>
+
+#include "batch/chunk_reader.h"
+#include "batch/columns.h"
+#include "case/number_text.h"
+
+namespace Cohort {
+
+namespace {
+
+constexpr std::size_t kRowsToFit = 1000;
+constexpr int kDecimals = 2;
+constexpr double kPlainLimit = 1e15;  // beyond it decimals say nothing
+constexpr std::string_view kGap = "  ";
+
+template <std::size_t Count>
+bool IsOneOf(std::string_view name, const std::array<std::string_view, Count>& names) {
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+bool IsMeasure(std::string_view title) {
+  return IsOneOf(title.substr(0, title.find_first_of(" [")), kMeasureNames);
+}
+
+std::size_t WidthOf(std::string_view text) {
+  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
+    return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+  }));
+}
+
+std::string Rounded(std::string_view text) {
+  const std::optional<double> value = Vse::ReadNumber(text);
+  if (!value || std::abs(*value) >= kPlainLimit) return std::string(text);
+  std::array<char, 32> digits{};
+  const std::to_chars_result end = std::to_chars(digits.data(), digits.data() + digits.size(),
+                                                 Vse::TruncateToDecimals(*value, kDecimals),
+                                                 std::chars_format::fixed, kDecimals);
+  return {digits.data(), end.ptr};
+}
+
+// A cell takes one line, whatever it holds.
+std::string OnOneLine(std::string_view text) {
+  std::string line(text);
+  std::replace_if(
+      line.begin(), line.end(),
+      [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, ' ');
+  return line;
+}
+
+}  // namespace
+
+TableOutput::TableOutput(std::unique_ptr<TextSink> target, char delimiter, char lineEnd)
+    : target_(std::move(target)), lineEnd_(lineEnd), parser_(delimiter) {}
+
+void TableOutput::AddHeader() {
+  const auto& fields = parser_.Fields();
+  for (const std::string_view title : fields) {
+    Column column;
+    column.hidden = IsMeasure(title);
+    column.rounded = IsOneOf(title, kResultNames) && title != kResultNames.back();
+    column.width = WidthOf(title);
+    columns_.push_back(column);
+    titles_.push_back(OnOneLine(title));
+  }
+}
+
+void TableOutput::Fit(const Cells& row) {
+  for (std::size_t i = 0; i < row.size(); ++i) {
+    Column& column = columns_[i];
+    column.width = std::max(column.width, WidthOf(row[i]));
+    if (!row[i].empty() && !Vse::ReadNumber(row[i])) column.number = false;
+  }
+}
+
+void TableOutput::AppendLine(std::string& out, const Cells& row) const {
+  std::string line;
+  for (std::size_t i = 0; i < row.size(); ++i) {
+    const Column& column = columns_[i];
+    if (column.hidden) continue;
+    const std::string blanks(column.width - std::min(column.width, WidthOf(row[i])), ' ');
+    line += column.number ? blanks + row[i] : row[i] + blanks;
+    line += kGap;
+  }
+  line.resize(line.find_last_not_of(' ') + 1);
+  out += line + '\n';
+}
+
+void TableOutput::PrintHeld() {
+  fitted_ = true;
+  Cells rule;
+  for (const Column& column : columns_) rule.emplace_back(column.width, '-');
+  rule.resize(titles_.size());
+  AppendLine(text_, titles_);
+  AppendLine(text_, rule);
+  for (const Cells& row : held_) AppendLine(text_, row);
+  held_.clear();
+}
+
+void TableOutput::AddRecord(std::string_view record) {
+  parser_.Parse(record);
+  if (titles_.empty()) return AddHeader();
+  Cells row;
+  for (const std::string_view field : parser_.Fields()) {
+    // Surplus fields stand behind the named columns.
+    if (row.size() == columns_.size()) columns_.emplace_back();
+    row.push_back(columns_[row.size()].rounded ? Rounded(field) : OnOneLine(field));
+  }
+  if (fitted_) return AppendLine(text_, row);
+  Fit(row);
+  held_.push_back(std::move(row));
+  if (held_.size() == kRowsToFit) PrintHeld();
+}
+
+void TableOutput::Write(std::string_view text) {
+  text_.clear();
+  RecordWalk walk(text, lineEnd_);
+  for (std::string_view record; walk.Next(record);) AddRecord(record);
+  target_->Write(text_);
+}
+
+void TableOutput::Finish() {
+  text_.clear();
+  if (!fitted_) PrintHeld();
+  target_->Write(text_);
+  target_->Finish();
+}
+
+}  // namespace Cohort
