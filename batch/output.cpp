@@ -55,8 +55,12 @@ class SavedOutput final : public TextSink {
   }
 
   void Write(std::string_view text) override {
-    const auto size = static_cast<qint64>(text.size());
-    if (file_.write(text.data(), size) != size) throw Trouble();
+    // On a disk that fills up the first call writes what still fits, the second tells the reason.
+    while (!text.empty()) {
+      const qint64 count = file_.write(text.data(), static_cast<qint64>(text.size()));
+      if (count <= 0) throw Trouble();
+      text.remove_prefix(static_cast<std::size_t>(count));
+    }
   }
 
   void Finish() override {

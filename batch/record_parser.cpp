@@ -11,6 +11,8 @@ namespace {
 // By how much libcsv lets its field buffer grow; its own 128 bytes make long fields quadratic.
 constexpr std::size_t kFieldBuffer = std::size_t{1} << 20;
 
+constexpr unsigned char kOptions = CSV_STRICT | CSV_STRICT_FINI;
+
 int NeverEndsARow(unsigned char) {
   return 0;
 }
@@ -18,7 +20,7 @@ int NeverEndsARow(unsigned char) {
 }  // namespace
 
 RecordParser::RecordParser(char delimiter) {
-  csv_init(&parser_, CSV_STRICT | CSV_STRICT_FINI);
+  csv_init(&parser_, kOptions);
   csv_set_delim(&parser_, static_cast<unsigned char>(delimiter));
   csv_set_term_func(&parser_, NeverEndsARow);
   csv_set_blk_size(&parser_, kFieldBuffer);
@@ -43,18 +45,29 @@ void RecordParser::GatherFields() {
   }
 }
 
+RecordFault RecordParser::Feed(std::string_view record) {
+  const std::size_t taken =
+      csv_parse(&parser_, record.data(), record.size(), TakeField, nullptr, this);
+  if (taken != record.size()) {
+    if (csv_error(&parser_) != CSV_EPARSE) throw std::bad_alloc();
+    return RecordFault::StrayQuote;
+  }
+  if (csv_fini(&parser_, TakeField, nullptr, this) != 0) return RecordFault::OpenQuote;
+  return RecordFault::None;
+}
+
+// After a fault libcsv still stands inside the record; only a lenient end brings it out.
+void RecordParser::Recover() {
+  csv_set_opts(&parser_, 0);
+  csv_fini(&parser_, nullptr, nullptr, nullptr);
+  csv_set_opts(&parser_, kOptions);
+}
+
 RecordFault RecordParser::Parse(std::string_view record) {
   text_.clear();
   ends_.clear();
-  RecordFault fault = RecordFault::None;
-  if (csv_parse(&parser_, record.data(), record.size(), TakeField, nullptr, this) !=
-      record.size()) {
-    if (csv_error(&parser_) != CSV_EPARSE) throw std::bad_alloc();
-    fault = RecordFault::StrayQuote;
-    csv_fini(&parser_, nullptr, nullptr, nullptr);
-  } else if (csv_fini(&parser_, TakeField, nullptr, this) != 0) {
-    fault = RecordFault::OpenQuote;
-  }
+  const RecordFault fault = Feed(record);
+  if (fault != RecordFault::None) Recover();
   GatherFields();
   return fault;
 }

@@ -32,6 +32,8 @@ class RecordParser {
 
  private:
   static void TakeField(void* text, std::size_t length, void* self);
+  RecordFault Feed(std::string_view record);
+  void Recover();
   void GatherFields();
 
   csv_parser parser_{};

@@ -1,0 +1,112 @@
+// Records in, records with results out: every byte of the input stays, the results stay in line.
+#include "batch/chunk_computer.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/batch/cohort_text.h"
+#include "tests/support/row_name.h"
+
+namespace {
+
+using namespace std::string_literals;
+
+const std::string kHip = CohortText::kDefaultHip;
+
+// The results of the default hip as they are put out.
+std::string DefaultResults() {
+  const Cohort::Columns columns = Cohort::ReadColumns(CohortText::kHeader, std::nullopt);
+  const std::string lineEnd;
+  Cohort::ChunkResult result;
+  Cohort::ChunkComputer(columns, lineEnd).Compute(kHip, '\n', result);
+  return result.text.substr(kHip.size());
+}
+
+Cohort::ChunkResult Compute(const std::string& chunk, const std::string& lineEnd = "\n") {
+  const Cohort::Columns columns =
+      Cohort::ReadColumns("name," + CohortText::kHeader + ",remark", std::nullopt);
+  Cohort::ChunkComputer computer(columns, lineEnd);
+  Cohort::ChunkResult result;
+  computer.Compute("to be forgotten\n", '\n', result);
+  computer.Compute(chunk, lineEnd.back(), result);
+  return result;
+}
+
+struct Kept {
+  const char* name;
+  std::string record;
+};
+
+class GoodRecord : public testing::TestWithParam<Kept> {};
+
+TEST_P(GoodRecord, KeepsEveryByteBeforeItsResults) {
+  const Cohort::ChunkResult result = Compute(GetParam().record + "\n");
+  EXPECT_EQ(result.text, GetParam().record + DefaultResults() + "\n");
+  EXPECT_EQ(result.bad, 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, GoodRecord,
+    testing::Values(Kept{"Plain", "Ann," + kHip + ",none"}, Kept{"Empty", "," + kHip + ","},
+                    Kept{"Quotes", "\"Ann \"\"A\"\" B\"," + kHip + ",\"\""},
+                    Kept{"LineEndInQuotes", "\"Ann\r\nB\"," + kHip + ",\"a\nb\""},
+                    Kept{"Blanks", " Ann , " + kHip + " , \"x\" "},
+                    Kept{"NulBytes", "A\0nn,"s + kHip + ",\0"s},
+                    Kept{"Latin1", "M\xFCller," + kHip + ",\xFF"}),
+    RowName());
+
+TEST(ShortRecord, IsFilledUpSoThatTheResultsStayInLine) {
+  EXPECT_EQ(Compute("Ann,1,2\n").text,
+            "Ann,1,2,,,,,,,,,,,,,,error: the row has 3 fields and the header 11\n");
+}
+
+TEST(LongRecord, HasItsSurplusBehindTheStatus) {
+  EXPECT_EQ(Compute("\"A,\"\"\",1,2,3,4,5,6,7,8,9,10,\"11,\",12\n").text,
+            "\"A,\"\"\",1,2,3,4,5,6,7,8,9,10,,,,,,error: the row has 13 fields and the header "
+            "11,\"11,\",12\n");
+}
+
+TEST(LineEnds, AreTheGivenOnesThroughout) {
+  const std::string record = "Ann," + kHip + ",none";
+  const std::string out = record + DefaultResults();
+  EXPECT_EQ(Compute(record + "\r\n" + record + "\n" + record, "\r\n").text,
+            out + "\r\n" + out + "\r\n" + out + "\r\n");
+  EXPECT_EQ(Compute(record + "\r" + record + "\r", "\r").text, out + "\r" + out + "\r");
+}
+
+TEST(BlankLines, AreLeftOutButCounted) {
+  const Cohort::ChunkResult result = Compute("\n\r\n  \nx\n\n");
+  EXPECT_EQ(result.text, "x,,,,,,,,,,,,,,,,error: the row has 1 field and the header 11\n");
+  EXPECT_EQ(result.rows, 5U);
+  EXPECT_EQ(result.hips, 1U);
+  ASSERT_TRUE(result.firstBad.has_value());
+  EXPECT_EQ(result.firstBad->row, 4U);
+}
+
+TEST(Tally, CountsBadRowsAndKeepsTheFirst) {
+  const std::string good = "Ann," + kHip + ",none\n";
+  const Cohort::ChunkResult result = Compute(good + "a\nb,c\n" + good);
+  EXPECT_EQ(result.rows, 4U);
+  EXPECT_EQ(result.hips, 4U);
+  EXPECT_EQ(result.bad, 2U);
+  EXPECT_EQ(result.firstBad->row, 2U);
+  EXPECT_EQ(result.firstBad->text, "error: the row has 1 field and the header 11");
+  EXPECT_FALSE(result.trouble.has_value());
+}
+
+TEST(BrokenQuote, EndsTheChunkAfterTheRowsBeforeIt) {
+  const std::string good = "Ann," + kHip + ",none";
+  for (const std::string broken : {"x,5'10\",\n", "x,\"open\n1,2\n"}) {
+    const Cohort::ChunkResult result = Compute(good + "\n" + broken + good + "\n");
+    EXPECT_EQ(result.text, good + DefaultResults() + "\n");
+    ASSERT_TRUE(result.trouble.has_value());
+    EXPECT_EQ(result.trouble->row, 2U);
+  }
+}
+
+TEST(Header, IsKeptAndGetsTheNamesOfTheResults) {
+  std::string text;
+  Cohort::AppendHeader(text, "\xEF\xBB\xBF\"a b\";lizm", ';', "\r\n");
+  EXPECT_EQ(text, "\xEF\xBB\xBF\"a b\";lizm;rWb;thetaR;thetaPol;pmaxWb;pmax;status\r\n");
+}
+
+}  // namespace

@@ -1,0 +1,157 @@
+// What a header row may say, and what is said when it does not serve.
+#include "batch/columns.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "batch/cohort_error.h"
+#include "tests/support/row_name.h"
+
+namespace {
+
+using Cohort::Measure;
+using Cohort::Unit;
+
+const std::string kPlain = "lizm,xizm,zizm,Cizm,Hizm,zasuk,thetaCE,headRadius,bodyWeight";
+
+Cohort::MeasureColumn ColumnOf(const Cohort::Columns& columns, Measure measure) {
+  return columns.measures.at(static_cast<std::size_t>(measure)).value();
+}
+
+TEST(Columns, AreCmDegreesMetresAndKilogramsWithoutUnits) {
+  const Cohort::Columns columns = Cohort::ReadColumns(kPlain, std::nullopt);
+  EXPECT_EQ(columns.delimiter, ',');
+  EXPECT_EQ(columns.names.size(), 9U);
+  for (const Measure length :
+       {Measure::Lizm, Measure::Xizm, Measure::Zizm, Measure::Cizm, Measure::Hizm}) {
+    EXPECT_EQ(ColumnOf(columns, length).unit, Unit::Centimetre);
+  }
+  EXPECT_EQ(ColumnOf(columns, Measure::Zasuk).unit, Unit::Degree);
+  EXPECT_EQ(ColumnOf(columns, Measure::ThetaCE).unit, Unit::Degree);
+  EXPECT_EQ(ColumnOf(columns, Measure::HeadRadius).unit, Unit::Metre);
+  EXPECT_EQ(ColumnOf(columns, Measure::BodyWeight).unit, Unit::Kilogram);
+}
+
+TEST(Columns, StandInAnyOrderAmongOthers) {
+  const Cohort::Columns columns = Cohort::ReadColumns(
+      "thetaCE,name,Hizm,Cizm,zizm,xizm,lizm,remark,headRadius,zasuk", std::nullopt);
+  EXPECT_EQ(ColumnOf(columns, Measure::ThetaCE).field, 0U);
+  EXPECT_EQ(ColumnOf(columns, Measure::Lizm).field, 6U);
+  EXPECT_EQ(ColumnOf(columns, Measure::Zasuk).field, 9U);
+  EXPECT_FALSE(columns.measures.at(static_cast<std::size_t>(Measure::BodyWeight)).has_value());
+}
+
+struct TitleRow {
+  const char* name;
+  std::string from;  // this title of the plain header …
+  std::string to;    // … stands like this
+  Measure measure;
+  Unit unit;
+};
+
+class Titles : public testing::TestWithParam<TitleRow> {};
+
+std::string Replaced(std::string text, const std::string& from, const std::string& to) {
+  return text.replace(text.find(from), from.size(), to);
+}
+
+TEST_P(Titles, NameTheUnit) {
+  const std::string header = Replaced(kPlain, GetParam().from, GetParam().to);
+  const Cohort::Columns columns = Cohort::ReadColumns(header, std::nullopt);
+  EXPECT_EQ(ColumnOf(columns, GetParam().measure).unit, GetParam().unit) << header;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, Titles,
+    testing::Values(
+        TitleRow{"LengthMm", "lizm", "lizm[mm]", Measure::Lizm, Unit::Millimetre},
+        TitleRow{"LengthCm", "Hizm", "Hizm[cm]", Measure::Hizm, Unit::Centimetre},
+        TitleRow{"Blanks", "Cizm", " Cizm [ mm ] ", Measure::Cizm, Unit::Millimetre},
+        TitleRow{"Quoted", "xizm", "\"xizm[mm]\"", Measure::Xizm, Unit::Millimetre},
+        TitleRow{"Radians", "thetaCE", "thetaCE[rad]", Measure::ThetaCE, Unit::Radian},
+        TitleRow{"Degrees", "zasuk", "zasuk[deg]", Measure::Zasuk, Unit::Degree},
+        TitleRow{"DegreeSign", "zasuk", "zasuk[°]", Measure::Zasuk, Unit::Degree},
+        TitleRow{"RadiusM", "headRadius", "headRadius[m]", Measure::HeadRadius, Unit::Metre},
+        TitleRow{"RadiusCm", "headRadius", "headRadius[cm]", Measure::HeadRadius, Unit::Centimetre},
+        TitleRow{"RadiusMm", "headRadius", "headRadius[mm]", Measure::HeadRadius, Unit::Millimetre},
+        TitleRow{"Kilograms", "bodyWeight", "bodyWeight[kg]", Measure::BodyWeight, Unit::Kilogram}),
+    RowName());
+
+TEST(Delimiter, IsFoundByTheMeasuresItSetsApart) {
+  for (const char delimiter : {',', ';', '\t'}) {
+    std::string header = kPlain;
+    std::replace(header.begin(), header.end(), ',', delimiter);
+    EXPECT_EQ(Cohort::ReadColumns(header, std::nullopt).delimiter, delimiter);
+    const std::string misleading = "\"a,b;c\td\"" + std::string(1, delimiter) + header;
+    EXPECT_EQ(Cohort::ReadColumns(misleading, std::nullopt).delimiter, delimiter);
+  }
+  std::string header = kPlain;
+  std::replace(header.begin(), header.end(), ',', ';');
+  EXPECT_EQ(Cohort::ReadColumns("a,b,c,d,e,f,g,h,i,j,k,l;" + header, std::nullopt).delimiter, ';');
+}
+
+TEST(ByteOrderMark, IsPassedOver) {
+  const Cohort::Columns columns = Cohort::ReadColumns("\xEF\xBB\xBF" + kPlain, std::nullopt);
+  EXPECT_EQ(columns.names.front(), "lizm");
+  EXPECT_EQ(ColumnOf(columns, Measure::Lizm).field, 0U);
+}
+
+TEST(OtherColumns, MayShareAName) {
+  EXPECT_EQ(Cohort::ReadColumns("a,a,," + kPlain, std::nullopt).names.size(), 12U);
+}
+
+struct BadHeader {
+  const char* name;
+  std::string header;
+  std::string message;
+};
+
+class BadHeaders : public testing::TestWithParam<BadHeader> {};
+
+TEST_P(BadHeaders, AreToldInASentence) {
+  try {
+    Cohort::ReadColumns(GetParam().header, std::nullopt);
+    FAIL() << "accepted: " << GetParam().header;
+  } catch (const Cohort::CohortError& error) {
+    EXPECT_EQ(error.what(), GetParam().message);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, BadHeaders,
+    testing::Values(
+        BadHeader{"MissingOne", Replaced(kPlain, "thetaCE,", ""), "the column thetaCE is missing"},
+        BadHeader{"MissingTwo", Replaced(Replaced(kPlain, "lizm,", ""), "thetaCE,", ""),
+                  "the columns lizm, thetaCE are missing"},
+        BadHeader{"OtherCase", Replaced(kPlain, "lizm", "LIZM"), "the column lizm is missing"},
+        BadHeader{"Blank", "",
+                  "the columns lizm, xizm, zizm, Cizm, Hizm, zasuk, thetaCE, headRadius are "
+                  "missing"},
+        BadHeader{"TwoOfOneName", kPlain + ",zizm", "there are two columns zizm"},
+        BadHeader{"TwoOfOneNameInOtherUnits", kPlain + ",zizm[mm]", "there are two columns zizm"},
+        BadHeader{"UnknownLength", Replaced(kPlain, "lizm", "lizm[inch]"),
+                  "the unit \"inch\" of column lizm is not known; known are cm, mm"},
+        BadHeader{"LengthInMetres", Replaced(kPlain, "lizm", "lizm[m]"),
+                  "the unit \"m\" of column lizm is not known; known are cm, mm"},
+        BadHeader{"NoUnit", Replaced(kPlain, "lizm", "lizm[]"),
+                  "the unit \"\" of column lizm is not known; known are cm, mm"},
+        BadHeader{"UnknownAngle", Replaced(kPlain, "thetaCE", "thetaCE[grad]"),
+                  "the unit \"grad\" of column thetaCE is not known; known are °, deg, rad"},
+        BadHeader{"UnknownWeight", Replaced(kPlain, "bodyWeight", "bodyWeight[lb]"),
+                  "the unit \"lb\" of column bodyWeight is not known; known are kg"},
+        BadHeader{"ResultAlreadyThere", kPlain + ",pmax",
+                  "there is a column pmax already, which the program adds; remove or rename it"},
+        BadHeader{"StatusAlreadyThere", "status," + kPlain,
+                  "there is a column status already, which the program adds; remove or rename it"},
+        BadHeader{"BrokenQuote", kPlain + ",\"remark", "the header has a broken quote"},
+        BadHeader{"NulBytes", std::string("l\0i\0z\0m\0", 8),
+                  "the header holds NUL bytes; the file must be text in UTF-8, not UTF-16"}),
+    RowName());
+
+TEST(Delimiter, IsTakenAsGiven) {
+  EXPECT_THROW(Cohort::ReadColumns(kPlain, ';'), Cohort::CohortError);
+  EXPECT_EQ(Cohort::ReadColumns(kPlain, ',').delimiter, ',');
+}
+
+}  // namespace

@@ -1,0 +1,64 @@
+// Fields of one record, and what is a broken quote.
+#include "batch/record_parser.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/row_name.h"
+
+namespace {
+
+using Cohort::RecordFault;
+using namespace std::string_literals;
+using Fields = std::vector<std::string>;
+
+struct Record {
+  const char* name;
+  char delimiter;
+  std::string text;
+  RecordFault fault;
+  Fields fields;
+};
+
+class RecordParser : public testing::TestWithParam<Record> {};
+
+TEST_P(RecordParser, TakesTheFieldsOrNamesTheFault) {
+  Cohort::RecordParser parser(GetParam().delimiter);
+  for (int time = 0; time < 2; ++time) {  // what went before leaves nothing behind
+    EXPECT_EQ(parser.Parse(GetParam().text), GetParam().fault);
+    if (GetParam().fault == RecordFault::None) {
+      EXPECT_EQ(Fields(parser.Fields().begin(), parser.Fields().end()), GetParam().fields);
+    }
+    EXPECT_EQ(parser.Parse("a"s + GetParam().delimiter + "b"), RecordFault::None);
+    EXPECT_EQ(Fields(parser.Fields().begin(), parser.Fields().end()), (Fields{"a", "b"}));
+  }
+}
+
+constexpr RecordFault kNone = RecordFault::None;
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, RecordParser,
+    testing::Values(Record{"Plain", ',', "a,b,c", kNone, {"a", "b", "c"}},
+                    Record{"EmptyFields", ',', ",,", kNone, {"", "", ""}},
+                    Record{"Tabs", '\t', "a\t\tc\t", kNone, {"a", "", "c", ""}},
+                    Record{"Semicolons", ';', "1,5;2,5", kNone, {"1,5", "2,5"}},
+                    Record{"QuotedDelimiter", ',', "\"1,5\",b", kNone, {"1,5", "b"}},
+                    Record{"DoubledQuote", ',', "\"say \"\"a\"\"\"", kNone, {"say \"a\""}},
+                    Record{"LineEndsInQuotes", ',', "\"a\r\nb\",c", kNone, {"a\r\nb", "c"}},
+                    Record{"LoneCarriageReturn", ',', "a\rb,c", kNone, {"a\rb", "c"}},
+                    Record{"BlanksAround", ',', " a , \"b \" ,", kNone, {"a", "b ", ""}},
+                    Record{"NulBytes", ',', "a\0b,\0"s, kNone, {"a\0b"s, "\0"s}},
+                    Record{"OneEmptyQuotedField", ',', "\"\"", kNone, {""}},
+                    Record{"Nothing", ',', "", kNone, {}}, Record{"Blanks", ',', " \t ", kNone, {}},
+                    Record{"StrayQuote", ',', "a,5'10\",b", RecordFault::StrayQuote, {}},
+                    Record{"TextBehindQuote", ',', "\"a\"b,c", RecordFault::StrayQuote, {}},
+                    Record{"OpenQuote", ',', "a,\"b,c", RecordFault::OpenQuote, {}}),
+    RowName());
+
+TEST(RecordParserLongField, KeepsEveryByte) {
+  Cohort::RecordParser parser(',');
+  const std::string longText(5'000'000, 'x');
+  ASSERT_EQ(parser.Parse("a," + longText), RecordFault::None);
+  EXPECT_EQ(parser.Fields()[1], longText);
+}
+
+}  // namespace

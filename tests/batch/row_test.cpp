@@ -1,0 +1,207 @@
+// One row: conversion of units, checks, and the words of a status.
+#include "batch/row.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <vector>
+
+#include "batch/record_parser.h"
+#include "tests/batch/cohort_text.h"
+#include "tests/support/row_name.h"
+
+namespace {
+
+using Cohort::RowKind;
+using Cohort::RowResult;
+
+RowResult Compute(const std::string& header, const std::string& record) {
+  const Cohort::Columns columns = Cohort::ReadColumns(header, std::nullopt);
+  Cohort::RecordParser parser(columns.delimiter);
+  parser.Parse(record);
+  Sila::HipState state;
+  return Cohort::ComputeRow(parser.Fields(), columns, state);
+}
+
+std::string Replaced(std::string text, const std::string& from, const std::string& to) {
+  return text.replace(text.find(from), from.size(), to);
+}
+
+void ExpectNear(const std::optional<double>& value, double expected) {
+  ASSERT_TRUE(value.has_value());
+  EXPECT_NEAR(*value, expected, std::abs(expected) * CohortText::kRelativeTolerance);
+}
+
+TEST(Row, GivesTheKnownResultsOfTheDefaultHip) {
+  const RowResult row = Compute(CohortText::kHeader, CohortText::kDefaultHip);
+  EXPECT_EQ(row.kind, RowKind::Ok);
+  EXPECT_EQ(row.status, "ok");
+  ExpectNear(row.rWb, CohortText::kRWb);
+  ExpectNear(row.thetaR, CohortText::kThetaR);
+  ExpectNear(row.thetaPol, CohortText::kThetaPol);
+  ExpectNear(row.pmaxWb, CohortText::kPmaxWb);
+  ExpectNear(row.pmax, CohortText::kPmax);
+}
+
+TEST(UnknownWeight, LeavesOutThePeakStressOnly) {
+  const std::string noWeight = Replaced(CohortText::kDefaultHip, ",70", "");
+  for (const auto& [header, record] : std::vector<std::pair<std::string, std::string>>{
+           {CohortText::kHeader, noWeight + ","},
+           {CohortText::kHeader, noWeight + ",\"  \""},
+           {Replaced(CohortText::kHeader, ",bodyWeight", ""), noWeight}}) {
+    const RowResult row = Compute(header, record);
+    EXPECT_EQ(row.status, "ok");
+    ExpectNear(row.rWb, CohortText::kRWb);
+    ExpectNear(row.pmaxWb, CohortText::kPmaxWb);
+    EXPECT_FALSE(row.pmax.has_value()) << record;
+  }
+}
+
+struct SameHip {
+  const char* name;
+  std::string header;
+  std::string record;
+};
+
+class OtherUnits : public testing::TestWithParam<SameHip> {};
+
+TEST_P(OtherUnits, GiveTheKnownResults) {
+  const RowResult row = Compute(GetParam().header, GetParam().record);
+  EXPECT_EQ(row.status, "ok");
+  ExpectNear(row.rWb, CohortText::kRWb);
+  ExpectNear(row.thetaR, CohortText::kThetaR);
+  ExpectNear(row.thetaPol, CohortText::kThetaPol);
+  ExpectNear(row.pmaxWb, CohortText::kPmaxWb);
+  ExpectNear(row.pmax, CohortText::kPmax);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, OtherUnits,
+    testing::Values(
+        SameHip{"Millimetres",
+                "lizm[mm],xizm[mm],zizm[mm],Cizm[mm],Hizm[mm],zasuk,thetaCE,headRadius[mm],"
+                "bodyWeight",
+                "104,5,60,44,160,0,30,25,70"},
+        SameHip{"Centimetres", Replaced(CohortText::kHeader, "headRadius", "headRadius[cm]"),
+                Replaced(CohortText::kDefaultHip, "0.025", "2.5")},
+        SameHip{"Radians", Replaced(CohortText::kHeader, "thetaCE", "thetaCE[rad]"),
+                Replaced(CohortText::kDefaultHip, "30.0", "0.523598775598298")},
+        SameHip{"DegreeSign", Replaced(CohortText::kHeader, "thetaCE", "thetaCE[°]"),
+                CohortText::kDefaultHip},
+        SameHip{"DecimalCommas", "lizm;xizm;zizm;Cizm;Hizm;zasuk;thetaCE;headRadius;bodyWeight",
+                "10,40;0,50;6,00;4,40;16,00;0;30,0;0,025;70"},
+        SameHip{"QuotedCommas", CohortText::kHeader,
+                "\"10,40\",\"0,50\",\"6,00\",\"4,40\",\"16,00\",0,\"30,0\",\"2,5e-2\",70"},
+        SameHip{"OtherOrder", "bodyWeight,x,headRadius,thetaCE,zasuk,Hizm,Cizm,zizm,xizm,lizm",
+                "70,text,0.025,30,0,16,4.4,6,0.5,10.4"}),
+    RowName());
+
+TEST(Rotation, TurnsAlsoInRadians) {
+  // A quarter turn brings z to x and x to -z.
+  const RowResult turned = Compute(Replaced(CohortText::kHeader, "zasuk", "zasuk[rad]"),
+                                   "10.4,-6,0.5,4.4,16,1.5707963267948966,30,0.025,70");
+  EXPECT_EQ(turned.status, "ok");
+  ExpectNear(turned.rWb, CohortText::kRWb);
+}
+
+struct StatusRow {
+  const char* name;
+  std::string from;  // this part of the default hip …
+  std::string to;    // … replaced by this
+  RowKind kind;
+  std::string status;
+};
+
+class Status : public testing::TestWithParam<StatusRow> {};
+
+TEST_P(Status, SaysWhatIsWrong) {
+  const StatusRow& row = GetParam();
+  const std::string record = Replaced(CohortText::kDefaultHip, row.from, row.to);
+  const RowResult result = Compute(CohortText::kHeader, record);
+  EXPECT_EQ(result.kind, row.kind) << record;
+  EXPECT_EQ(result.status, row.status) << record;
+  EXPECT_FALSE(result.thetaPol || result.pmaxWb || result.pmax);
+  EXPECT_EQ(result.rWb.has_value() || result.thetaR.has_value(),
+            row.kind == RowKind::Refused && row.name != std::string("LengthOf104"));
+}
+
+using namespace std::string_literals;
+constexpr RowKind kBad = RowKind::Bad;
+const std::string kOutside = "refused: resultant force outside the model's range";
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, Status,
+    testing::Values(
+        StatusRow{"TooLarge", "10.40", "1e999", kBad, "error: lizm is not a number"},
+        StatusRow{"NotANumber", "0.50", "nan", kBad, "error: xizm is not a number"},
+        StatusRow{"TwoPoints", "6.00", "1.2.3", kBad, "error: zizm is not a number"},
+        StatusRow{"Infinite", "4.40", "inf", kBad, "error: Cizm is not a number"},
+        StatusRow{"Empty", "16.00", "", kBad, "error: Hizm is empty"},
+        StatusRow{"Blank", "16.00", "\" \"", kBad, "error: Hizm is empty"},
+        StatusRow{"NulByte", "30.0", "3\0"s, kBad, "error: thetaCE is not a number"},
+        StatusRow{"RadiusWord", "0.025", "big", kBad, "error: headRadius is not a number"},
+        StatusRow{"RadiusZero", "0.025", "0", kBad, "error: headRadius must be greater than 0"},
+        StatusRow{"RadiusNegative", "0.025", "-1", kBad,
+                  "error: headRadius must be greater than 0"},
+        StatusRow{"WeightZero", ",70", ",0", kBad, "error: bodyWeight must be greater than 0"},
+        StatusRow{"WeightNegative", ",70", ",-70", kBad,
+                  "error: bodyWeight must be greater than 0"},
+        StatusRow{"WeightWord", ",70", ",Unknown", kBad, "error: bodyWeight is not a number"},
+        StatusRow{"SeveralAtOnce", "10.40,0.50", ",x", kBad,
+                  "error: lizm is empty and xizm is not a number"},
+        StatusRow{"TooShort", ",70", "", kBad, "error: the row has 8 fields and the header 9"},
+        StatusRow{"TooLong", ",70", ",70,x", kBad, "error: the row has 10 fields and the header 9"},
+        StatusRow{"OneField", CohortText::kDefaultHip, "x", kBad,
+                  "error: the row has 1 field and the header 9"},
+        StatusRow{"LengthOf104", "10.40", "104", RowKind::Refused, kOutside},
+        StatusRow{"NoPole", "30.0", "-20", RowKind::Refused,
+                  "refused: no stress pole for this centre-edge angle and force"},
+        StatusRow{"RadiusTooSmall", "0.025", "1e-200", RowKind::Refused,
+                  "refused: the contact stress is not a finite number"}),
+    RowName());
+
+// Without a lever there is no muscle force: the hip carries the body less one leg, straight down.
+TEST(LengthOfZero, IsLeftToTheModel) {
+  const RowResult row =
+      Compute(CohortText::kHeader, Replaced(CohortText::kDefaultHip, "10.40", "0"));
+  EXPECT_NE(row.kind, RowKind::Bad);
+  ExpectNear(row.rWb, 1.0 - 0.161);
+}
+
+TEST(AngleInRadians, IsAWrongAngleBeyondAFullTurn) {
+  for (const std::string column : {"zasuk", "thetaCE"}) {
+    const std::string header = Replaced(CohortText::kHeader, column, column + "[rad]");
+    const std::string from = column == "zasuk" ? "0.0," : "30.0,";
+    EXPECT_EQ(Compute(header, Replaced(CohortText::kDefaultHip, from, "7,")).status,
+              "error: " + column + " is more than 2 pi radians");
+    EXPECT_NE(Compute(header, Replaced(CohortText::kDefaultHip, from, "6.28318530717958,")).kind,
+              kBad);
+    EXPECT_NE(Compute(header, Replaced(CohortText::kDefaultHip, from, "-7,")).kind, kBad);
+  }
+  EXPECT_NE(Compute(CohortText::kHeader, Replaced(CohortText::kDefaultHip, "30.0", "400")).kind,
+            kBad);
+}
+
+TEST(Results, AreTheShortestTextThatReadsBack) {
+  std::string text;
+  Cohort::AppendResults(text,
+                        {.kind = RowKind::Ok,
+                         .status = "ok",
+                         .rWb = 0.1,
+                         .thetaR = 0.1 + 0.2,
+                         .thetaPol = -1.0 / 3.0,
+                         .pmaxWb = 1e300,
+                         .pmax = 2066847.5},
+                        ';');
+  EXPECT_EQ(text, ";0.1;0.30000000000000004;-0.3333333333333333;1e+300;2066847.5;ok");
+}
+
+TEST(Results, StayEmptyWhereThereAreNone) {
+  std::string text;
+  RowResult bad;
+  bad.status = "error: x";
+  Cohort::AppendResults(text, bad, ',');
+  EXPECT_EQ(text, ",,,,,,error: x");
+}
+
+}  // namespace
