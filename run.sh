@@ -11,4 +11,4 @@ build release telmarion-batch
 if [ $# -gt 0 ]; then
   exec "$root/build/release/batch/telmarion-batch" "$@"
 fi
-"$root/build/release/batch/telmarion-batch" "$root/examples/hips.csv" | column -t -s , -o '  '
+exec "$root/build/release/batch/telmarion-batch" --table "$root/examples/hips.csv"

@@ -26,6 +26,10 @@ constexpr const char* kDescription =
     "thetaCE (degrees), headRadius (m) and, if it is known, bodyWeight (kg). Another unit stands\n"
     "behind the name: lizm[mm], headRadius[cm], thetaCE[rad]. All other columns pass through.";
 constexpr const char* kFooter =
+    "The status of a row is ok, refused (by the model) or error, with what is wrong. A row that "
+    "is\n"
+    "too short is filled up; what a row has too much stands behind its status. Blank lines are\n"
+    "left out. Numbers may have a decimal point or a decimal comma.\n\n"
     "Exit status: 0 every row was computed or refused by the model, 1 some row had bad input,\n"
     "2 wrong usage or trouble with a file.";
 

@@ -26,6 +26,8 @@ class StreamOutput final : public TextSink {
   StreamOutput(int descriptor, std::string name)
       : descriptor_(descriptor), name_(std::move(name)) {}
 
+  StreamOutput(const StreamOutput&) = delete;
+  StreamOutput& operator=(const StreamOutput&) = delete;
   ~StreamOutput() override {
     if (descriptor_ != STDOUT_FILENO) close(descriptor_);
   }

@@ -96,7 +96,9 @@ TEST(Tally, CountsBadRowsAndKeepsTheFirst) {
 TEST(BrokenQuote, EndsTheChunkAfterTheRowsBeforeIt) {
   const std::string good = "Ann," + kHip + ",none";
   for (const std::string broken : {"x,5'10\",\n", "x,\"open\n1,2\n"}) {
-    const Cohort::ChunkResult result = Compute(good + "\n" + broken + good + "\n");
+    std::string chunk = good;
+    chunk.append("\n").append(broken).append(good).append("\n");
+    const Cohort::ChunkResult result = Compute(chunk);
     EXPECT_EQ(result.text, good + DefaultResults() + "\n");
     ASSERT_TRUE(result.trouble.has_value());
     EXPECT_EQ(result.trouble->row, 2U);
