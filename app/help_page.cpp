@@ -1,0 +1,126 @@
+// Shows help pages. Their colours come from the palette here, and not from the pages, so that one
+// text serves light and dark desktops.
+#include "app/help_page.h"
+
+#include <QByteArray>
+#include <QColor>
+#include <QEvent>
+#include <QFont>
+#include <QFontMetricsF>
+#include <QHelpEngineCore>
+#include <QImage>
+#include <QPainter>
+#include <QPalette>
+#include <QResizeEvent>
+#include <QScrollBar>
+#include <QSvgRenderer>
+#include <QTextDocument>
+#include <algorithm>
+
+namespace {
+
+constexpr double kLongestLine = 88.0;  // in widths of the letter x; longer lines are hard to follow
+
+// A share of `ink` in `ground`.
+QColor Mixed(const QColor& ink, const QColor& ground, double share) {
+  const auto part = [share](float a, float b) { return b + static_cast<float>(share) * (a - b); };
+  return QColor::fromRgbF(part(ink.redF(), ground.redF()), part(ink.greenF(), ground.greenF()),
+                          part(ink.blueF(), ground.blueF()));
+}
+
+// Some dark themes keep the blue that is meant for white paper.
+QColor LinkColour(const QPalette& palette) {
+  const bool dark = palette.color(QPalette::Base).lightness() < 128;
+  const QColor link = palette.color(QPalette::Link);
+  return dark && link.lightness() < 160 ? QColor(0x7a, 0xb8, 0xff) : link;
+}
+
+QString StyleSheet(const QPalette& palette) {
+  const QColor ink = palette.color(QPalette::Text);
+  const QColor ground = palette.color(QPalette::Base);
+  return QStringLiteral(
+             "a { color: %1; text-decoration: none; }"
+             "h1 { font-size: xx-large; font-weight: 600; margin-top: 4px; margin-bottom: 12px; }"
+             "h2 { font-size: large; font-weight: 600; margin-top: 22px; margin-bottom: 6px; }"
+             "p { margin-top: 6px; margin-bottom: 6px; }"
+             "li { margin-bottom: 4px; }"
+             "pre { background-color: %2; }"
+             "table.data { border: 1px solid %3; border-collapse: collapse; }"
+             "table.data td, table.data th { border: 1px solid %3; }"
+             "table.data th { background-color: %2; text-align: left; }"
+             "table.note { background-color: %2; margin-top: 8px; margin-bottom: 8px; }"
+             "table.note td { padding: 6px 12px; }")
+      .arg(LinkColour(palette).name(), Mixed(ink, ground, 0.07).name(),
+           Mixed(ink, ground, 0.3).name());
+}
+
+}  // namespace
+
+HelpPage::HelpPage(const QHelpEngineCore& engine, QWidget* parent)
+    : QTextBrowser(parent), engine_(engine), usualPoints_(font().pointSizeF()) {
+  setObjectName("helpPage");
+  setAccessibleName(QStringLiteral("Page"));
+  setFrameShape(QFrame::NoFrame);
+  document()->setDocumentMargin(20);
+  Restyle();
+}
+
+void HelpPage::SetZoom(int percent) {
+  zoom_ = percent / 100.0;
+  QFont letters = font();
+  letters.setPointSizeF(usualPoints_ * zoom_);
+  setFont(letters);
+  Restyle();
+}
+
+QVariant HelpPage::loadResource(int type, const QUrl& name) {
+  const QUrl url = name.isRelative() ? source().resolved(name) : name;
+  const QByteArray content = engine_.fileData(engine_.findFile(url));
+  if (url.path().endsWith(".svg")) return Drawing(content);
+  return type == QTextDocument::HtmlResource ? QVariant(QString::fromUtf8(content))
+                                             : QVariant(content);
+}
+
+// Drawn anew for each size and theme: lines stay sharp, and black ones turn light on dark ground.
+QImage HelpPage::Drawing(QByteArray svg) const {
+  svg.replace("currentColor", palette().color(QPalette::Text).name().toLatin1());
+  QSvgRenderer drawing(svg);
+  const double room = std::max(100.0, document()->textWidth() - 2 * document()->documentMargin());
+  QSizeF size = QSizeF(drawing.defaultSize()) * zoom_ * std::max(1.0, usualPoints_ / 10.0);
+  if (size.width() > room) size.scale(room, size.height(), Qt::KeepAspectRatio);
+  QImage image((size * devicePixelRatioF()).toSize(), QImage::Format_ARGB32_Premultiplied);
+  image.fill(Qt::transparent);
+  QPainter painter(&image);
+  drawing.render(&painter);
+  painter.end();
+  image.setDevicePixelRatio(devicePixelRatioF());
+  return image;
+}
+
+void HelpPage::changeEvent(QEvent* event) {
+  QTextBrowser::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) Restyle();
+}
+
+void HelpPage::resizeEvent(QResizeEvent* event) {
+  FitLines();
+  QTextBrowser::resizeEvent(event);
+}
+
+// Styles and drawings take effect when a page is loaded, so the page is loaded again at its place.
+void HelpPage::Restyle() {
+  document()->setDefaultStyleSheet(StyleSheet(palette()));
+  FitLines();
+  if (source().isEmpty()) return;
+  const int longest = std::max(1, verticalScrollBar()->maximum());
+  const double place = static_cast<double>(verticalScrollBar()->value()) / longest;
+  document()->clear();  // forgets the drawings of the old size and theme
+  reload();
+  verticalScrollBar()->setValue(static_cast<int>(place * verticalScrollBar()->maximum()));
+}
+
+void HelpPage::FitLines() {
+  const double longest = kLongestLine * QFontMetricsF(font()).horizontalAdvance('x');
+  setLineWrapMode(QTextEdit::FixedPixelWidth);
+  setLineWrapColumnOrWidth(std::min(static_cast<int>(longest), viewport()->width()));
+}

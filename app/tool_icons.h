@@ -1,0 +1,13 @@
+// The pictures on buttons and windows, drawn by us. Those on buttons take their colours from the
+// application's palette each time they are painted, so they follow a change of theme.
+#pragma once
+
+#include <QIcon>
+
+enum class ToolPicture { New, Open, Save, Back, Forward, Home, Smaller, Larger };
+
+// Crisp at every size and screen scale; greyed where the button is disabled.
+QIcon ToolIcon(ToolPicture picture);
+
+// The program's own icon, in the sizes that desktops ask for (16 to 256 pixels).
+QIcon ApplicationIcon();
