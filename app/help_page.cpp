@@ -44,7 +44,7 @@ QString StyleSheet(const QPalette& palette) {
              "h2 { font-size: large; font-weight: 600; margin-top: 22px; margin-bottom: 6px; }"
              "p { margin-top: 6px; margin-bottom: 6px; }"
              "li { margin-bottom: 4px; }"
-             "pre { background-color: %2; }"
+             "pre { white-space: pre-wrap; }"
              "table.data { border: 1px solid %3; border-collapse: collapse; }"
              "table.data td, table.data th { border: 1px solid %3; }"
              "table.data th { background-color: %2; text-align: left; }"
@@ -62,6 +62,10 @@ HelpPage::HelpPage(const QHelpEngineCore& engine, QWidget* parent)
   setAccessibleName(QStringLiteral("Page"));
   setFrameShape(QFrame::NoFrame);
   document()->setDocumentMargin(20);
+  document()->setIndentWidth(24);
+  setLineWrapMode(QTextEdit::FixedPixelWidth);
+  // Else the bar would come and go as pages load, and change the width that they are laid out for.
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   Restyle();
 }
 
@@ -85,7 +89,7 @@ QVariant HelpPage::loadResource(int type, const QUrl& name) {
 QImage HelpPage::Drawing(QByteArray svg) const {
   svg.replace("currentColor", palette().color(QPalette::Text).name().toLatin1());
   QSvgRenderer drawing(svg);
-  const double room = std::max(100.0, document()->textWidth() - 2 * document()->documentMargin());
+  const double room = std::max(100.0, LineWidth() - 2.0 * document()->documentMargin());
   QSizeF size = QSizeF(drawing.defaultSize()) * zoom_ * std::max(1.0, usualPoints_ / 10.0);
   if (size.width() > room) size.scale(room, size.height(), Qt::KeepAspectRatio);
   QImage image((size * devicePixelRatioF()).toSize(), QImage::Format_ARGB32_Premultiplied);
@@ -102,15 +106,16 @@ void HelpPage::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange) Restyle();
 }
 
+// A drawing that fits the old width may not fit the new one.
 void HelpPage::resizeEvent(QResizeEvent* event) {
-  FitLines();
   QTextBrowser::resizeEvent(event);
+  if (lineWrapColumnOrWidth() != LineWidth()) Restyle();
 }
 
 // Styles and drawings take effect when a page is loaded, so the page is loaded again at its place.
 void HelpPage::Restyle() {
   document()->setDefaultStyleSheet(StyleSheet(palette()));
-  FitLines();
+  setLineWrapColumnOrWidth(LineWidth());
   if (source().isEmpty()) return;
   const int longest = std::max(1, verticalScrollBar()->maximum());
   const double place = static_cast<double>(verticalScrollBar()->value()) / longest;
@@ -119,8 +124,7 @@ void HelpPage::Restyle() {
   verticalScrollBar()->setValue(static_cast<int>(place * verticalScrollBar()->maximum()));
 }
 
-void HelpPage::FitLines() {
+int HelpPage::LineWidth() const {
   const double longest = kLongestLine * QFontMetricsF(font()).horizontalAdvance('x');
-  setLineWrapMode(QTextEdit::FixedPixelWidth);
-  setLineWrapColumnOrWidth(std::min(static_cast<int>(longest), viewport()->width()));
+  return std::min(static_cast<int>(longest), viewport()->width());
 }

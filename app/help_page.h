@@ -25,7 +25,7 @@ class HelpPage final : public QTextBrowser {
 
  private:
   void Restyle();
-  void FitLines();
+  int LineWidth() const;
   QImage Drawing(QByteArray svg) const;
 
   const QHelpEngineCore& engine_;

@@ -52,6 +52,7 @@ HelpSearch::HelpSearch(QHelpSearchEngine& engine, QWidget* parent)
   column->addLayout(row);
   column->addWidget(status_);
   column->addWidget(results_, 1);
+  setFocusProxy(box_);
 
   connect(button, &QPushButton::clicked, this, &HelpSearch::Search);
   connect(box_, &QLineEdit::returnPressed, this, &HelpSearch::Search);

@@ -41,6 +41,18 @@ QString NotFound(const QStringList& folders) {
       .arg(QString::fromLatin1(kHelpFileName), places.join('\n'));
 }
 
+// The entry for a place in a page, at any depth below `parent`; invalid where there is none. The
+// list's own indexOf() knows whole pages only.
+QModelIndex RowOf(const QUrl& url, const QHelpContentModel& model, const QModelIndex& parent) {
+  for (int i = 0; i < model.rowCount(parent); ++i) {
+    const QModelIndex row = model.index(i, 0, parent);
+    if (model.contentItemAt(row)->url() == url) return row;
+    const QModelIndex below = RowOf(url, model, row);
+    if (below.isValid()) return below;
+  }
+  return {};
+}
+
 }  // namespace
 
 std::unique_ptr<HelpWindow> HelpWindow::Open(const QStringList& folders, MessageDoor& door,
@@ -156,7 +168,7 @@ QWidget* HelpWindow::ContentsPane() {
     ShowUrl(model->contentItemAt(row)->url());
   });
   connect(qobject_cast<QHelpContentModel*>(contents_->model()), &QHelpContentModel::contentsCreated,
-          this, &HelpWindow::FollowInContents);
+          this, [this] { FollowInContents(page_->source()); });
   return contents_;
 }
 
@@ -179,6 +191,7 @@ QWidget* HelpWindow::IndexPane() {
   column->setContentsMargins(8, 8, 8, 8);
   column->addWidget(filter_);
   column->addWidget(index_, 1);
+  pane->setFocusProxy(filter_);
   return pane;
 }
 
@@ -194,8 +207,10 @@ void HelpWindow::ShowUrl(const QUrl& url) {
   page_->setSource(url);
 }
 
-void HelpWindow::FollowInContents() {
-  const QModelIndex row = contents_->indexOf(page_->source());
+void HelpWindow::FollowInContents(const QUrl& url) {
+  const auto* model = qobject_cast<const QHelpContentModel*>(contents_->model());
+  QModelIndex row = RowOf(url, *model, {});
+  if (!row.isValid()) row = RowOf(url.adjusted(QUrl::RemoveFragment), *model, {});
   if (row.isValid()) contents_->setCurrentIndex(row);
 }
 

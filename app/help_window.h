@@ -43,7 +43,7 @@ class HelpWindow final : public QMainWindow {
   QWidget* ContentsPane();
   QWidget* IndexPane();
   void ShowUrl(const QUrl& url);
-  void FollowInContents();
+  void FollowInContents(const QUrl& url);
   void SetZoom(int percent);
   void ShowSearch();
   void SwapFocus();
