@@ -1,0 +1,30 @@
+// The flags, step by step.
+#include "app/case_session.h"
+
+#include <utility>
+
+void CaseSession::NoteSaved(const QString& path) {
+  saveOK_ = true;
+  origin_ = {path, record_};
+}
+
+void CaseSession::NoteRead(const QString& path, std::optional<CaseData> read) {
+  openOK_ = true;
+  originInForm_ = {path, std::move(read)};
+}
+
+void CaseSession::NoteNew() {
+  originInForm_ = {};
+}
+
+void CaseSession::NoteChange() {
+  originInForm_ = origin_;
+}
+
+void CaseSession::NoteConfirmed() {
+  hasCase_ = true;
+  origin_ = originInForm_;
+  if (origin_.data && *origin_.data == record_) return;
+  saveOK_ = false;
+  openOK_ = false;
+}

@@ -1,0 +1,55 @@
+// The one case of the running program, the file in use, and whether the case needs saving.
+#pragma once
+
+#include <QString>
+#include <optional>
+
+#include "case/case_record.h"
+
+class CaseSession {
+ public:
+  CaseRecord& Record() { return record_; }
+  const CaseRecord& Record() const { return record_; }
+
+  // False until the first confirmation whose checks have passed: there is nothing to save or print.
+  bool HasCase() const { return hasCase_; }
+
+  // The two flags of the save prompts. The case needs no saving while either is set.
+  bool saveOK() const { return saveOK_; }
+  bool openOK() const { return openOK_; }
+  bool NeedsSaving() const { return !saveOK_ && !openOK_; }
+
+  // The case file that the case was saved to or read from last; empty for a new case.
+  const QString& FileInUse() const { return origin_.file; }
+
+  // A case file has been written from the record.
+  void NoteSaved(const QString& path);
+
+  // A case file has been read into the form; `read` is what a confirmation without a change would
+  // hold, or nothing when the entries cannot be confirmed as they stand. The record is still that
+  // of the case before, and so is the file in use, until a confirmation.
+  void NoteRead(const QString& path, std::optional<CaseData> read);
+
+  // New has opened the empty form: a confirmation begins a case without a file.
+  void NoteNew();
+
+  // Change has opened the form for the present case: a confirmation keeps the file in use.
+  void NoteChange();
+
+  // The record holds a confirmed case. Unless it is the one last read or saved, it needs saving.
+  void NoteConfirmed();
+
+ private:
+  CaseRecord record_;
+  bool hasCase_ = false;
+  bool saveOK_ = true;
+  bool openOK_ = false;
+
+  // The file of a case and what stands in it. A new case has neither.
+  struct Origin {
+    QString file;
+    std::optional<CaseData> data;
+  };
+  Origin origin_;        // of the case in the record
+  Origin originInForm_;  // of the case in the form; a confirmation makes it the record's
+};

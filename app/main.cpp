@@ -1,0 +1,20 @@
+// Start of the windowed program.
+#include <QApplication>
+#include <QLocale>
+
+#include "app/main_window.h"
+#include "app/tool_icons.h"
+
+int main(int argc, char** argv) {
+  const QApplication application(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("telmarion"));
+  QApplication::setApplicationVersion(QStringLiteral(TELMARION_VERSION));
+  QApplication::setDesktopFileName(QStringLiteral("telmarion"));
+  QApplication::setWindowIcon(ApplicationIcon());
+
+  DialogMessageDoor messages;
+  SystemFileDialog files;
+  MDIForm1 window({messages, files, [] { return QDate::currentDate(); }, QLocale::system()});
+  window.show();
+  return QApplication::exec();
+}

@@ -1,0 +1,235 @@
+// The commands of the main window.
+#include "app/main_window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFileInfo>
+
+#include "app/about_box.h"
+#include "app/file_name.h"
+#include "case/case_conversion.h"
+#include "case/case_file.h"
+#include "case/date_text.h"
+
+namespace {
+
+using Answer = MessageDoor::Answer;
+
+constexpr QStringView kFilter = u"Text (*.txt)|*.txt";
+constexpr QStringView kExtension = u"txt";
+constexpr QStringView kSaveQuestion = u"Do you want to save data ?";
+constexpr QStringView kEndTitle = u"TELMARION End";
+
+QString Text(const char* text) {
+  return QString::fromUtf8(text);
+}
+
+// What is wrong with which file, for a message.
+QString FileTrouble(const QString& path, const QString& reason) {
+  return QFileInfo(path).fileName() + QStringLiteral(": ") + reason;
+}
+
+}  // namespace
+
+MDIForm1::MDIForm1(const AppDoors& doors) : doors_(doors) {
+  setObjectName(Text("MDIForm1"));
+  BuildContent();
+  BuildMenus();
+  BuildToolBar();
+  ShowFileInUse();
+}
+
+MDIForm1::~MDIForm1() = default;
+
+CaseRun MDIForm1::Run() {
+  return {session_.Record(), *this, doors_.messages, doors_.locale};
+}
+
+// The form keeps its entries until New loads it afresh.
+void MDIForm1::LoadForm() {
+  form_ = std::make_unique<Form1>(doors_.messages, doors_.locale, this);
+  connect(form_.get(), &Form1::OkPressed, this, &MDIForm1::ConfirmForm);
+  connect(form_.get(), &QDialog::rejected, this, &MDIForm1::CancelForm);
+  patient_->EnableBoxes();
+}
+
+void MDIForm1::ShowForm(bool clearWeightUnknown) {
+  weightUnknownBefore_ = session_.Record().weightUnknown;
+  if (clearWeightUnknown) session_.Record().weightUnknown = false;
+  form_->open();
+}
+
+void MDIForm1::ConfirmForm() {
+  if (!form_->isVisible()) return;  // a second press that came before the form was gone
+  if (!ConfirmCase(*form_, Run())) return;
+  session_.NoteConfirmed();
+  ShowFileInUse();
+}
+
+void MDIForm1::CancelForm() {
+  session_.Record().weightUnknown = weightUnknownBefore_;
+}
+
+void MDIForm1::New() {
+  if (session_.NeedsSaving()) {
+    const Answer answer =
+        doors_.messages.AskYesNoCancel(this, kSaveQuestion.toString(), Text("TELMARION New"));
+    if (answer == Answer::Yes) SaveCase();
+    if (answer != Answer::No) return;
+  }
+  LoadForm();
+  session_.NoteNew();
+  ShowForm(true);
+}
+
+void MDIForm1::Open() {
+  if (!session_.saveOK()) {
+    const Answer answer =
+        doors_.messages.AskYesNoCancel(this, Text("Do you want to save data"), Text("Open"));
+    if (answer == Answer::Yes) SaveCase();
+    if (answer != Answer::No) return;
+  }
+  const QString path = doors_.files.AskOpenFile(this, kFilter.toString());
+  if (path.isEmpty()) return;
+  const Vse::CaseFileContents contents = Vse::ReadCaseFile(path, doors_.locale);
+  if (contents.problem == Vse::CaseFileContents::Problem::NotCorrectFile) {
+    doors_.messages.ShowError(this, Text("Not correct file"), Text("Error"));
+    return;
+  }
+  if (contents.problem == Vse::CaseFileContents::Problem::Unreadable) {
+    doors_.messages.ShowError(this, FileTrouble(path, contents.reason), Text("Error"));
+    return;
+  }
+  if (!form_) LoadForm();
+  CaseEntries entries = contents.entries;
+  if (!contents.hasName) {
+    entries.surname = form_->Entries().surname;
+    entries.firstName = form_->Entries().firstName;
+  }
+  form_->SetEntries(entries);
+  session_.NoteRead(path, Vse::DataOf(form_->Entries(), session_.Record().weightUnknown));
+  ShowForm(false);
+}
+
+void MDIForm1::Save() {
+  SaveCase();
+}
+
+MDIForm1::SaveOutcome MDIForm1::SaveCase() {
+  const QString path =
+      doors_.files.AskSaveFile(this, kFilter.toString(), kExtension.toString(), ProposedFileName());
+  if (path.isEmpty()) return SaveOutcome::Cancelled;
+  const QString date = Vse::ShortDate(doors_.today(), doors_.locale);
+  const QString trouble = Vse::WriteCaseFile(path, session_.Record(), date, doors_.locale);
+  if (!trouble.isEmpty()) {
+    doors_.messages.ShowError(this, FileTrouble(path, trouble), Text("Error"));
+    return SaveOutcome::Failed;
+  }
+  session_.NoteSaved(path);
+  ShowFileInUse();
+  return SaveOutcome::Saved;
+}
+
+void MDIForm1::Print() {
+  doors_.messages.AskYesNo(this, Text("Print results?"), Text("TELMARION print"));
+}
+
+void MDIForm1::Change() {
+  if (!form_) LoadForm();
+  if (session_.HasCase()) {
+    form_->SetEntries(Vse::EntriesOf(session_.Record(), doors_.locale, form_->Entries()));
+  }
+  session_.NoteChange();
+  ShowForm(true);
+}
+
+void MDIForm1::View3D() {}
+
+void MDIForm1::Help() {
+  if (!help_) {
+    const QStringList folders = HelpFolders(QCoreApplication::applicationDirPath());
+    help_ = HelpWindow::Open(folders, doors_.messages, this);
+    if (!help_) return;
+  }
+  help_->ShowTopic(session_.HasCase() ? Text("results") : Text("first-case"));
+}
+
+void MDIForm1::About() {
+  auto* about = new Form3(this);
+  about->setAttribute(Qt::WA_DeleteOnClose);
+  about->open();
+}
+
+void MDIForm1::Exit() {
+  if (session_.NeedsSaving()) {
+    const Answer answer =
+        doors_.messages.AskYesNoCancel(this, kSaveQuestion.toString(), kEndTitle.toString());
+    if (answer == Answer::Cancel) return;
+    if (answer == Answer::Yes && SaveCase() != SaveOutcome::Saved) return;
+  }
+  ending_ = true;
+  close();
+}
+
+// The close box asks without Cancel, deliberately: a cancelled file dialog ends the program as
+// well. Only a failed write keeps it, since the case would be lost against the user's word.
+void MDIForm1::closeEvent(QCloseEvent* event) {
+  if (!ending_ && session_.NeedsSaving()) {
+    const Answer answer =
+        doors_.messages.AskYesNo(this, kSaveQuestion.toString(), kEndTitle.toString());
+    if (answer == Answer::Yes && SaveCase() == SaveOutcome::Failed) {
+      event->ignore();
+      return;
+    }
+  }
+  ending_ = true;
+  QMainWindow::closeEvent(event);
+  QApplication::closeAllWindows();
+}
+
+QString MDIForm1::ProposedFileName() const {
+  return SafeFileName(session_.Record().patient.name) + QStringLiteral(".txt");
+}
+
+void MDIForm1::ShowFileInUse() {
+  const QString& path = session_.FileInUse();
+  const QString name = QFileInfo(path).fileName();
+  setWindowTitle(name.isEmpty() ? Text("TELMARION[*]") : name + Text("[*] - TELMARION"));
+  setWindowModified(session_.NeedsSaving());
+  fileLabel_->setText(path);
+}
+
+void MDIForm1::EnablePanels() {
+  patient_->setEnabled(true);
+  patient_->EnableBoxes();
+  results_->setEnabled(true);
+}
+
+void MDIForm1::MarkCaseToShow() {
+  for (QAction* command : std::as_const(caseCommands_)) command->setEnabled(true);
+}
+
+void MDIForm1::ClearCharts() {
+  PictureBox& box = diagram_->Box();
+  box.SetPicture(background_);
+  box.Cls();
+  box.SetDrawStyle(LineStyle::Solid);
+  diagram_->Labels() = {};
+  captions_->clear();
+}
+
+void MDIForm1::SetPatientBox(QString PatientTexts::*box, const QString& text, bool enabled) {
+  patient_->SetBox(box, text, enabled);
+}
+
+void MDIForm1::SetResults(const ResultTexts& results) {
+  results_->SetResults(results);
+}
+
+Vizual::Target MDIForm1::Diagram() {
+  return diagram_->Screen();
+}
+
+void MDIForm1::SetCaptions(const QStringList& captions) {
+  captions_->setText(captions.join(u'\n'));
+}

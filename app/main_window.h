@@ -1,0 +1,98 @@
+// The main window: the commands that act on the whole case, the panels, the diagram.
+#pragma once
+
+#include <QDate>
+#include <QLabel>
+#include <QLocale>
+#include <QMainWindow>
+#include <functional>
+#include <memory>
+
+#include "app/case_session.h"
+#include "app/help_window.h"
+#include "app/panels.h"
+#include "caseform/case_form.h"
+#include "caseform/case_run.h"
+#include "caseform/case_window.h"
+#include "diagram/diagram_view.h"
+#include "platform/file_dialog.h"
+#include "platform/message_door.h"
+
+// What the window needs of the world around it; the seams at which tests stand in.
+struct AppDoors {
+  MessageDoor& messages;
+  FileDialog& files;
+  std::function<QDate()> today;
+  QLocale locale;
+};
+
+class MDIForm1 final : public QMainWindow, private CaseWindow {
+  Q_OBJECT
+ public:
+  explicit MDIForm1(const AppDoors& doors);
+  ~MDIForm1() override;
+
+  const CaseSession& Session() const { return session_; }
+
+  // The case form while it is loaded; null before New, Open or Change.
+  Form1* CaseForm() { return form_.get(); }
+
+ public slots:
+  void New();
+  void Open();
+  void Save();
+  void Print();
+  void Change();
+  void View3D();
+  void Help();
+  void About();
+  void Exit();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  enum class SaveOutcome { Saved, Cancelled, Failed };
+
+  // Set-up.
+  void BuildContent();
+  void BuildMenus();
+  void BuildToolBar();
+  QAction* AddCommand(const char* name, const char* caption, void (MDIForm1::*command)());
+
+  // The case form.
+  void LoadForm();
+  void ShowForm(bool clearWeightUnknown);
+  void ConfirmForm();
+  void CancelForm();
+
+  SaveOutcome SaveCase();
+  QString ProposedFileName() const;
+  void ShowFileInUse();
+  CaseRun Run();
+
+  // CaseWindow
+  QWidget* Widget() override { return this; }
+  void EnablePanels() override;
+  void MarkCaseToShow() override;
+  void ClearCharts() override;
+  void SetPatientBox(QString PatientTexts::*box, const QString& text, bool enabled) override;
+  void SetResults(const ResultTexts& results) override;
+  Vizual::Target Diagram() override;
+  void SetCaptions(const QStringList& captions) override;
+
+  AppDoors doors_;
+  CaseSession session_;
+  std::unique_ptr<Form1> form_;
+  std::unique_ptr<HelpWindow> help_;
+  bool weightUnknownBefore_ = false;  // what cancelling the form puts back
+  bool ending_ = false;               // Exit has asked already
+
+  PatientPanel* patient_ = nullptr;
+  ResultsPanel* results_ = nullptr;
+  Vizual::DiagramView* diagram_ = nullptr;
+  Picture background_;  // of the diagram, restored before each drawing
+  QLabel* captions_ = nullptr;
+  QLabel* fileLabel_ = nullptr;
+  QList<QAction*> caseCommands_;  // of no use before there is a case
+};

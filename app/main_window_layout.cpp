@@ -1,0 +1,161 @@
+// How the main window is laid out: panels on the left, diagram and captions on the right, menus,
+// tool bar, status line.
+#include <QAction>
+#include <QMenuBar>
+#include <QScrollArea>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "app/main_window.h"
+#include "app/tool_icons.h"
+
+namespace {
+
+constexpr int kGrid = 8;  // px
+
+QString Text(const char* text) {
+  return QString::fromUtf8(text);
+}
+
+// The type of the tool buttons and of everything that belongs to the diagram.
+QFont WithTimes(QFont font) {
+  font.setFamilies({Text("Times New Roman"), Text("Liberation Serif")});
+  font.setPointSizeF(font.pointSizeF() * 1.1);  // its letters are smaller than the desktop's
+  return font;
+}
+
+QWidget* MakeLeftColumn(PatientPanel* patient, ResultsPanel* results) {
+  auto* column = new QWidget;
+  auto* layout = new QVBoxLayout(column);
+  layout->setContentsMargins(kGrid, kGrid, 0, kGrid);
+  layout->setSpacing(kGrid);
+  layout->addWidget(patient, 1);
+  layout->addWidget(results);
+  return column;
+}
+
+// A panel that is too high for the screen can be scrolled.
+QScrollArea* MakeScrollable(QWidget* content) {
+  auto* area = new QScrollArea;
+  area->setWidget(content);
+  area->setWidgetResizable(true);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  area->setMinimumWidth(content->minimumSizeHint().width() + 2 * kGrid);
+  area->setFocusPolicy(Qt::NoFocus);
+  return area;
+}
+
+}  // namespace
+
+void MDIForm1::BuildContent() {
+  patient_ = new PatientPanel;
+  results_ = new ResultsPanel;
+  patient_->setEnabled(false);
+  results_->setEnabled(false);
+
+  diagram_ = new Vizual::DiagramView;
+  diagram_->setObjectName(Text("Picture1"));
+  diagram_->setAccessibleName(Text("Hip stress diagram"));
+  diagram_->setMinimumSize(300, 200);
+  captions_ = new QLabel;
+  captions_->setObjectName(Text("Picture2"));
+  captions_->setAccessibleName(Text("Captions of the diagram"));
+  captions_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  captions_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+  captions_->setFont(WithTimes(captions_->font()));
+  captions_->setMargin(kGrid);
+  captions_->setMinimumHeight(4 * captions_->fontMetrics().lineSpacing() + 2 * kGrid);
+
+  auto* charts = new QSplitter(Qt::Vertical);
+  charts->addWidget(diagram_);
+  charts->addWidget(captions_);
+  charts->setStretchFactor(0, 1);
+  charts->setChildrenCollapsible(false);
+  auto* columns = new QSplitter(Qt::Horizontal);
+  columns->addWidget(MakeScrollable(MakeLeftColumn(patient_, results_)));
+  columns->addWidget(charts);
+  columns->setStretchFactor(1, 1);
+  columns->setChildrenCollapsible(false);
+  columns->setSizes({320, 640});
+  setCentralWidget(columns);
+
+  fileLabel_ = new QLabel;
+  fileLabel_->setObjectName(Text("lblFile"));
+  fileLabel_->setAccessibleName(Text("File in use"));
+  statusBar()->addWidget(fileLabel_, 1);
+  resize(960, 640);
+}
+
+QAction* MDIForm1::AddCommand(const char* name, const char* caption, void (MDIForm1::*command)()) {
+  auto* action = new QAction(Text(caption), this);
+  action->setObjectName(Text(name));
+  connect(action, &QAction::triggered, this, command);
+  return action;
+}
+
+void MDIForm1::BuildMenus() {
+  QMenu* file = menuBar()->addMenu(Text("&File"));
+  file->setObjectName(Text("mnuFile"));
+  const auto add = [this](QMenu* menu, const char* name, const char* caption,
+                          const QKeySequence& keys, void (MDIForm1::*command)()) {
+    QAction* action = AddCommand(name, caption, command);
+    action->setShortcut(keys);
+    menu->addAction(action);
+    return action;
+  };
+  add(file, "mnuNew", "&New", QKeySequence(Qt::CTRL | Qt::Key_N), &MDIForm1::New);
+  add(file, "mnuOpen", "&Open", QKeySequence(Qt::CTRL | Qt::Key_O), &MDIForm1::Open);
+  caseCommands_ << add(file, "mnuSave", "&Save", QKeySequence(Qt::CTRL | Qt::Key_S),
+                       &MDIForm1::Save);
+  caseCommands_ << add(file, "mnuPrint", "&Print", QKeySequence(Qt::CTRL | Qt::Key_P),
+                       &MDIForm1::Print);
+  file->addSeparator();
+  add(file, "mnuExit", "E&xit", QKeySequence(Qt::CTRL | Qt::Key_Q), &MDIForm1::Exit);
+
+  QMenu* edit = menuBar()->addMenu(Text("&Edit"));
+  edit->setObjectName(Text("mnuEdit"));
+  add(edit, "mnuChange", "&Change", {}, &MDIForm1::Change);
+
+  QMenu* help = menuBar()->addMenu(Text("&Help"));
+  help->setObjectName(Text("mnuHelp"));
+  add(help, "mnuHelpT", "&Help", QKeySequence(Qt::Key_F1), &MDIForm1::Help);
+  add(help, "mnuAbout", "&About", {}, &MDIForm1::About);
+  for (QAction* command : std::as_const(caseCommands_)) command->setEnabled(false);
+}
+
+void MDIForm1::BuildToolBar() {
+  auto* bar = new QToolBar(Text("Tools"));
+  bar->setObjectName(Text("Toolbar"));
+  bar->setFont(WithTimes(bar->font()));
+  bar->setMovable(false);
+  bar->setContextMenuPolicy(Qt::PreventContextMenu);
+  addToolBar(bar);
+  const auto add = [this, bar](const char* name, const char* caption, const char* hint,
+                               const QIcon& icon, void (MDIForm1::*command)()) {
+    QAction* action = AddCommand("", caption, command);
+    action->setToolTip(Text(hint));
+    action->setIcon(icon);
+    bar->addAction(action);
+    QWidget* button = bar->widgetForAction(action);
+    button->setObjectName(Text(name));
+    button->setAccessibleName(Text(caption));
+    button->setFocusPolicy(Qt::TabFocus);
+    return action;
+  };
+  add("CmdNew", "New", "New case", ToolIcon(ToolPicture::New), &MDIForm1::New);
+  add("CmdOpen", "Open", "Open a case file", ToolIcon(ToolPicture::Open), &MDIForm1::Open);
+  QList<QAction*> needCase;
+  needCase << add("CmdSave", "Save", "Save the case", ToolIcon(ToolPicture::Save), &MDIForm1::Save);
+  bar->addSeparator();
+  needCase << add("CmdPrint", "Print", "Print the report", {}, &MDIForm1::Print);
+  add("CmdChange", "Change", "Change the entries of the case", {}, &MDIForm1::Change);
+  QAction* view =
+      add("Cmd3D", "3D vizualization", "Show the femoral head in 3D", {}, &MDIForm1::View3D);
+  view->setEnabled(false);
+  for (QAction* command : std::as_const(needCase)) command->setEnabled(false);
+  caseCommands_ += needCase;
+}

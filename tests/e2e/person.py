@@ -1,0 +1,150 @@
+"""A person in front of the program: sees it as a screen reader does, uses keyboard and mouse."""
+import os
+import subprocess
+import time
+
+import pyatspi
+
+PATIENCE = 15  # seconds to wait for what is expected to show
+
+
+class Person:
+    def __init__(self, program, folder, language):
+        environment = dict(
+            os.environ,
+            LC_ALL=language,
+            HOME=folder,
+            XDG_RUNTIME_DIR=folder,
+            QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
+            QT_QPA_PLATFORM="xcb",
+        )
+        environment.pop("LANGUAGE", None)
+        self.name = os.path.basename(program)
+        self.process = subprocess.Popen([program], env=environment, cwd=folder)
+        self.application = self.wait(self._find_application, "the program on the accessibility bus")
+
+    def wait(self, look, what):
+        """What `look` gives as soon as it gives something."""
+        end = time.monotonic() + PATIENCE
+        while time.monotonic() < end:
+            try:
+                found = look()
+            except Exception:  # the tree changes while it is read
+                found = None
+            if found:
+                return found
+            time.sleep(0.05)
+        raise AssertionError(f"waited in vain for {what}\n{self.describe()}")
+
+    def _find_application(self):
+        desktop = pyatspi.Registry.getDesktop(0)
+        for application in desktop:
+            if application is not None and application.name == self.name:
+                return application
+        return None
+
+    def _all(self, top=None):
+        top = self.application if top is None else top
+        yield top
+        for child in top:
+            if child is not None:
+                yield from self._all(child)
+
+    def describe(self):
+        try:
+            return "\n".join(f"{o.getRoleName()} {o.name!r}" for o in self._all())
+        except Exception as trouble:
+            return f"(the tree could not be read: {trouble})"
+
+    @staticmethod
+    def _showing(thing):
+        return thing.getState().contains(pyatspi.STATE_SHOWING)
+
+    def find(self, role, name, top=None):
+        def look():
+            for thing in self._all(top):
+                if thing.getRoleName() == role and thing.name == name and self._showing(thing):
+                    return thing
+            return None
+
+        return self.wait(look, f"{role} {name!r}")
+
+    def is_there(self, role, name):
+        try:
+            return any(
+                o.getRoleName() == role and o.name == name and self._showing(o) for o in self._all()
+            )
+        except Exception:
+            return False
+
+    def gone(self, role, name):
+        self.wait(lambda: not self.is_there(role, name), f"{role} {name!r} to close")
+
+    def text_of(self, name, window=None):
+        top = self.find(*window) if window else None
+        return self.find("text", name, top).queryText().getText(0, -1)
+
+    def shows(self, name, text, window=None):
+        self.wait(lambda: self.text_of(name, window) == text, f"{name} to show {text!r}")
+
+    def press(self, name, role="push button", top=None):
+        self.find(role, name, top).queryAction().doAction(0)
+
+    def keys(self, *keys):
+        subprocess.run(["xdotool", "key", "--clearmodifiers", *keys], check=True)
+
+    def type(self, text):
+        subprocess.run(["xdotool", "type", "--delay", "8", text], check=True)
+
+    def enter(self, name, text, window):
+        """Goes to a box as the Tab key would, and types over what is in it."""
+        box = self.find("text", name, self.find(*window))
+        box.queryComponent().grabFocus()
+        self.wait(
+            lambda: box.getState().contains(pyatspi.STATE_FOCUSED), f"{name} to get the focus"
+        )
+        self.type(text)
+        self.wait(lambda: box.queryText().getText(0, -1) == text, f"{name} to hold {text!r}")
+
+    def choose(self, list_name, text, window):
+        combo = self.find("combo box", list_name, self.find(*window))
+        combo.queryComponent().grabFocus()
+        self.wait(
+            lambda: combo.getState().contains(pyatspi.STATE_FOCUSED), f"{list_name} to get the focus"
+        )
+        self.type(text)
+
+    def answer(self, text, button):
+        """Reads the message that is open and answers it."""
+        self.find("label", text)
+        self.press(button)
+        self.wait(lambda: not self.is_there("label", text), f"the message {text!r} to close")
+
+    def name_file(self, path):
+        """Types a path into the file dialog."""
+        dialog = self.wait(self._find_file_dialog, "a file dialog")
+        self.wait(lambda: dialog.getState().contains(pyatspi.STATE_ACTIVE), "the dialog in front")
+        self.keys("ctrl+a")
+        self.type(path)
+        self.keys("Return")
+        self.wait(lambda: not self._find_file_dialog(), "the file dialog to close")
+
+    def _find_file_dialog(self):
+        for thing in self.application:
+            if thing is not None and thing.getRoleName() in ("file chooser", "dialog"):
+                if self._showing(thing) and any(
+                    o.getRoleName() == "text" and o.name.startswith("File") for o in self._all(thing)
+                ):
+                    return thing
+        return None
+
+    def screenshot(self, path):
+        subprocess.run(["import", "-window", "root", path], check=True)
+
+    def wait_for_end(self):
+        return self.process.wait(timeout=PATIENCE)
+
+    def leave(self):
+        if self.process.poll() is None:
+            self.process.kill()
+            self.process.wait()

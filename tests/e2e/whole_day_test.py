@@ -1,0 +1,156 @@
+"""One user's day with the real program in a real window: no test of ours reaches into it."""
+import os
+import sys
+import tempfile
+import unittest
+
+from person import Person
+
+PROGRAM = os.path.abspath(sys.argv.pop(1))
+PICTURES = os.path.abspath(sys.argv.pop(1))
+
+FORM = ("dialog", "TELMARRION data")
+
+
+class WholeDay(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory()
+        self.person = None
+
+    def tearDown(self):
+        if self.person is not None:
+            self.person.leave()
+        self.folder.cleanup()
+
+    def path(self, name):
+        return os.path.join(self.folder.name, name)
+
+    def content(self, name):
+        with open(self.path(name), "rb") as file:
+            return file.read()
+
+    def picture(self, name):
+        os.makedirs(PICTURES, exist_ok=True)
+        self.person.screenshot(os.path.join(PICTURES, name + ".png"))
+
+    def start(self, language):
+        self.person = Person(PROGRAM, self.folder.name, language)
+        self.person.find("frame", "TELMARION")
+        return self.person
+
+    def test_a_day_with_a_decimal_comma(self):
+        person = self.start("de_DE.UTF-8")
+        self.picture("main-window-empty")
+        self.enter_a_case(person)
+        self.check_the_results(person)
+        self.save_and_check_the_bytes(person)
+        self.open_change_and_be_asked(person)
+        self.save_on_the_way_out(person)
+
+    def enter_a_case(self, person):
+        person.press("New")
+        person.enter("Surname", "Kovac", FORM)
+        person.enter("First name", "Ana", FORM)
+        person.press("female", "radio button")
+        person.press("Left", "radio button")
+        person.enter("Birth", "15.11.1956", FORM)
+        person.enter("l/2", "104", FORM)
+        person.choose("l/2 unit", "mm", FORM)
+        person.enter("Weight", "70 kg", FORM)
+        person.keys("Tab")  # leaving the box checks it
+        person.answer("numeric value expected", "OK")
+        self.picture("case-form-after-a-refused-entry")
+        person.enter("Weight", "70,0", FORM)
+        person.enter("CE", "30,0", FORM)
+        self.picture("case-form")
+        person.keys("Return")
+        person.gone(*FORM)
+
+    def check_the_results(self, person):
+        for box, text in [
+            ("Name", "Kovac Ana"),
+            ("Weight", "70,0"),
+            ("Hip", "L"),
+            ("R/Wb", "2,81"),
+            ("Theta-R", "8,47"),
+            ("Theta-pol", "16,41"),
+            ("Pmax/Wb", "3006,76"),
+            ("Pmax", "2066847,58"),
+        ]:
+            person.shows(box, text)
+        self.picture("main-window")
+
+    def save_and_check_the_bytes(self, person):
+        person.keys("ctrl+s")
+        person.name_file(self.path("kovac.txt"))
+        person.wait(lambda: os.path.exists(self.path("kovac.txt")), "the case file")
+        lines = self.content("kovac.txt").split(b"\r\n")
+        self.assertTrue(lines[0].startswith(b"TELMARION" + b" " * 40))
+        self.assertEqual(
+            lines[1:],
+            [
+                b"\n",
+                b"Name          : Kovac Ana\n",
+                b"Sex           : F\n",
+                b"Date of birth : 15.11.1956\n",
+                b"Body weight   : 70,0 kg\n",
+                b"Hip           : L\n",
+                b"Comments      : No\n",
+                b"\n",
+                b"lizm          = 10,4 cm\n",
+                b"xizm          = 0,5 cm\n",
+                b"zizm          = 6 cm\n",
+                b"Cizm          = 4,4 cm\n",
+                b"Hizm          = 16 cm\n",
+                b"zasuk         = 0 \xb0  \n",
+                b"theta-CE      = 30 \xb0  \n",
+                b"radius of head= 0,025 m \n",
+                b"\n",
+                b"R/Wb          = 2,812\n",
+                b"Theta-R       = 8,476 \xb0 \n",
+                b"Pmax/Wb       = 3006,761 m^-2\n",
+                b"Pmax = 2066847,58429341 Pa\n",
+                b"",
+            ],
+        )
+        person.wait(
+            lambda: person.is_there("frame", "kovac.txt - TELMARION"), "the file in the title"
+        )
+
+    def open_change_and_be_asked(self, person):
+        person.keys("ctrl+o")
+        person.name_file(self.path("kovac.txt"))
+        person.shows("l/2", "10,4", FORM)
+        person.keys("Return")
+        person.gone(*FORM)
+        person.press("Change")
+        person.enter("l/2", "10.5", FORM)
+        person.keys("Return")
+        person.gone(*FORM)
+        person.wait(
+            lambda: person.is_there("frame", "kovac.txt* - TELMARION"), "the modified mark"
+        )
+        with open(self.path("letter.txt"), "w", encoding="utf-8") as letter:
+            letter.write("Dear colleague,\n")
+        person.keys("ctrl+o")
+        person.answer("Do you want to save data", "No")
+        person.name_file(self.path("letter.txt"))
+        person.answer("Not correct file", "OK")
+        person.keys("ctrl+n")
+        person.answer("Do you want to save data ?", "Cancel")
+        self.assertFalse(person.is_there(*FORM))
+
+    def save_on_the_way_out(self, person):
+        person.keys("ctrl+q")
+        person.answer("Do you want to save data ?", "Cancel")
+        self.assertIsNone(person.process.poll())
+        person.keys("ctrl+q")
+        person.answer("Do you want to save data ?", "Yes")
+        person.name_file(self.path("changed.txt"))
+        self.assertEqual(person.wait_for_end(), 0)
+        self.assertIn(b"lizm          = 10,5 cm\n", self.content("changed.txt"))
+        self.assertIn(b"lizm          = 10,4 cm\n", self.content("kovac.txt"))
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
