@@ -63,6 +63,11 @@ Form1::Form1(MessageDoor& messages, const QLocale& locale, QWidget* parent)
   resize(sizeHint());
 }
 
+// The boxes lose the focus while they are taken down, when there is no form any more to be told.
+Form1::~Form1() {
+  focus_->disconnect(this);
+}
+
 void Form1::ConnectControls() {
   connect(controls_.ok, &QPushButton::clicked, this, &Form1::PressOk);
   connect(controls_.cancel, &QPushButton::clicked, this, &Form1::reject);

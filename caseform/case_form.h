@@ -24,6 +24,9 @@ class Form1 : public QDialog {
   // `messages` must outlive the form. `locale` says which dates are valid; numbers are read the
   // same way in every locale.
   Form1(MessageDoor& messages, const QLocale& locale, QWidget* parent = nullptr);
+  Form1(const Form1&) = delete;
+  Form1& operator=(const Form1&) = delete;
+  ~Form1() override;
 
   // The entries as typed. A patient's box that holds nothing but blanks counts as empty.
   CaseEntries Entries() const;

@@ -360,6 +360,12 @@ TEST_F(CaseForm, LeavingWithoutOkSaysNothing) {
   }
 }
 
+TEST_F(CaseForm, TakingTheFormDownSaysNothing) {
+  Type("Text1", "abc");
+  form_ = nullptr;
+  EXPECT_EQ(Said(), Messages{});
+}
+
 TEST_F(CaseForm, NewEntriesTakeTheCheckOfTheOldOnesAway) {
   Type("Text1", "abc");
   Find("Text5")->setFocus();
