@@ -33,8 +33,7 @@ HelpFile::Opened HelpFile::Open(const QString& path) {
 
 QString HelpFile::Read(const QString& path) {
   const QString name = QDir::toNativeSeparators(path);
-  const QString damaged =
-      QStringLiteral("The help file \"%1\" is damaged or cannot be read.").arg(name);
+  QString damaged = QStringLiteral("The help file \"%1\" is damaged or cannot be read.").arg(name);
   if (!folder_.isValid()) {
     return QStringLiteral("The help file \"%1\" cannot be shown: %2")
         .arg(name, folder_.errorString());
