@@ -64,7 +64,7 @@ bool ChunkComputer::ComputeRecord(std::string_view record, ChunkResult& result) 
     return false;
   }
   if (parser_.Fields().empty()) return true;
-  const RowResult row = ComputeRow(parser_.Fields(), columns_, state_);
+  const RowResult row = ComputeRow(parser_.Fields(), columns_, scratch_);
   ++result.hips;
   if (row.kind == RowKind::Bad) {
     ++result.bad;

@@ -9,7 +9,7 @@
 #include "batch/columns.h"
 #include "batch/record_parser.h"
 #include "batch/row.h"
-#include "model/hip_model.h"
+#include "case/case_record.h"
 
 namespace Cohort {
 
@@ -53,7 +53,7 @@ class ChunkComputer {
   const Columns& columns_;
   const std::string& lineEnd_;
   RecordParser parser_;
-  Sila::HipState state_;
+  CaseRecord scratch_;
 };
 
 }  // namespace Cohort

@@ -12,22 +12,20 @@ namespace {
 
 struct UnitName {
   std::string_view text;
-  Unit unit;
+  QStringView unit;
 };
 
-// The units of each measure, the one that holds without brackets first.
-std::vector<UnitName> UnitsOf(Measure measure) {
-  switch (measure) {
-    case Measure::Zasuk:
-    case Measure::ThetaCE:
-      return {{"°", Unit::Degree}, {"deg", Unit::Degree}, {"rad", Unit::Radian}};
-    case Measure::HeadRadius:
-      return {{"m", Unit::Metre}, {"cm", Unit::Centimetre}, {"mm", Unit::Millimetre}};
-    case Measure::BodyWeight:
-      return {{"kg", Unit::Kilogram}};
-    default:
-      return {{"cm", Unit::Centimetre}, {"mm", Unit::Millimetre}};
+// The units of an input, the one that holds without brackets first.
+std::vector<UnitName> UnitsOf(std::size_t input) {
+  if (input == kBodyWeight) return {{"kg", {}}};
+  const auto measure = static_cast<Measure>(input);
+  if (Vse::IsAngle(measure)) {
+    return {{"°", Vse::kDegree}, {"deg", Vse::kDegree}, {"rad", Vse::kRadian}};
   }
+  if (measure == Measure::HeadRadius) {
+    return {{"m", Vse::kMetre}, {"cm", Vse::kCentimetre}, {"mm", Vse::kMillimetre}};
+  }
+  return {{"cm", Vse::kCentimetre}, {"mm", Vse::kMillimetre}};
 }
 
 std::string_view Trimmed(std::string_view text) {
@@ -51,14 +49,14 @@ Title ReadTitle(std::string_view text) {
           Trimmed(text.substr(bracket + 1, text.size() - bracket - 2))};
 }
 
-std::optional<std::size_t> FindMeasure(std::string_view name) {
-  const auto* found = std::find(kMeasureNames.begin(), kMeasureNames.end(), name);
-  if (found == kMeasureNames.end()) return std::nullopt;
-  return static_cast<std::size_t>(found - kMeasureNames.begin());
+std::optional<std::size_t> FindInput(std::string_view name) {
+  const auto* found = std::find(kInputNames.begin(), kInputNames.end(), name);
+  if (found == kInputNames.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - kInputNames.begin());
 }
 
-Unit ReadUnit(const Title& title, Measure measure) {
-  const std::vector<UnitName> units = UnitsOf(measure);
+QStringView ReadUnit(const Title& title, std::size_t input) {
+  const std::vector<UnitName> units = UnitsOf(input);
   if (!title.unit) return units.front().unit;
   std::string known;
   for (const UnitName& unit : units) {
@@ -76,19 +74,19 @@ void TakeColumn(Columns& columns, std::size_t field) {
     throw CohortError("there is a column " + std::string(title.name) +
                       " already, which the program adds; remove or rename it");
   }
-  const std::optional<std::size_t> index = FindMeasure(title.name);
-  if (!index) return;
-  std::optional<MeasureColumn>& column = columns.measures[*index];
+  const std::optional<std::size_t> input = FindInput(title.name);
+  if (!input) return;
+  std::optional<InputColumn>& column = columns.inputs[*input];
   if (column) throw CohortError("there are two columns " + std::string(title.name));
-  column = MeasureColumn{field, ReadUnit(title, static_cast<Measure>(*index))};
+  column = InputColumn{field, ReadUnit(title, *input)};
 }
 
 void CheckComplete(const Columns& columns) {
   std::string missing;
   int count = 0;
-  for (std::size_t i = 0; i < kMeasures; ++i) {
-    if (columns.measures[i] || static_cast<Measure>(i) == Measure::BodyWeight) continue;
-    missing += (count++ == 0 ? "" : ", ") + std::string(kMeasureNames[i]);
+  for (std::size_t i = 0; i < kMeasureCount; ++i) {
+    if (columns.inputs[i]) continue;
+    missing += (count++ == 0 ? "" : ", ") + std::string(kInputNames[i]);
   }
   if (count == 1) throw CohortError("the column " + missing + " is missing");
   if (count > 1) throw CohortError("the columns " + missing + " are missing");
@@ -99,20 +97,20 @@ std::string_view WithoutByteOrderMark(std::string_view text) {
   return text.starts_with(kMark) ? text.substr(kMark.size()) : text;
 }
 
-std::size_t CountMeasures(std::string_view header, char delimiter) {
+std::size_t CountInputs(std::string_view header, char delimiter) {
   RecordParser parser(delimiter);
   parser.Parse(header);
   const auto& fields = parser.Fields();
   return static_cast<std::size_t>(std::count_if(
       fields.begin(), fields.end(),
-      [](std::string_view field) { return FindMeasure(ReadTitle(field).name).has_value(); }));
+      [](std::string_view field) { return FindInput(ReadTitle(field).name).has_value(); }));
 }
 
 char FindDelimiter(std::string_view header) {
   char best = ',';
   std::size_t bestCount = 0;
   for (const char delimiter : {',', ';', '\t'}) {
-    const std::size_t count = CountMeasures(header, delimiter);
+    const std::size_t count = CountInputs(header, delimiter);
     if (count > bestCount) {
       best = delimiter;
       bestCount = count;

@@ -1,6 +1,7 @@
 // What the header row says: where the measures stand, and in which units.
 #pragma once
 
+#include <QStringView>
 #include <array>
 #include <cstddef>
 #include <optional>
@@ -8,32 +9,30 @@
 #include <string_view>
 #include <vector>
 
+#include "case/case_entries.h"
+
 namespace Cohort {
 
-enum class Measure { Lizm, Xizm, Zizm, Cizm, Hizm, Zasuk, ThetaCE, HeadRadius, BodyWeight };
-
-inline constexpr std::size_t kMeasures = 9;
-
-// The measures' column names, in the order of Measure.
-inline constexpr std::array<std::string_view, kMeasures> kMeasureNames = {
+// What is read of each hip: the measures, in their order, and behind them the body weight.
+inline constexpr std::size_t kBodyWeight = kMeasureCount;
+inline constexpr std::size_t kInputCount = kMeasureCount + 1;
+inline constexpr std::array<std::string_view, kInputCount> kInputNames = {
     "lizm", "xizm", "zizm", "Cizm", "Hizm", "zasuk", "thetaCE", "headRadius", "bodyWeight"};
 
 // The columns that the program adds, in their order.
 inline constexpr std::array<std::string_view, 6> kResultNames = {"rWb",    "thetaR", "thetaPol",
                                                                  "pmaxWb", "pmax",   "status"};
 
-enum class Unit { Centimetre, Millimetre, Metre, Degree, Radian, Kilogram };
-
-struct MeasureColumn {
+struct InputColumn {
   std::size_t field = 0;  // counted from 0
-  Unit unit = Unit::Centimetre;
+  QStringView unit;       // one of the texts that Vse::HeldValue knows; the weight's is empty
 };
 
 struct Columns {
   char delimiter = ',';
   std::vector<std::string> names;  // every column's, quotes undone
-  // Where each measure stands; only the body weight's may be missing.
-  std::array<std::optional<MeasureColumn>, kMeasures> measures;
+  // Where each input stands; only the body weight's may be missing.
+  std::array<std::optional<InputColumn>, kInputCount> inputs;
 };
 
 // Reads a header row given without its line end. A byte order mark is passed over. Without a

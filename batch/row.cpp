@@ -1,11 +1,11 @@
-// Reads, converts and checks like the case form, so that form and table give the same digits.
+// Reads, converts and computes as the case form does, so that form and table give the same digits.
 #include "batch/row.h"
 
 #include <array>
 #include <charconv>
 #include <cmath>
 
-#include "case/case_record.h"
+#include "case/case_entries.h"
 #include "case/number_text.h"
 
 namespace Cohort {
@@ -17,19 +17,8 @@ constexpr std::string_view kOutOfRange = "refused: resultant force outside the m
 constexpr std::string_view kNoPole = "refused: no stress pole for this centre-edge angle and force";
 constexpr std::string_view kNoStress = "refused: the contact stress is not a finite number";
 
-constexpr double kFullTurn = 2.0 * Sila::kPi;  // rad; a larger angle in radians is a slip
-
 bool IsBlank(std::string_view text) {
   return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
-}
-
-double LengthInCm(double value, Unit unit) {
-  return unit == Unit::Millimetre ? value / 10.0 : value;
-}
-
-double RadiusInMetres(double value, Unit unit) {
-  if (unit == Unit::Millimetre) return value / 1000.0;
-  return unit == Unit::Centimetre ? value / 100.0 : value;
 }
 
 // Reads the fields of one row and gathers what is wrong with them.
@@ -38,60 +27,47 @@ class RowReader {
   RowReader(std::span<const std::string_view> fields, const Columns& columns)
       : fields_(fields), columns_(columns) {}
 
-  double Length(Measure measure) {
-    const MeasureColumn& column = Column(measure);
-    return LengthInCm(Number(measure, column), column.unit);
-  }
-
-  double Angle(Measure measure) {
-    const MeasureColumn& column = Column(measure);
-    const double value = Number(measure, column);
-    if (column.unit == Unit::Degree) return Vse::DegreesToRadians(value);
-    if (value > kFullTurn) Complain(measure, "is more than 2 pi radians");
-    return value;
-  }
-
-  double Radius() {
-    constexpr Measure kRadius = Measure::HeadRadius;
-    const MeasureColumn& column = Column(kRadius);
-    const std::optional<double> value = ReadField(kRadius, column);
-    const double radius = RadiusInMetres(value.value_or(1.0), column.unit);
-    if (radius <= 0.0) Complain(kRadius, "must be greater than 0");
-    return radius;
+  // The measure in the record's unit; 0 when it cannot be read.
+  double Held(Measure measure) {
+    const auto input = static_cast<std::size_t>(measure);
+    const QStringView unit = columns_.inputs[input]->unit;
+    const std::optional<double> typed = ReadField(input);
+    if (!typed) return 0.0;
+    if (Vse::IsAngle(measure) && unit == Vse::kRadian && *typed > Vse::kLargestRadians) {
+      Complain(input, "is more than 2 pi radians");
+    }
+    const double held = Vse::HeldValue(measure, *typed, unit);
+    if (measure == Measure::HeadRadius) CheckAboveZero(input, held);
+    return held;
   }
 
   // Empty when the weight is not known.
   std::optional<double> BodyWeight() {
-    constexpr Measure kWeight = Measure::BodyWeight;
-    const auto& column = columns_.measures[static_cast<std::size_t>(kWeight)];
+    const std::optional<InputColumn>& column = columns_.inputs[kBodyWeight];
     if (!column || IsBlank(fields_[column->field])) return std::nullopt;
-    const std::optional<double> value = ReadField(kWeight, *column);
-    if (value && *value <= 0.0) Complain(kWeight, "must be greater than 0");
-    return value;
+    const std::optional<double> weight = ReadField(kBodyWeight);
+    if (weight) CheckAboveZero(kBodyWeight, *weight);
+    return weight;
   }
 
   // What is wrong, as a status; empty when nothing is.
   const std::string& Complaints() const { return complaints_; }
 
  private:
-  const MeasureColumn& Column(Measure measure) const {
-    return *columns_.measures[static_cast<std::size_t>(measure)];
-  }
-
-  double Number(Measure measure, const MeasureColumn& column) {
-    return ReadField(measure, column).value_or(0.0);
-  }
-
-  std::optional<double> ReadField(Measure measure, const MeasureColumn& column) {
-    const std::string_view text = fields_[column.field];
+  std::optional<double> ReadField(std::size_t input) {
+    const std::string_view text = fields_[columns_.inputs[input]->field];
     const std::optional<double> value = Vse::ReadNumber(text);
-    if (!value) Complain(measure, IsBlank(text) ? "is empty" : "is not a number");
+    if (!value) Complain(input, IsBlank(text) ? "is empty" : "is not a number");
     return value;
   }
 
-  void Complain(Measure measure, std::string_view what) {
+  void CheckAboveZero(std::size_t input, double value) {
+    if (value <= 0.0) Complain(input, "must be greater than 0");
+  }
+
+  void Complain(std::size_t input, std::string_view what) {
     complaints_ += complaints_.empty() ? "error: " : " and ";
-    complaints_ += kMeasureNames[static_cast<std::size_t>(measure)];
+    complaints_ += kInputNames[input];
     complaints_ += ' ';
     complaints_ += what;
   }
@@ -130,17 +106,17 @@ std::string_view StatusOf(Sila::HipOutcome outcome) {
   return kOk;
 }
 
-RowResult RunModel(const Sila::HipInputs& inputs, bool weightKnown, Sila::HipState& state) {
-  const Sila::HipOutcome outcome = Sila::ComputeHip(inputs, state);
+RowResult RunModel(CaseRecord& record) {
+  const Sila::HipOutcome outcome = Vse::RunModel(record);
   RowResult result;
   result.kind = outcome == Sila::HipOutcome::Ok ? RowKind::Ok : RowKind::Refused;
   result.status = StatusOf(outcome);
-  result.rWb = FiniteOnly(state.force.rWb);
-  result.thetaR = FiniteOnly(state.force.thetaR);
+  result.rWb = FiniteOnly(record.results.rWb);
+  result.thetaR = FiniteOnly(record.results.thetaR);
   if (outcome != Sila::HipOutcome::Ok) return result;
-  result.thetaPol = state.stress.thetaPol;
-  result.pmaxWb = state.stress.pmaxWb;
-  if (weightKnown) result.pmax = state.stress.pmax;
+  result.thetaPol = record.results.thetaPol;
+  result.pmaxWb = record.results.pmaxWb;
+  if (!record.weightUnknown) result.pmax = record.results.pmax;
   return result;
 }
 
@@ -155,24 +131,20 @@ void AppendNumber(std::string& out, const std::optional<double>& value) {
 }  // namespace
 
 RowResult ComputeRow(std::span<const std::string_view> fields, const Columns& columns,
-                     Sila::HipState& state) {
+                     CaseRecord& scratch) {
   if (fields.size() != columns.names.size()) {
     return BadRow(WrongFieldCount(fields.size(), columns.names.size()));
   }
   RowReader reader(fields, columns);
-  Sila::HipInputs inputs;
-  inputs.force.lizm = reader.Length(Measure::Lizm);
-  inputs.force.xizm = reader.Length(Measure::Xizm);
-  inputs.force.zizm = reader.Length(Measure::Zizm);
-  inputs.force.Cizm = reader.Length(Measure::Cizm);
-  inputs.force.Hizm = reader.Length(Measure::Hizm);
-  inputs.force.zasuk = reader.Angle(Measure::Zasuk);
-  inputs.thetaCE = reader.Angle(Measure::ThetaCE);
-  inputs.headRadius = reader.Radius();
+  for (std::size_t i = 0; i < kMeasureCount; ++i) {
+    const auto measure = static_cast<Measure>(i);
+    Vse::SetValue(scratch.geometry, measure, reader.Held(measure));
+  }
   const std::optional<double> weight = reader.BodyWeight();
-  inputs.force.bodyWeight = weight.value_or(Vse::kAssumedBodyWeight);
+  scratch.weightUnknown = !weight.has_value();
+  scratch.bodyWeight = weight.value_or(Vse::kAssumedBodyWeight);
   if (!reader.Complaints().empty()) return BadRow(reader.Complaints());
-  return RunModel(inputs, weight.has_value(), state);
+  return RunModel(scratch);
 }
 
 void AppendResults(std::string& out, const RowResult& result, char delimiter) {

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "batch/columns.h"
-#include "model/hip_model.h"
+#include "case/case_record.h"
 
 namespace Cohort {
 
@@ -25,10 +25,11 @@ struct RowResult {
   std::optional<double> pmax;      // Pa
 };
 
-// Computes one row. `fields` are the row's, quotes undone. `state` is scratch room of the caller.
+// Computes one row. `fields` are the row's, quotes undone. `scratch` is room of the caller's, to
+// be used again.
 // Bad input gives RowKind::Bad and a status that names every column at fault.
 RowResult ComputeRow(std::span<const std::string_view> fields, const Columns& columns,
-                     Sila::HipState& state);
+                     CaseRecord& scratch);
 
 // Appends the results as fields, each with a delimiter before it: numbers in the shortest text that
 // reads back to the same double, with a point.

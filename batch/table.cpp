@@ -25,8 +25,8 @@ bool IsOneOf(std::string_view name, const std::array<std::string_view, Count>& n
   return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-bool IsMeasure(std::string_view title) {
-  return IsOneOf(title.substr(0, title.find_first_of(" [")), kMeasureNames);
+bool IsInput(std::string_view title) {
+  return IsOneOf(title.substr(0, title.find_first_of(" [")), kInputNames);
 }
 
 std::size_t WidthOf(std::string_view text) {
@@ -63,7 +63,7 @@ void TableOutput::AddHeader() {
   const auto& fields = parser_.Fields();
   for (const std::string_view title : fields) {
     Column column;
-    column.hidden = IsMeasure(title);
+    column.hidden = IsInput(title);
     column.rounded = IsOneOf(title, kResultNames) && title != kResultNames.back();
     column.width = WidthOf(title);
     columns_.push_back(column);

@@ -10,13 +10,10 @@
 
 namespace {
 
-using Cohort::Measure;
-using Cohort::Unit;
-
 const std::string kPlain = "lizm,xizm,zizm,Cizm,Hizm,zasuk,thetaCE,headRadius,bodyWeight";
 
-Cohort::MeasureColumn ColumnOf(const Cohort::Columns& columns, Measure measure) {
-  return columns.measures.at(static_cast<std::size_t>(measure)).value();
+Cohort::InputColumn ColumnOf(const Cohort::Columns& columns, Measure measure) {
+  return columns.inputs.at(static_cast<std::size_t>(measure)).value();
 }
 
 TEST(Columns, AreCmDegreesMetresAndKilogramsWithoutUnits) {
@@ -25,12 +22,13 @@ TEST(Columns, AreCmDegreesMetresAndKilogramsWithoutUnits) {
   EXPECT_EQ(columns.names.size(), 9U);
   for (const Measure length :
        {Measure::Lizm, Measure::Xizm, Measure::Zizm, Measure::Cizm, Measure::Hizm}) {
-    EXPECT_EQ(ColumnOf(columns, length).unit, Unit::Centimetre);
+    EXPECT_EQ(ColumnOf(columns, length).unit, Vse::kCentimetre);
   }
-  EXPECT_EQ(ColumnOf(columns, Measure::Zasuk).unit, Unit::Degree);
-  EXPECT_EQ(ColumnOf(columns, Measure::ThetaCE).unit, Unit::Degree);
-  EXPECT_EQ(ColumnOf(columns, Measure::HeadRadius).unit, Unit::Metre);
-  EXPECT_EQ(ColumnOf(columns, Measure::BodyWeight).unit, Unit::Kilogram);
+  EXPECT_EQ(ColumnOf(columns, Measure::Zasuk).unit, Vse::kDegree);
+  EXPECT_EQ(ColumnOf(columns, Measure::ThetaCE).unit, Vse::kDegree);
+  EXPECT_EQ(ColumnOf(columns, Measure::HeadRadius).unit, Vse::kMetre);
+  ASSERT_TRUE(columns.inputs[Cohort::kBodyWeight].has_value());
+  EXPECT_EQ(columns.inputs[Cohort::kBodyWeight]->field, 8U);
 }
 
 TEST(Columns, StandInAnyOrderAmongOthers) {
@@ -39,7 +37,7 @@ TEST(Columns, StandInAnyOrderAmongOthers) {
   EXPECT_EQ(ColumnOf(columns, Measure::ThetaCE).field, 0U);
   EXPECT_EQ(ColumnOf(columns, Measure::Lizm).field, 6U);
   EXPECT_EQ(ColumnOf(columns, Measure::Zasuk).field, 9U);
-  EXPECT_FALSE(columns.measures.at(static_cast<std::size_t>(Measure::BodyWeight)).has_value());
+  EXPECT_FALSE(columns.inputs[Cohort::kBodyWeight].has_value());
 }
 
 struct TitleRow {
@@ -47,7 +45,7 @@ struct TitleRow {
   std::string from;  // this title of the plain header …
   std::string to;    // … stands like this
   Measure measure;
-  Unit unit;
+  QStringView unit;
 };
 
 class Titles : public testing::TestWithParam<TitleRow> {};
@@ -65,17 +63,17 @@ TEST_P(Titles, NameTheUnit) {
 INSTANTIATE_TEST_SUITE_P(
     Table, Titles,
     testing::Values(
-        TitleRow{"LengthMm", "lizm", "lizm[mm]", Measure::Lizm, Unit::Millimetre},
-        TitleRow{"LengthCm", "Hizm", "Hizm[cm]", Measure::Hizm, Unit::Centimetre},
-        TitleRow{"Blanks", "Cizm", " Cizm [ mm ] ", Measure::Cizm, Unit::Millimetre},
-        TitleRow{"Quoted", "xizm", "\"xizm[mm]\"", Measure::Xizm, Unit::Millimetre},
-        TitleRow{"Radians", "thetaCE", "thetaCE[rad]", Measure::ThetaCE, Unit::Radian},
-        TitleRow{"Degrees", "zasuk", "zasuk[deg]", Measure::Zasuk, Unit::Degree},
-        TitleRow{"DegreeSign", "zasuk", "zasuk[°]", Measure::Zasuk, Unit::Degree},
-        TitleRow{"RadiusM", "headRadius", "headRadius[m]", Measure::HeadRadius, Unit::Metre},
-        TitleRow{"RadiusCm", "headRadius", "headRadius[cm]", Measure::HeadRadius, Unit::Centimetre},
-        TitleRow{"RadiusMm", "headRadius", "headRadius[mm]", Measure::HeadRadius, Unit::Millimetre},
-        TitleRow{"Kilograms", "bodyWeight", "bodyWeight[kg]", Measure::BodyWeight, Unit::Kilogram}),
+        TitleRow{"LengthMm", "lizm", "lizm[mm]", Measure::Lizm, Vse::kMillimetre},
+        TitleRow{"LengthCm", "Hizm", "Hizm[cm]", Measure::Hizm, Vse::kCentimetre},
+        TitleRow{"Blanks", "Cizm", " Cizm [ mm ] ", Measure::Cizm, Vse::kMillimetre},
+        TitleRow{"Quoted", "xizm", "\"xizm[mm]\"", Measure::Xizm, Vse::kMillimetre},
+        TitleRow{"Radians", "thetaCE", "thetaCE[rad]", Measure::ThetaCE, Vse::kRadian},
+        TitleRow{"Degrees", "zasuk", "zasuk[deg]", Measure::Zasuk, Vse::kDegree},
+        TitleRow{"DegreeSign", "zasuk", "zasuk[°]", Measure::Zasuk, Vse::kDegree},
+        TitleRow{"RadiusM", "headRadius", "headRadius[m]", Measure::HeadRadius, Vse::kMetre},
+        TitleRow{"RadiusCm", "headRadius", "headRadius[cm]", Measure::HeadRadius, Vse::kCentimetre},
+        TitleRow{"RadiusMm", "headRadius", "headRadius[mm]", Measure::HeadRadius,
+                 Vse::kMillimetre}),
     RowName());
 
 TEST(Delimiter, IsFoundByTheMeasuresItSetsApart) {
@@ -95,6 +93,12 @@ TEST(ByteOrderMark, IsPassedOver) {
   const Cohort::Columns columns = Cohort::ReadColumns("\xEF\xBB\xBF" + kPlain, std::nullopt);
   EXPECT_EQ(columns.names.front(), "lizm");
   EXPECT_EQ(ColumnOf(columns, Measure::Lizm).field, 0U);
+}
+
+TEST(BodyWeight, MayNameItsUnit) {
+  const Cohort::Columns columns =
+      Cohort::ReadColumns(Replaced(kPlain, "bodyWeight", "bodyWeight[kg]"), std::nullopt);
+  EXPECT_TRUE(columns.inputs[Cohort::kBodyWeight].has_value());
 }
 
 TEST(OtherColumns, MayShareAName) {

@@ -19,8 +19,8 @@ RowResult Compute(const std::string& header, const std::string& record) {
   const Cohort::Columns columns = Cohort::ReadColumns(header, std::nullopt);
   Cohort::RecordParser parser(columns.delimiter);
   parser.Parse(record);
-  Sila::HipState state;
-  return Cohort::ComputeRow(parser.Fields(), columns, state);
+  CaseRecord scratch;
+  return Cohort::ComputeRow(parser.Fields(), columns, scratch);
 }
 
 std::string Replaced(std::string text, const std::string& from, const std::string& to) {
