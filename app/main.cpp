@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QLocale>
 
+#include "app/help_file.h"
 #include "app/main_window.h"
 #include "app/tool_icons.h"
 
@@ -14,7 +15,8 @@ int main(int argc, char** argv) {
 
   DialogMessageDoor messages;
   SystemFileDialog files;
-  MDIForm1 window({messages, files, [] { return QDate::currentDate(); }, QLocale::system()});
+  MDIForm1 window({messages, files, [] { return QDate::currentDate(); }, QLocale::system(),
+                   HelpFolders(QCoreApplication::applicationDirPath())});
   window.show();
   return QApplication::exec();
 }

@@ -147,8 +147,7 @@ void MDIForm1::View3D() {}
 
 void MDIForm1::Help() {
   if (!help_) {
-    const QStringList folders = HelpFolders(QCoreApplication::applicationDirPath());
-    help_ = HelpWindow::Open(folders, doors_.messages, this);
+    help_ = HelpWindow::Open(doors_.helpFolders, doors_.messages, this);
     if (!help_) return;
   }
   help_->ShowTopic(session_.HasCase() ? Text("results") : Text("first-case"));

@@ -24,6 +24,7 @@ struct AppDoors {
   FileDialog& files;
   std::function<QDate()> today;
   QLocale locale;
+  QStringList helpFolders;  // where the help file may lie, see HelpFolders
 };
 
 class MDIForm1 final : public QMainWindow, private CaseWindow {

@@ -54,7 +54,7 @@ Form1::Form1(MessageDoor& messages, const QLocale& locale, QWidget* parent)
       controls_(BuildCaseFormControls(*this)),
       focus_(new EntryFocus(this)) {
   setObjectName("Form1");
-  setWindowTitle("TELMARION data");
+  setWindowTitle("TELMARRION data");  // spelt so, deliberately
   setModal(true);
   checkTimer_.setSingleShot(true);
   SetEntries(DefaultCaseEntries());

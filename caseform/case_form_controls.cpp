@@ -208,6 +208,8 @@ QGridLayout* Builder::MeasureGrid(const QString& heading, std::size_t from, std:
     controls.unit = new QComboBox;
     controls.unit->setObjectName(row.combo);
     controls.unit->setAccessibleName(QString(row.caption) + " unit");
+    // On the accessibility bus a list's name is the text that it shows; this tells what it is for.
+    controls.unit->setAccessibleDescription(controls.unit->accessibleName());
     controls.unit->view()->setObjectName(controls.unit->objectName() + "List");
     controls.unit->view()->setAccessibleName(controls.unit->accessibleName());
     controls.unit->addItems(Units(row.measure));

@@ -62,6 +62,15 @@ TEST(MainWindow, HelpOpensAtATopicThatFits) {
   EXPECT_FALSE(help->isModal());
 }
 
+TEST(MainWindow, AMissingHelpFileIsAMessage) {
+  RunningProgram program(QLocale::c(), {});
+  program.Command("mnuHelpT");
+  const QList<Message> said = program.messages.Take();
+  ASSERT_EQ(said.size(), 1);
+  EXPECT_EQ(said[0].title, "Error");
+  EXPECT_TRUE(said[0].text.contains("Telmarion.hlp"));
+}
+
 TEST(MainWindow, AboutIsModalAndCloses) {
   RunningProgram program;
   program.Command("mnuAbout");

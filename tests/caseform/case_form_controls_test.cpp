@@ -106,7 +106,7 @@ INSTANTIATE_TEST_SUITE_P(Table, PatientControlsTable,
                          RowName());
 
 TEST_F(CaseForm, IsModalAndSaysWhatItIs) {
-  EXPECT_EQ(form_->windowTitle(), "TELMARION data");
+  EXPECT_EQ(form_->windowTitle(), "TELMARRION data");
   EXPECT_EQ(form_->objectName(), "Form1");
   EXPECT_TRUE(form_->isModal());
   EXPECT_EQ(Find<QGroupBox>("Frame1")->title(), "Data");

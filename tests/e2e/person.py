@@ -107,18 +107,32 @@ class Person:
         self.wait(lambda: box.queryText().getText(0, -1) == text, f"{name} to hold {text!r}")
 
     def choose(self, list_name, text, window):
-        combo = self.find("combo box", list_name, self.find(*window))
-        combo.queryComponent().grabFocus()
-        self.wait(
-            lambda: combo.getState().contains(pyatspi.STATE_FOCUSED), f"{list_name} to get the focus"
-        )
+        """Goes from a box to the unit list behind it, and types the unit."""
+        def look():
+            for thing in self._all(self.find(*window)):
+                if thing.getRoleName() == "combo box" and thing.description == list_name:
+                    return thing
+            return None
+
+        combo = self.wait(look, f"the list {list_name!r}")
+        self.keys("Tab")
         self.type(text)
+        self.wait(lambda: combo.name == text, f"{list_name} to show {text!r}")
 
     def answer(self, text, button):
         """Reads the message that is open and answers it."""
-        self.find("label", text)
-        self.press(button)
-        self.wait(lambda: not self.is_there("label", text), f"the message {text!r} to close")
+        def look():
+            for window in self.application:
+                if window.getRoleName() == "alert" and self.is_in(window, "label", text):
+                    return window
+            return None
+
+        alert = self.wait(look, f"the message {text!r}")
+        self.press(button, top=alert)
+        self.wait(lambda: not look(), f"the message {text!r} to close")
+
+    def is_in(self, window, role, name):
+        return any(o.getRoleName() == role and o.name == name for o in self._all(window))
 
     def name_file(self, path):
         """Types a path into the file dialog."""

@@ -21,8 +21,9 @@
 
 class RunningProgram {
  public:
-  explicit RunningProgram(const QLocale& locale = QLocale::c())
-      : window({messages, files, [] { return QDate(2026, 11, 15); }, locale}) {
+  explicit RunningProgram(const QLocale& locale = QLocale::c(),
+                          const QStringList& helpFolders = {TELMARION_HELP_DIR})
+      : window({messages, files, [] { return QDate(2026, 11, 15); }, locale, helpFolders}) {
     window.show();
   }
 
