@@ -107,9 +107,14 @@ void SolveStress(ContactStress& stress) {
                        : StressOutcome::DivisionByZero;
 }
 
-ContactStress ComputeContactStress(const StressInputs& inputs) {
-  ContactStress stress = LoadStressInputs(inputs);
+void ComputeContactStress(const StressInputs& inputs, ContactStress& stress) {
+  stress = LoadStressInputs(inputs);
   SolveStress(stress);
+}
+
+ContactStress ComputeContactStress(const StressInputs& inputs) {
+  ContactStress stress;
+  ComputeContactStress(inputs, stress);
   return stress;
 }
 

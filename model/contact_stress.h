@@ -50,8 +50,10 @@ struct ContactStress {
 };
 
 // Computes pole and stress. Ends for every input, numbers that are not finite included; the outcome
-// tells why there is no result.
+// tells why there is no result. The second form writes into a struct that the caller keeps, for
+// cohorts; nothing in it from an earlier run remains.
 ContactStress ComputeContactStress(const StressInputs& inputs);
+void ComputeContactStress(const StressInputs& inputs, ContactStress& stress);
 
 // The steps of ComputeContactStress.
 

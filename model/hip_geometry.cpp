@@ -34,11 +34,6 @@ Vector3 Turned(const Vector3& p, double sine, double cosine) {
   return {p.x * cosine - p.z * sine, p.y, p.x * sine + p.z * cosine};
 }
 
-template <std::size_t Rows>
-void Fill(MuscleGroup::Points& points, const std::array<Vector3, Rows>& rows) {
-  std::copy(rows.begin(), rows.end(), points.begin());
-}
-
 template <std::size_t Count>
 void SetMuscles(MuscleGroup& group, const std::array<double, Count>& area, std::size_t stored) {
   group.count = Count;
@@ -57,36 +52,45 @@ double TrochanterX(const ScaleFactors& s, double share, double shareAbove) {
 void FillFemoral(std::array<MuscleGroup, 3>& groups, const ScaleFactors& s) {
   const Vector3 upper = {TrochanterX(s, 2.6, 2.7), 1.8, -7.3 * s.scaleZ};
   const Vector3 lower = {TrochanterX(s, 2.7, 2.6), -0.4, -6.9 * s.scaleZ};
-  const Vector3 lowerOfGroup3 = {TrochanterX(s, 2.7, 2.7), -0.4, -6.9 * s.scaleZ};
-  Fill<7>(groups[0].femoral, {{upper,
-                               lower,
-                               {0.1, 0.1, -5.5 * s.scaleZ},
-                               {44.1, 2.3, -3.9},
-                               {40.4, -0.1, 3.1},
-                               {43.3, 2.2, 4.0},
-                               {42.8, 2.9, 3.4}}});
-  Fill<6>(
-      groups[1].femoral,
-      {{upper, lower, {42.1, -2.2, -3.3}, {41.5, -4.3, -0.2}, {43.5, 0.8, 4.2}, {6.1, 0.2, -1.5}}});
-  Fill<2>(groups[2].femoral, {{upper, lowerOfGroup3}});
+  MuscleGroup::Points& group1 = groups[0].femoral;
+  group1[0] = upper;
+  group1[1] = lower;
+  group1[2] = {0.1, 0.1, -5.5 * s.scaleZ};
+  group1[3] = {44.1, 2.3, -3.9};
+  group1[4] = {40.4, -0.1, 3.1};
+  group1[5] = {43.3, 2.2, 4.0};
+  group1[6] = {42.8, 2.9, 3.4};
+  MuscleGroup::Points& group2 = groups[1].femoral;
+  group2[0] = upper;
+  group2[1] = lower;
+  group2[2] = {42.1, -2.2, -3.3};
+  group2[3] = {41.5, -4.3, -0.2};
+  group2[4] = {43.5, 0.8, 4.2};
+  group2[5] = {6.1, 0.2, -1.5};
+  MuscleGroup::Points& group3 = groups[2].femoral;
+  group3[0] = upper;
+  group3[1] = {TrochanterX(s, 2.7, 2.7), -0.4, -6.9 * s.scaleZ};
 }
 
 void FillPelvic(std::array<MuscleGroup, 3>& groups, const ScaleFactors& s) {
-  Fill<7>(groups[0].pelvic, {{{-9.7 * s.scaleH, 4.8, 1.5 * s.scaleL},
-                              {-7.1 * s.scaleH, 2.6, 0.0},
-                              {-5.5 * s.scaleH, 7.8, 4.7 * s.scaleL},
-                              {3.6, 5.3, 1.3 * s.scaleL},
-                              {5.9, 4.8, 3.4 * s.scaleL},
-                              {3.6, 5.3, 1.3 * s.scaleL},
-                              {3.1, 4.4, 0.8 * s.scaleL}}});
-  Fill<6>(groups[1].pelvic, {{{-10.2 * s.scaleH, -2.7, -6.2 * s.scaleC},
-                              {-7.3 * s.scaleH, -2.9, -4.1 * s.scaleC},
-                              {-7.8 * s.scaleH, -4.5, -5.6 * s.scaleC},
-                              {-3.7 * s.scaleH, -4.3, -2.6 * s.scaleL},
-                              {-6.8, -5.1, -5.0 * s.scaleL},
-                              {-2.4, -2.8, -0.5 * s.scaleL}}});
-  Fill<2>(groups[2].pelvic,
-          {{{-13.2 * s.scaleH, 0.2, -1.8 * s.scaleC}, {-8.8 * s.scaleH, 0.4, -2.0 * s.scaleC}}});
+  MuscleGroup::Points& group1 = groups[0].pelvic;
+  group1[0] = {-9.7 * s.scaleH, 4.8, 1.5 * s.scaleL};
+  group1[1] = {-7.1 * s.scaleH, 2.6, 0.0};
+  group1[2] = {-5.5 * s.scaleH, 7.8, 4.7 * s.scaleL};
+  group1[3] = {3.6, 5.3, 1.3 * s.scaleL};
+  group1[4] = {5.9, 4.8, 3.4 * s.scaleL};
+  group1[5] = {3.6, 5.3, 1.3 * s.scaleL};
+  group1[6] = {3.1, 4.4, 0.8 * s.scaleL};
+  MuscleGroup::Points& group2 = groups[1].pelvic;
+  group2[0] = {-10.2 * s.scaleH, -2.7, -6.2 * s.scaleC};
+  group2[1] = {-7.3 * s.scaleH, -2.9, -4.1 * s.scaleC};
+  group2[2] = {-7.8 * s.scaleH, -4.5, -5.6 * s.scaleC};
+  group2[3] = {-3.7 * s.scaleH, -4.3, -2.6 * s.scaleL};
+  group2[4] = {-6.8, -5.1, -5.0 * s.scaleL};
+  group2[5] = {-2.4, -2.8, -0.5 * s.scaleL};
+  MuscleGroup::Points& group3 = groups[2].pelvic;
+  group3[0] = {-13.2 * s.scaleH, 0.2, -1.8 * s.scaleC};
+  group3[1] = {-8.8 * s.scaleH, 0.4, -2.0 * s.scaleC};
 }
 
 ScaleFactors ComputeScale(const HipForceInputs& in) {

@@ -6,11 +6,12 @@ namespace Sila {
 HipOutcome ComputeHip(const HipInputs& inputs, HipState& state) {
   ComputeHipForce(inputs.force, state.force);
   if (!IsWithinModelRange(state.force.thetaR)) return HipOutcome::OutOfRange;
-  state.stress = Tlakm::ComputeContactStress({.headRadius = inputs.headRadius,
-                                              .thetaCE = inputs.thetaCE,
-                                              .bodyWeight = inputs.force.bodyWeight,
-                                              .rWb = state.force.rWb,
-                                              .thetaR = state.force.thetaR});
+  Tlakm::ComputeContactStress({.headRadius = inputs.headRadius,
+                               .thetaCE = inputs.thetaCE,
+                               .bodyWeight = inputs.force.bodyWeight,
+                               .rWb = state.force.rWb,
+                               .thetaR = state.force.thetaR},
+                              state.stress);
   switch (state.stress.outcome) {
     case Tlakm::StressOutcome::NoPole:
       return HipOutcome::NoPole;

@@ -6,7 +6,6 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <optional>
 
 namespace Tlakm {
 
@@ -69,56 +68,56 @@ constexpr std::array<double, kGridPoints> MakeGrid() {
 }
 constexpr std::array<double, kGridPoints> kGrid = MakeGrid();
 
-// Where the ordinary pole lies, to less than half a step: with u = thetaR + pole the pole equation
-// holds S = thetaCE + thetaR alone. A least-squares fit; a guess, checked by the signs that it
-// leads to.
+// Where the ordinary pole lies, to about a fiftieth of a step: with u = thetaR + pole the pole
+// equation holds S = thetaCE + thetaR alone. A least-squares fit; a guess, checked by the signs
+// that it leads to.
 double GuessPole(const PoleAngles& angles) {
   const double s = angles.thetaCE + angles.thetaR;
-  const double u =
-      1.57016 + s * (-1.979877 + s * (-0.15307 + s * (1.272255 + s * (-0.68044 + s * 0.118066))));
-  return u - angles.thetaR;
+  const double low = 1.570791 + s * (-1.999705 + s * (-0.00115 + s * 0.787133));
+  const double high = 0.094148 + s * (-0.534923 + s * (0.277999 + s * -0.047096));
+  return low + s * s * (s * s) * high - angles.thetaR;
 }
 
 // The first grid point at which the residual is positive, found from a guess in a few evaluations.
-// Empty where the short cut is not safe. It is safe because left of the root the residual increases
+// False where the short cut is not safe. It is safe because left of the root the residual increases
 // by at least a third of the angle, while its rounding, for `kClearOfBranch` and more from the
 // angle at which its denominator vanishes, is a millionth of that: every grid point before the two
 // that enclose the root is negative beyond doubt.
 constexpr double kClearOfBranch = 0.01;  // rad
 constexpr std::size_t kReach = 4;        // grid points to look at on either side of the guess
 
-std::optional<PoleBracket> JumpToPole(const PoleAngles& angles) {
-  if (!(angles.thetaR >= 0.0 && angles.thetaCE > -kPi)) return std::nullopt;
+bool JumpToPole(const PoleAngles& angles, PoleBracket& bracket) {
+  if (!(angles.thetaR >= 0.0 && angles.thetaCE > -kPi)) return false;
   const double position = (GuessPole(angles) - kOrdinaryStart) / kOrdinaryStep;
-  if (!(position > 0.0 && position < static_cast<double>(kGridPoints - kReach))) {
-    return std::nullopt;
-  }
-  PoleBracket bracket = StartOf(kOrdinaryStep, 1.0);
+  if (!(position > 0.0 && position < static_cast<double>(kGridPoints - kReach))) return false;
+  int evaluations = 0;
   const auto residualAt = [&](std::size_t k) {
-    ++bracket.evaluations;
+    ++evaluations;
     return poleResidual(angles, kGrid[k]);
   };
 
   std::size_t k = static_cast<std::size_t>(position) + 1;
   const std::size_t last = k + kReach;
-  bracket.previous = residualAt(k - 1);
-  bracket.current = residualAt(k);
-  while (bracket.current < 0.0 && k < last && k + 1 < kGridPoints) {
-    bracket.previous = bracket.current;
-    bracket.current = residualAt(++k);
+  double previous = residualAt(k - 1);
+  double current = residualAt(k);
+  while (current < 0.0 && k < last && k + 1 < kGridPoints) {
+    previous = current;
+    current = residualAt(++k);
   }
   const std::size_t first = k > kReach ? k - kReach : 1;
-  while (bracket.previous > 0.0 && k > first) {
-    bracket.current = bracket.previous;
-    bracket.previous = residualAt(--k - 1);
+  while (previous > 0.0 && k > first) {
+    current = previous;
+    previous = residualAt(--k - 1);
   }
 
   const bool clear = angles.thetaCE - kGrid[k] + kPi / 2.0 > kClearOfBranch;
-  if (!clear || !(bracket.previous < 0.0 && bracket.previous * bracket.current < 0.0)) {
-    return std::nullopt;
-  }
+  if (!clear || !(previous < 0.0 && previous * current < 0.0)) return false;
+  bracket.previous = previous;
+  bracket.current = current;
   bracket.thetaL = kGrid[k];
-  return bracket;
+  bracket.evaluations = evaluations;
+  SetEstimate(bracket);
+  return true;
 }
 
 }  // namespace
@@ -134,10 +133,9 @@ PoleBracket WalkToPole(const PoleAngles& angles) {
 }
 
 PoleBracket bracketPole(const PoleAngles& angles) {
-  std::optional<PoleBracket> bracket = JumpToPole(angles);
-  if (!bracket) return WalkToPole(angles);
-  SetEstimate(*bracket);
-  return *bracket;
+  PoleBracket bracket = StartOf(kOrdinaryStep, 1.0);
+  if (JumpToPole(angles, bracket)) return bracket;
+  return WalkToPole(angles);
 }
 
 PoleBracket bracketPoleSteep(const PoleAngles& angles) {

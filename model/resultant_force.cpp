@@ -27,6 +27,7 @@ void PivotColumn(Matrix3& matrix, std::array<double, 3>& right, std::size_t colu
   for (std::size_t row = column + 1; row < 3; ++row) {
     if (std::abs(matrix[row][column]) > std::abs(matrix[best][column])) best = row;
   }
+  if (best == column) return;
   std::swap(matrix[column], matrix[best]);
   std::swap(right[column], right[best]);
 }
