@@ -51,11 +51,13 @@ double ComputePeak(const Sila::HipInputs& hip, Sila::HipState& state) {
 double ComputePeakLiterally(const Sila::HipInputs& hip, Sila::HipState& state) {
   Sila::ComputeHipForce(hip.force, state.force);
   if (!Sila::IsWithinModelRange(state.force.thetaR)) std::abort();
-  Tlakm::ContactStress stress = Tlakm::LoadStressInputs({.headRadius = hip.headRadius,
-                                                         .thetaCE = hip.thetaCE,
-                                                         .bodyWeight = hip.force.bodyWeight,
-                                                         .rWb = state.force.rWb,
-                                                         .thetaR = state.force.thetaR});
+  Tlakm::ContactStress stress;
+  Tlakm::LoadStressInputs({.headRadius = hip.headRadius,
+                           .thetaCE = hip.thetaCE,
+                           .bodyWeight = hip.force.bodyWeight,
+                           .rWb = state.force.rWb,
+                           .thetaR = state.force.thetaR},
+                          stress);
   if (Tlakm::ChooseForm(stress.angles) != Tlakm::PoleForm::Ordinary) std::abort();
   double pole = Tlakm::WalkToPole(stress.angles).estimate;
   for (;;) {

@@ -48,13 +48,13 @@ bool IsAtEdgeOfValidity(const ContactStress& stress, double theta) {
 }
 
 double EdgeStress(const ContactStress& stress) {
-  return 3.0 * stress.force / 2.0 / kPi / (stress.headRadius * stress.headRadius);
+  return 3.0 * stress.rWb * stress.weight / 2.0 / kPi / (stress.headRadius * stress.headRadius);
 }
 
 double GeneralStress(const ContactStress& stress, double theta, double cosine, double sign) {
-  const double r = stress.headRadius;
+  const double squares = stress.headRadius * stress.headRadius * (cosine * cosine);
   const double numerator = stress.force * std::sin(stress.angles.thetaR + theta);
-  return std::abs(numerator / (sign * 2.0 * r * r * cosine * cosine / 3.0));
+  return std::abs(numerator / (sign * 2.0 * squares / 3.0));
 }
 
 double PeakStress(const ContactStress& stress) {
@@ -72,13 +72,13 @@ double DegToRad(double angle) {
   return angle * kPi / 180.0;
 }
 
-ContactStress LoadStressInputs(const StressInputs& inputs) {
-  ContactStress stress;
+void LoadStressInputs(const StressInputs& inputs, ContactStress& stress) {
+  stress = ContactStress();
   stress.headRadius = inputs.headRadius;
   stress.angles = {inputs.thetaCE, DegToRad(inputs.thetaR)};
+  stress.rWb = inputs.rWb;
   stress.weight = inputs.bodyWeight * kGravity;
   stress.force = inputs.rWb * stress.weight;
-  return stress;
 }
 
 double poleStress(const ContactStress& stress, double theta) {
@@ -108,7 +108,7 @@ void SolveStress(ContactStress& stress) {
 }
 
 void ComputeContactStress(const StressInputs& inputs, ContactStress& stress) {
-  stress = LoadStressInputs(inputs);
+  LoadStressInputs(inputs, stress);
   SolveStress(stress);
 }
 

@@ -19,7 +19,7 @@ struct StressInputs {
   double thetaCE = 0.0;     // rad, centre-edge angle
   double bodyWeight = 0.0;  // kg
   double rWb = 0.0;         // resultant force over body weight
-  double thetaR = 0.0;      // degrees, inclination of the resultant force; at least 0
+  double thetaR = 0.0;      // degrees, inclination of the resultant force; 0 to 180
 };
 
 enum class StressOutcome {
@@ -34,6 +34,7 @@ struct ContactStress {
   StressOutcome outcome = StressOutcome::NoPole;
   PoleAngles angles;        // rad
   double headRadius = 0.0;  // m
+  double rWb = 0.0;         // resultant force over body weight
   double weight = 0.0;      // N, Wb
   double force = 0.0;       // N, R
   PoleForm form = PoleForm::Ordinary;
@@ -60,7 +61,7 @@ void ComputeContactStress(const StressInputs& inputs, ContactStress& stress);
 double DegToRad(double angle);
 
 // Inputs in the module's units; everything else at its start.
-ContactStress LoadStressInputs(const StressInputs& inputs);
+void LoadStressInputs(const StressInputs& inputs, ContactStress& stress);
 
 // Chooses the form, finds the pole, computes stress and outcome.
 void SolveStress(ContactStress& stress);
