@@ -51,9 +51,10 @@ struct ContactStress {
   double pmaxWb = 0.0;  // m^-2, peak stress over body weight
 };
 
-// Computes pole and stress. Ends for every input, numbers that are not finite included; the outcome
-// tells why there is no result. The second form writes into a struct that the caller keeps, for
-// cohorts; nothing in it from an earlier run remains.
+// Computes pole and stress. Ends for every input, not finite ones included, at once for
+// inclinations of up to 180 degrees (the search walks through greater ones step by step); the
+// outcome tells why there is no result. The second form writes into a struct that the caller keeps,
+// for cohorts; nothing in it from an earlier run remains.
 ContactStress ComputeContactStress(const StressInputs& inputs);
 void ComputeContactStress(const StressInputs& inputs, ContactStress& stress);
 
