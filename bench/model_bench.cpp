@@ -3,15 +3,17 @@
 #include <benchmark/benchmark.h>
 
 #include <cmath>
-#include <cstdint>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
-#include <random>
 #include <string>
 #include <vector>
 
+#include "model/contact_stress.h"
 #include "model/hip_model.h"
+#include "model/pole_search.h"
+#include "tests/support/random_hips.h"
 
 namespace {
 
@@ -19,26 +21,11 @@ constexpr char kShortCut[] = "ComputeHip";
 constexpr char kLiteral[] = "LiteralSearch";
 constexpr std::size_t kCases = 4096;  // enough that the processor cannot learn their branches
 
-double Uniform(std::mt19937_64& random, double low, double high) {
-  return low + (high - low) * (static_cast<double>(random() >> 11) * 0x1p-53);
-}
-
-// Hips as a cohort holds them: around the default pelvis, turned trochanters, normal to dysplastic
-// sockets. Every one of them has an ordinary pole.
+// Hips as a cohort holds them. Every one of them has an ordinary pole.
 std::vector<Sila::HipInputs> MakeHips() {
-  std::mt19937_64 random(20240229);
+  RandomHips random(20240229);
   std::vector<Sila::HipInputs> hips(kCases);
-  for (Sila::HipInputs& hip : hips) {
-    hip.force = {.lizm = Uniform(random, 8.5, 12.0),
-                 .xizm = Uniform(random, -1.0, 2.0),
-                 .zizm = Uniform(random, 5.0, 7.5),
-                 .Cizm = Uniform(random, 3.0, 6.5),
-                 .Hizm = Uniform(random, 13.0, 18.0),
-                 .zasuk = Uniform(random, -0.3, 0.3),
-                 .bodyWeight = Uniform(random, 45.0, 110.0)};
-    hip.thetaCE = Uniform(random, 5.0, 50.0) * Sila::kPi / 180.0;
-    hip.headRadius = Uniform(random, 0.02, 0.03);
-  }
+  for (Sila::HipInputs& hip : hips) hip = random.Usual();
   return hips;
 }
 

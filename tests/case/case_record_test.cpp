@@ -1,0 +1,222 @@
+// The case record: its texts, its angles, and what a run of the model writes into it.
+#include "case/case_record.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+
+#include "case/number_text.h"
+#include "tests/support/row_name.h"
+
+namespace {
+
+using Sila::HipOutcome;
+
+CaseRecord DefaultCase() {
+  CaseRecord record;
+  record.geometry = {.lizm = 10.4,
+                     .xizm = 0.5,
+                     .zizm = 6.0,
+                     .Cizm = 4.4,
+                     .Hizm = 16.0,
+                     .zasuk = 0.0,
+                     .thetaCE = Vse::DegreesToRadians(30.0),
+                     .headRadius = 0.025};
+  record.bodyWeight = 70.0;
+  return record;
+}
+
+struct Names {
+  const char* name;
+  const char* surname;
+  const char* firstName;
+  const char* held;
+};
+
+class ComposeName : public testing::TestWithParam<Names> {};
+
+TEST_P(ComposeName, JoinsWithOneBlank) {
+  const Names& row = GetParam();
+  EXPECT_EQ(Vse::ComposeName(QString::fromUtf8(row.surname), QString::fromUtf8(row.firstName)),
+            QString::fromUtf8(row.held));
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, ComposeName,
+                         testing::Values(Names{"Both", "Novak", "Ana", "Novak Ana"},
+                                         Names{"NeitherIsUnknown", "", "", "Unknown"},
+                                         Names{"BlanksAreNeither", "  ", "\t", "Unknown"},
+                                         Names{"SurnameKeepsTheBlank", "Novak", "", "Novak "},
+                                         Names{"FirstNameKeepsTheBlank", "", "Ana", " Ana"},
+                                         Names{"Trimmed", "  Novak ", " Ana  ", "Novak Ana"},
+                                         Names{"InnerBlanksStay", "van der  Berg", "Anna Maria",
+                                               "van der  Berg Anna Maria"},
+                                         Names{"BeyondAscii", "Žižek", "Đurđa", "Žižek Đurđa"}),
+                         RowName());
+
+TEST(ComposeNameTwice, DoesNotGrow) {
+  const QString once = Vse::ComposeName("Novak", "");
+  EXPECT_EQ(Vse::ComposeName(once, ""), once);
+}
+
+TEST(TextOr, PutsThePlaceholderForNothing) {
+  EXPECT_EQ(Vse::TextOr("", Vse::kUnknown), "Unknown");
+  EXPECT_EQ(Vse::TextOr(QString(), Vse::kNoComments), "No");
+  EXPECT_EQ(Vse::TextOr("72", Vse::kUnknown), "72");
+  EXPECT_EQ(Vse::TextOr(" ", Vse::kNoComments), " ");
+  EXPECT_EQ(Vse::TextOr("first\nsecond", Vse::kNoComments), "first\nsecond");
+}
+
+TEST(Angles, AreHeldWithTheForceModelsPi) {
+  EXPECT_EQ(Vse::DegreesToRadians(30.0), 30.0 * 3.14159265358979 / 180.0);
+  EXPECT_EQ(Vse::RadiansToDegrees(1.0), 1.0 * 180.0 / 3.14159265358979);
+  EXPECT_EQ(Vse::DegreesToRadians(0.0), 0.0);
+}
+
+TEST(Angles, ComeBackAsTheTextThatWasTyped) {
+  EXPECT_EQ(Vse::NumberText(Vse::RadiansToDegrees(Vse::DegreesToRadians(30.0)), QLocale::c()),
+            "30");
+  for (int tenths = -3600; tenths <= 3600; ++tenths) {
+    const QString typed = Vse::NumberText(tenths / 10.0, QLocale::c());
+    const double degrees = Vse::ReadNumber(typed.toStdString()).value();
+    const double held = Vse::DegreesToRadians(degrees);
+    EXPECT_EQ(Vse::NumberText(Vse::RadiansToDegrees(held), QLocale::c()), typed);
+  }
+}
+
+TEST(CaseRecord, StartsWithAKnownWeightAndNoResults) {
+  const CaseRecord record;
+  EXPECT_FALSE(record.weightUnknown);
+  EXPECT_EQ(record.results.rWb, 0.0);
+  EXPECT_TRUE(record.patient.name.isEmpty());
+}
+
+TEST(RunModel, WritesEveryResult) {
+  CaseRecord record = DefaultCase();
+  ASSERT_EQ(Vse::RunModel(record), HipOutcome::Ok);
+  EXPECT_NEAR(record.results.rWb, 2.81222677558, 5e-12);
+  EXPECT_NEAR(record.results.thetaR, 8.4764903085, 5e-11);
+  EXPECT_NEAR(record.results.thetaPol, 16.4157852045, 5e-11);
+  EXPECT_NEAR(record.results.pmaxWb, 3006.76110604, 5e-9);
+  EXPECT_NEAR(record.results.pmax, 2066847.58429341, 5e-9);
+}
+
+TEST(RunModel, KeepsTheWorkingValuesReadable) {
+  CaseRecord record = DefaultCase();
+  ASSERT_EQ(Vse::RunModel(record), HipOutcome::Ok);
+  EXPECT_EQ(record.model.force.rWb, record.results.rWb);
+  EXPECT_EQ(record.model.stress.p0, record.results.pmax);
+  EXPECT_GT(record.model.force.groups[0].tension, 0.0);
+}
+
+TEST(RunModel, LeavesEntriesAndWeightFlagAlone) {
+  CaseRecord record = DefaultCase();
+  record.patient.name = "Novak Ana";
+  record.bodyWeight = Vse::kAssumedBodyWeight;
+  record.weightUnknown = true;
+  ASSERT_EQ(Vse::RunModel(record), HipOutcome::Ok);
+  EXPECT_TRUE(record.weightUnknown);
+  EXPECT_EQ(record.patient.name, "Novak Ana");
+  EXPECT_EQ(record.bodyWeight, 60.0);
+  EXPECT_EQ(record.geometry.headRadius, 0.025);
+}
+
+TEST(RunModel, TakesSixtyKilogramsForAnUnknownWeight) {
+  EXPECT_EQ(Vse::kAssumedBodyWeight, 60.0);
+  CaseRecord known = DefaultCase();
+  CaseRecord unknown = DefaultCase();
+  unknown.bodyWeight = Vse::kAssumedBodyWeight;
+  unknown.weightUnknown = true;
+  ASSERT_EQ(Vse::RunModel(known), HipOutcome::Ok);
+  ASSERT_EQ(Vse::RunModel(unknown), HipOutcome::Ok);
+  EXPECT_NEAR(unknown.results.pmaxWb, known.results.pmaxWb, 1e-9);
+  EXPECT_NEAR(unknown.results.pmax, known.results.pmaxWb * 60.0 * 9.82, 1e-6);
+}
+
+TEST(RunModel, GivesOneResultForARadiusInMillimetresAndCentimetres) {
+  CaseRecord millimetres = DefaultCase();
+  CaseRecord centimetres = DefaultCase();
+  millimetres.geometry.headRadius = 25.0 / 1000.0;
+  centimetres.geometry.headRadius = 2.5 / 100.0;
+  EXPECT_EQ(millimetres.geometry.headRadius, 0.025);
+  ASSERT_EQ(Vse::RunModel(millimetres), HipOutcome::Ok);
+  ASSERT_EQ(Vse::RunModel(centimetres), HipOutcome::Ok);
+  EXPECT_EQ(millimetres.results.pmax, centimetres.results.pmax);
+}
+
+struct RefusedCase {
+  const char* name;
+  double Geometry::*entry;
+  double value;
+  HipOutcome outcome;
+};
+
+class RunModelRefuses : public testing::TestWithParam<RefusedCase> {};
+
+// The force is new, the stresses are those of the case before.
+TEST_P(RunModelRefuses, AndKeepsTheStressesOfTheCaseBefore) {
+  CaseRecord record = DefaultCase();
+  ASSERT_EQ(Vse::RunModel(record), HipOutcome::Ok);
+  const Results before = record.results;
+  record.geometry.Cizm = 5.0;
+  record.geometry.*GetParam().entry = GetParam().value;
+  EXPECT_EQ(Vse::RunModel(record), GetParam().outcome);
+  EXPECT_NE(record.results.rWb, before.rWb);
+  EXPECT_NE(record.results.thetaR, before.thetaR);
+  EXPECT_EQ(record.results.thetaPol, before.thetaPol);
+  EXPECT_EQ(record.results.pmaxWb, before.pmaxWb);
+  EXPECT_EQ(record.results.pmax, before.pmax);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, RunModelRefuses,
+    testing::Values(
+        RefusedCase{"LeverLongerThanTheFemur", &Geometry::lizm, 104.0, HipOutcome::OutOfRange},
+        RefusedCase{"NoLever", &Geometry::lizm, 0.0, HipOutcome::OutOfRange},
+        RefusedCase{"ForceOutsideTheSocket", &Geometry::thetaCE, -0.35, HipOutcome::NoPole},
+        RefusedCase{"RadiusZero", &Geometry::headRadius, 0.0, HipOutcome::DivisionByZero}),
+    RowName());
+
+TEST(RunModel, RecoversAfterARefusal) {
+  CaseRecord record = DefaultCase();
+  record.geometry.thetaCE = Vse::DegreesToRadians(-20.0);
+  ASSERT_EQ(Vse::RunModel(record), HipOutcome::NoPole);
+  record.geometry.thetaCE = Vse::DegreesToRadians(30.0);
+  ASSERT_EQ(Vse::RunModel(record), HipOutcome::Ok);
+  EXPECT_NEAR(record.results.pmax, 2066847.58429341, 5e-9);
+}
+
+struct Truncated {
+  const char* name;
+  double value;
+  int decimals;
+  const char* text;
+};
+
+class ShownResult : public testing::TestWithParam<Truncated> {};
+
+TEST_P(ShownResult, IsTruncatedTowardsMinusInfinity) {
+  const Truncated& row = GetParam();
+  EXPECT_EQ(
+      Vse::NumberText(Vse::TruncateToDecimals(row.value, row.decimals), QLocale::c()).toStdString(),
+      row.text);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, ShownResult,
+    testing::Values(Truncated{"ScreenRatio", 2.81922677558, 2, "2.81"},
+                    Truncated{"FileRatio", 2.81922677558, 3, "2.819"},
+                    Truncated{"ScreenAngle", 8.4764903085, 2, "8.47"},
+                    Truncated{"FileAngle", 8.4764903085, 3, "8.476"},
+                    Truncated{"ScreenPeakOverWeight", 3006.76910604, 2, "3006.76"},
+                    Truncated{"FilePeakOverWeight", 3006.76910604, 3, "3006.769"},
+                    Truncated{"ScreenPeak", 2066847.58929341, 2, "2066847.58"},
+                    Truncated{"NegativePoleGoesDown", -8.471, 2, "-8.48"},
+                    Truncated{"NegativeInFile", -8.4711, 3, "-8.472"},
+                    Truncated{"NegativeWholeStays", -8.0, 2, "-8"},
+                    Truncated{"SmallNegative", -1e-9, 2, "-0.01"},
+                    Truncated{"SmallPositive", 1e-9, 2, "0"}, Truncated{"Zero", 0.0, 3, "0"},
+                    Truncated{"NoDecimals", 2.9, 0, "2"}),
+    RowName());
+
+}  // namespace
