@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-#include <string>
+#include <optional>
 
+#include "case/case_conversion.h"
 #include "case/number_text.h"
 #include "tests/support/row_name.h"
 
@@ -59,12 +59,62 @@ TEST(ComposeNameTwice, DoesNotGrow) {
   EXPECT_EQ(Vse::ComposeName(once, ""), once);
 }
 
-TEST(TextOr, PutsThePlaceholderForNothing) {
-  EXPECT_EQ(Vse::TextOr("", Vse::kUnknown), "Unknown");
-  EXPECT_EQ(Vse::TextOr(QString(), Vse::kNoComments), "No");
-  EXPECT_EQ(Vse::TextOr("72", Vse::kUnknown), "72");
-  EXPECT_EQ(Vse::TextOr(" ", Vse::kNoComments), " ");
-  EXPECT_EQ(Vse::TextOr("first\nsecond", Vse::kNoComments), "first\nsecond");
+CaseEntries FilledEntries() {
+  CaseEntries entries;
+  entries.surname = "Novak";
+  entries.firstName = "Ana";
+  entries.sex = CaseEntries::Sex::Female;
+  entries.dateOfBirth = "15.11.1956";
+  entries.bodyWeight = "72,5";
+  entries.hip = CaseEntries::Hip::Right;
+  entries.comments = "first\nsecond";
+  entries.measures.fill({"25", Vse::kMillimetre.toString()});
+  return entries;
+}
+
+TEST(PatientTexts, AreHeldAsTyped) {
+  const PatientTexts expected = {"Novak Ana", "F", "15.11.1956", "72,5", "D", "first\nsecond"};
+  EXPECT_TRUE(Vse::PatientTextsOf(FilledEntries(), false) == expected);
+}
+
+TEST(PatientTexts, SayWhichSexAndHip) {
+  CaseEntries entries = FilledEntries();
+  entries.sex = CaseEntries::Sex::Male;
+  entries.hip = CaseEntries::Hip::Left;
+  EXPECT_EQ(Vse::PatientTextsOf(entries, false).sex, "M");
+  EXPECT_EQ(Vse::PatientTextsOf(entries, false).hip, "L");
+}
+
+TEST(PatientTexts, HavePlaceholdersForWhatIsMissing) {
+  const PatientTexts expected = {"Unknown", "Unknown", "Unknown", "Unknown", "Unknown", "No"};
+  EXPECT_TRUE(Vse::PatientTextsOf(CaseEntries(), false) == expected);
+}
+
+// The box then holds the "60" that the confirmation has put there.
+TEST(PatientTexts, HideTheAssumedWeight) {
+  CaseEntries entries = FilledEntries();
+  entries.bodyWeight = "60";
+  EXPECT_EQ(Vse::PatientTextsOf(entries, true).bodyWeight, "Unknown");
+  EXPECT_EQ(Vse::PatientTextsOf(entries, false).bodyWeight, "60");
+}
+
+TEST(DataOf, TakesSixtyKilogramsForAnEmptyWeight) {
+  CaseEntries entries = FilledEntries();
+  entries.bodyWeight = "";
+  for (const bool before : {false, true}) {
+    const std::optional<CaseData> data = Vse::DataOf(entries, before);
+    ASSERT_TRUE(data);
+    EXPECT_EQ(data->bodyWeight, 60.0);
+    EXPECT_TRUE(data->weightUnknown);
+  }
+}
+
+TEST(DataOf, KeepsAnUnknownWeightUnknownWhenOneIsTyped) {
+  const std::optional<CaseData> typed = Vse::DataOf(FilledEntries(), true);
+  ASSERT_TRUE(typed);
+  EXPECT_EQ(typed->bodyWeight, 72.5);
+  EXPECT_TRUE(typed->weightUnknown);
+  EXPECT_FALSE(Vse::DataOf(FilledEntries(), false)->weightUnknown);
 }
 
 TEST(Angles, AreHeldWithTheForceModelsPi) {
