@@ -8,6 +8,7 @@
 #include <system_error>
 #include <utility>
 
+#include "batch/case_file_input.h"
 #include "batch/chunk_computer.h"
 #include "batch/chunk_reader.h"
 #include "batch/cohort_error.h"
@@ -35,7 +36,11 @@ std::optional<std::uint64_t> CheckInputs(const std::vector<std::string>& paths) 
   for (const std::string& path : paths) {
     std::error_code none;
     std::optional<std::uint64_t> size;
-    if (!std::filesystem::is_fifo(path, none)) size = InputFile(path).Size();
+    if (IsCaseFileInput(path)) {
+      const CaseFileInput readable(path);
+    } else if (!std::filesystem::is_fifo(path, none)) {
+      size = InputFile(path).Size();
+    }
     known = known && size.has_value();
     sum += size.value_or(0);
   }
@@ -50,15 +55,24 @@ class CohortRun {
         sink_(OpenOutput(settings.output)) {}
 
   CohortTally Run() {
-    for (const std::string& path : settings_.inputs) RunFile(path);
+    for (const std::string& path : settings_.inputs) RunInput(path);
     sink_->Finish();
     return std::move(tally_);
   }
 
  private:
-  void RunFile(const std::string& path) {
-    InputFile file(path);
-    ChunkReader reader([&](std::span<char> buffer) { return file.Read(buffer); });
+  void RunInput(const std::string& path) {
+    if (IsCaseFileInput(path)) {
+      CaseFileInput files(path);
+      RunStream(path, [&](std::span<char> buffer) { return files.Read(buffer); });
+    } else {
+      InputFile file(path);
+      RunStream(path, [&](std::span<char> buffer) { return file.Read(buffer); });
+    }
+  }
+
+  void RunStream(const std::string& path, ReadBytes source) {
+    ChunkReader reader(std::move(source));
     const Columns columns = TakeHeader(path, reader);
     std::uint64_t rowsBefore = 1;  // the header
     ComputeStream(reader, columns, lineEnd_, settings_.threads, [&](const ChunkResult& result) {

@@ -65,7 +65,8 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Cohort::CohortSettings
   app.set_version_flag("--version", "telmarion-batch " TELMARION_VERSION, "Print the version");
   app.set_help_flag("-h,--help", "Print this text");
   app.add_option("FILE", settings.inputs,
-                 "CSV files with the same columns; standard input without any, or for -")
+                 "CSV files with the same columns, or case files (.txt) and folders of them;\n"
+                 "standard input without any, or for -")
       ->type_name(" ");
   app.add_option("-o,--output", settings.output,
                  "Write here in place of standard output, whole or not at all")

@@ -1,6 +1,7 @@
 // Reads, converts and computes as the case form does, so that form and table give the same digits.
 #include "batch/row.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -48,6 +49,12 @@ class RowReader {
     const std::optional<double> weight = ReadField(kBodyWeight);
     if (weight) CheckAboveZero(kBodyWeight, *weight);
     return weight;
+  }
+
+  // Whether there is any measure in the row at all.
+  bool HasMeasures() const {
+    const auto holdsOne = [&](const auto& column) { return !IsBlank(fields_[column->field]); };
+    return std::any_of(columns_.inputs.begin(), columns_.inputs.begin() + kMeasureCount, holdsOne);
   }
 
   // What is wrong, as a status; empty when nothing is.
@@ -136,6 +143,7 @@ RowResult ComputeRow(std::span<const std::string_view> fields, const Columns& co
     return BadRow(WrongFieldCount(fields.size(), columns.names.size()));
   }
   RowReader reader(fields, columns);
+  if (!reader.HasMeasures()) return BadRow("error: the row holds no measures");
   for (std::size_t i = 0; i < kMeasureCount; ++i) {
     const auto measure = static_cast<Measure>(i);
     Vse::SetValue(scratch.geometry, measure, reader.Held(measure));

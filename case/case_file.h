@@ -12,7 +12,7 @@
 namespace Vse {
 
 // Larger files are no case files.
-inline constexpr qint64 kLargestCaseFile = 1024 * 1024;  // bytes
+inline constexpr qint64 kLargestCaseFile = qint64{1024} * 1024;  // bytes
 
 // The bytes of a case file: patient texts, geometry and results of the record as they stand,
 // numbers with the locale's separator, `date` (the short form) in the header. The peak stress is

@@ -67,6 +67,62 @@ class Case(unittest.TestCase):
         self.assertEqual(row["status"], "ok")
 
 
+def case_file(name="Surname Given", weight="70", ce="30", comments="No"):
+    """A case file as the windowed program writes it."""
+    records = [
+        "", f"Name          : {name}", "Sex           : F", "Date of birth : 1956",
+        f"Body weight   : {weight} kg", "Hip           : L", f"Comments      : {comments}", "",
+        "lizm          = 10,4 cm", "xizm          = 0,5 cm", "zizm          = 6 cm",
+        "Cizm          = 4,4 cm", "Hizm          = 16 cm", "zasuk         = 0 °  ",
+        f"theta-CE      = {ce} °  ", "radius of head= 0,025 m ", "", "R/Wb          = 0"]
+    text = "TELMARION".ljust(49) + "15.11.2026\r\n" + "".join(r + "\n\r\n" for r in records)
+    return text.encode("cp1252")
+
+
+class CaseFiles(Case):
+    def test_one_file_is_one_row_with_the_results_of_the_window(self):
+        done = run(self.file("a.txt", case_file(comments="two\nlines, \"quoted\"")))
+        self.check(done, 0)
+        (row,) = rows(done.stdout)
+        self.check_known(row)
+        self.assertEqual(row["file"], "a.txt")
+        self.assertEqual(row["name"], "Surname Given")
+        self.assertEqual(row["comments"], 'two\nlines, "quoted"')
+        self.assertEqual(row["lizm"], "10,4")
+        self.assertEqual(row["remark"], "")
+
+    def test_a_folder_is_a_row_a_file_in_the_order_of_their_names(self):
+        self.file("c.TXT", case_file(weight="Unknown"))
+        self.file("a.txt", case_file())
+        self.file("b.txt", "Dear colleague,\n")
+        self.file("d.txt", case_file(ce="-20"))
+        self.file("e.csv", "not looked at")
+        done = run(self.path)
+        self.assertEqual(done.returncode, 1)
+        a, b, c, d = rows(done.stdout)
+        self.check_known(a)
+        self.assertEqual((b["file"], b["status"], b["remark"]),
+                         ("b.txt", "error: the row holds no measures", "Not correct file"))
+        self.assertEqual((c["file"], c["bodyWeight"], c["pmax"], c["status"]),
+                         ("c.TXT", "", "", "ok"))
+        self.assertTrue(d["status"].startswith("refused: "))
+
+    def test_files_and_folders_make_one_table(self):
+        first = self.file("a.txt", case_file())
+        (self.path / "more").mkdir()
+        self.file("more/b.txt", case_file(name="Other One"))
+        done = run(first, self.path / "more")
+        self.check(done, 0)
+        self.assertEqual([row["name"] for row in rows(done.stdout)],
+                         ["Surname Given", "Other One"])
+
+    def test_one_file_that_is_no_case_file_ends_the_run(self):
+        letter = self.file("letter.txt", "Dear colleague,\n")
+        self.check(run(letter), 2, f"{letter}: Not correct file")
+        cut = self.file("cut.txt", case_file()[:300])
+        self.check(run(cut), 2, f"{cut}: The line \"Cizm\" is missing.")
+
+
 class Reading(Case):
     def test_standard_input(self):
         for arguments in [(), ("-",)]:
@@ -141,9 +197,10 @@ class Reading(Case):
             self.assertEqual(program.returncode, 0)
 
     def test_results_come_while_the_input_goes_on(self):
-        with subprocess.Popen([PROGRAM], stdin=subprocess.PIPE, stdout=subprocess.PIPE) as program:
+        # Unbuffered: what Python had read ahead would hide from select.
+        with subprocess.Popen([PROGRAM], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                              bufsize=0) as program:
             program.stdin.write(f"{HEADER}\n{HIP}\n".encode())
-            program.stdin.flush()
             for _ in range(2):
                 ready, _, _ = select.select([program.stdout], [], [], 20)
                 self.assertTrue(ready, "nothing came out")
@@ -389,7 +446,7 @@ class BadInput(Case):
         none = self.path / "none.csv"
         self.check(run(good, none), 2, f"{none}: cannot be opened: No such file or directory")
         self.assertEqual(run(good, none).stdout, b"")
-        self.check(run(self.path), 2, f"{self.path}: is a folder, not a CSV file")
+        self.check(run(self.path), 2, f"{self.path}: the folder holds no case file (.txt)")
         self.check(run("/proc/self/mem"), 2,
                    "/proc/self/mem: row 1: cannot be read: Input/output error")
 
