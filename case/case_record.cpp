@@ -30,6 +30,11 @@ void SetValue(Geometry& geometry, Measure measure, double value) {
   geometry.*Member(measure) = value;
 }
 
+double HipForceKilonewtons(const CaseRecord& record) {
+  constexpr double kNewtonsPerKilonewton = 1000.0;
+  return record.results.rWb * record.bodyWeight * Sila::kGravity / kNewtonsPerKilonewton;
+}
+
 Sila::HipOutcome RunModel(CaseRecord& record) {
   const Geometry& g = record.geometry;
   const Sila::HipForceInputs force = {.lizm = g.lizm,

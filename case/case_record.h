@@ -72,6 +72,9 @@ double RadiansToDegrees(double radians);
 double ValueOf(const Geometry& geometry, Measure measure);
 void SetValue(Geometry& geometry, Measure measure, double value);
 
+// The resultant hip force in kN, with the body weight that was computed with.
+double HipForceKilonewtons(const CaseRecord& record);
+
 // The whole model on the record's geometry and body weight: resultant force, its range check,
 // contact stress. `rWb` and `thetaR` are written in every case, the stresses only when the outcome
 // is Ok.

@@ -5,10 +5,10 @@
 
 #include "case/case_conversion.h"
 #include "case/number_text.h"
+#include "case/result_texts.h"
+#include "diagram/case_diagram.h"
 
 namespace {
-
-constexpr int kShownDecimals = 2;
 
 QString Text(const char* text) {
   return QString::fromUtf8(text);
@@ -40,40 +40,13 @@ std::optional<CaseData> CheckEntries(Form1& form, bool& weightUnknown) {
   return data;
 }
 
-QString Shown(double value, const QLocale& locale) {
-  return Vse::NumberText(Vse::TruncateToDecimals(value, kShownDecimals), locale);
-}
-
 QStringList Captions(const CaseRecord& record, const QLocale& locale) {
   constexpr double kCentimetresPerMetre = 100.0;
   const Geometry& g = record.geometry;
   const QString edge = Vse::NumberText(Vse::RadiansToDegrees(g.thetaCE), locale);
   const QString radius = Vse::NumberText(g.headRadius * kCentimetresPerMetre, locale);
   return {Text("Theta-CE = %1 °").arg(edge), Text("Radius of femoral head = %1 cm").arg(radius),
-          Text("Theta-R = %1 °").arg(Shown(record.results.thetaR, locale))};
-}
-
-void DrawDiagram(const CaseRecord& record, const Vizual::Target& target) {
-  constexpr double kPascalsPerMegapascal = 1e6;
-  constexpr double kLegendUnit = 1000.0;  // m^-2, and newtons in a kN
-  constexpr double kMillimetresPerMetre = 1000.0;
-  const Results& results = record.results;
-  const bool absolute = !record.weightUnknown;
-  const bool left = record.patient.hip == u"L";
-
-  target.Labels().absoluteStress = absolute;
-  target.Labels().leftHip.visible = left;
-  target.Labels().rightHip.visible = !left;
-  const double stressScale =
-      absolute ? results.pmax / kPascalsPerMegapascal : results.pmaxWb / kLegendUnit;
-  const double forceScale =
-      absolute ? results.rWb * record.bodyWeight * Sila::kGravity / kLegendUnit : results.rWb;
-  double edgeAngle = Vizual::ToDiagramDegrees(record.geometry.thetaCE);
-  double poleAngle = results.thetaPol;
-  double forceAngle = results.thetaR;
-  Vizual::DrawHipDiagram(Vizual::FormOf(record.patient.hip), target, stressScale,
-                         record.geometry.headRadius * kMillimetresPerMetre, edgeAngle, poleAngle,
-                         forceAngle, forceScale);
+          Text("Theta-R = %1 °").arg(Vse::ResultText(record.results.thetaR, locale))};
 }
 
 }  // namespace
@@ -124,14 +97,7 @@ bool ComputeAll(const CaseRun& run) {
 
 void ShowResults(const CaseRun& run) {
   const CaseRecord& record = run.record;
-  const auto shown = [&](double value) { return Shown(value, run.locale); };
-  ResultTexts texts = {.rWb = shown(record.results.rWb),
-                       .thetaR = shown(record.results.thetaR),
-                       .thetaPol = shown(record.results.thetaPol),
-                       .pmaxWb = shown(record.results.pmaxWb),
-                       .pmax = {}};
-  if (!record.weightUnknown) texts.pmax = shown(record.results.pmax);
-  run.window.SetResults(texts);
-  DrawDiagram(record, run.window.Diagram());
+  run.window.SetResults(Vse::ResultTextsOf(record, run.locale));
+  Vizual::DrawCaseDiagram(record, !record.weightUnknown, run.window.Diagram());
   run.window.SetCaptions(Captions(record, run.locale));
 }

@@ -3,21 +3,12 @@
 
 #include <QString>
 #include <QStringList>
-#include <optional>
 
 #include "case/case_record.h"
+#include "case/result_texts.h"
 #include "diagram/hip_diagram.h"
 
 class QWidget;
-
-// The results as shown: truncated to two decimals, in the locale's way.
-struct ResultTexts {
-  QString rWb;
-  QString thetaR;               // degrees
-  QString thetaPol;             // degrees
-  QString pmaxWb;               // m^-2
-  std::optional<QString> pmax;  // Pa; nothing while the body weight is unknown
-};
 
 class CaseWindow {
  public:

@@ -1,7 +1,7 @@
-"""Fails on a message box or a file dialog of the toolkit outside the door that is there for it.
+"""Fails on a message box or a dialog of the toolkit outside the door that is there for it.
 
-Every message passes platform/message_door.h and every question for a file platform/file_dialog.h: a test
-can then listen and answer. The tests of the doors themselves look at the real boxes.
+Every message passes platform/message_door.h, every question for a file platform/file_dialog.h and every
+question for a printer platform/print_dialog.h: a test can then listen and answer. The tests of the doors themselves look at the real boxes.
 """
 import pathlib
 import re
@@ -12,6 +12,7 @@ DOORS = {
     "QMessageBox": {"platform/message_door.cpp", "tests/platform/message_door_test.cpp"},
     "QErrorMessage": set(),
     "QFileDialog": {"platform/file_dialog.cpp", "tests/platform/file_dialog_test.cpp"},
+    "QPrintDialog": {"platform/print_dialog.cpp", "tests/platform/print_dialog_test.cpp"},
 }
 SKIPPED = {"build", ".git"}
 

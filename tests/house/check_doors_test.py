@@ -20,6 +20,7 @@ class CheckDoors(unittest.TestCase):
             ("platform/file_dialog.cpp", "QFileDialog dialog;"),
             ("tests/platform/message_door_test.cpp", "QMessageBox& box"),
             ("tests/platform/file_dialog_test.cpp", "QFileDialog& box"),
+            ("platform/print_dialog.cpp", "QPrintDialog dialog(&printer);"),
             ("app/main_window.cpp", "door_.ShowError(this, text, title);"),
             ("build/debug/moc_a.cpp", "QMessageBox::warning(this);"),
             ("app/notes.md", "QMessageBox"),
@@ -34,6 +35,7 @@ class CheckDoors(unittest.TestCase):
             ("platform/message_door.h", "class QMessageBox;"),
             ("view3d/window.cpp", "QFileDialog::getSaveFileName(this)"),
             ("tests/app/window_test.cpp", "QFileDialog* box"),
+            ("report/report.cpp", "QPrintDialog dialog(&printer);"),
             ("app/main.cpp", "QErrorMessage::qtHandler();"),
         ]:
             self.assertEqual(len(self.found_in(path, line)), 1, (path, line))

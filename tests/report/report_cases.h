@@ -1,0 +1,64 @@
+// A case to print: the form's default measures with a woman of 70 kg, her left hip, run through the
+// model.
+#pragma once
+
+#include <QDate>
+#include <QLocale>
+#include <QString>
+
+#include "case/case_record.h"
+
+inline CaseRecord Computed(CaseRecord record) {
+  Vse::RunModel(record);
+  return record;
+}
+
+inline CaseRecord UsualCase() {
+  CaseRecord record;
+  record.patient = {.name = QStringLiteral("Novak Marija"),
+                    .sex = QStringLiteral("F"),
+                    .dateOfBirth = QStringLiteral("15.11.1956"),
+                    .bodyWeight = QStringLiteral("70"),
+                    .hip = QStringLiteral("L"),
+                    .comments = QStringLiteral("Control after two years")};
+  record.geometry = {.lizm = 10.4,
+                     .xizm = 0.5,
+                     .zizm = 6.0,
+                     .Cizm = 4.4,
+                     .Hizm = 16.0,
+                     .zasuk = 0.0,
+                     .thetaCE = Vse::DegreesToRadians(30.0),
+                     .headRadius = 0.025};
+  record.bodyWeight = 70.0;
+  return Computed(record);
+}
+
+inline CaseRecord WithUnknownWeight() {
+  CaseRecord record = UsualCase();
+  record.patient.bodyWeight = QStringLiteral("Unknown");
+  record.bodyWeight = Vse::kAssumedBodyWeight;
+  record.weightUnknown = true;
+  return Computed(record);
+}
+
+inline CaseRecord WithHip(const QString& hip) {
+  CaseRecord record = UsualCase();
+  record.patient.hip = hip;
+  return record;
+}
+
+inline CaseRecord WithComments(const QString& comments) {
+  CaseRecord record = UsualCase();
+  record.patient.comments = comments;
+  return record;
+}
+
+inline QDate PrintedDate() {
+  return {2026, 11, 15};
+}
+inline QLocale German() {
+  return {QLocale::German, QLocale::Germany};
+}
+inline QLocale American() {
+  return {QLocale::English, QLocale::UnitedStates};
+}
