@@ -78,11 +78,12 @@ QByteArray ComposeCaseFile(const CaseRecord& record, const QString& date, const 
 QString WriteCaseFile(const QString& path, const CaseRecord& record, const QString& date,
                       const QLocale& locale) {
   const QByteArray bytes = ComposeCaseFile(record, date, locale);
+  // Without the flush, commit would not notice that the last bytes found no room.
   QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
     return file.errorString();
   }
-  return {};
+  return file.commit() ? QString() : file.errorString();
 }
 
 }  // namespace Vse

@@ -2,6 +2,7 @@
 #include "platform/print_dialog.h"
 
 #include <QAbstractPrintDialog>
+#include <QLineEdit>
 #include <QMarginsF>
 #include <QPageSize>
 #include <QPrintDialog>
@@ -22,6 +23,17 @@ QPageLayout UsualPage(const QLocale& locale) {
           QMarginsF()};
 }
 
+namespace {
+
+// Not on every desktop does the dialog propose a name itself.
+void ProposeFileName(const QPrintDialog& dialog, const QString& title) {
+  auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("filename"));
+  if (name == nullptr || !name->text().endsWith(u'/')) return;
+  name->setText(name->text() + title + QStringLiteral(".pdf"));
+}
+
+}  // namespace
+
 std::unique_ptr<PrintTarget> SystemPrintDialog::AskPrinter(QWidget* parent, const QString& title,
                                                            const QLocale& locale) {
   auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
@@ -33,6 +45,7 @@ std::unique_ptr<PrintTarget> SystemPrintDialog::AskPrinter(QWidget* parent, cons
   QPrintDialog dialog(printer.get(), parent);
   // A report is printed as a whole.
   dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
+  ProposeFileName(dialog, title);
   if (dialog.exec() != QDialog::Accepted) return nullptr;
   if (printer->outputFormat() == QPrinter::PdfFormat) {
     return std::make_unique<PdfTarget>(printer->outputFileName(), title, printer->pageLayout());

@@ -16,11 +16,12 @@ constexpr int kDotsPerInch = 1200;
 QString WriteFile(const QString& path, const QByteArray& bytes) {
   const QFileInfo there(path);
   if (there.exists() && !there.isFile()) return QStringLiteral("not a file");
+  // Without the flush, commit would not notice that the last bytes found no room.
   QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
     return file.errorString();
   }
-  return {};
+  return file.commit() ? QString() : file.errorString();
 }
 
 // The toolkit sends the document to the print system and does not look at the answer. The print

@@ -11,6 +11,7 @@
 #include "case/case_conversion.h"
 #include "case/case_file_labels.h"
 #include "tests/support/row_name.h"
+#include "tests/support/small_files.h"
 
 void PrintTo(const QString& text, std::ostream* out) {
   *out << '"' << text.toStdString() << '"';
@@ -381,6 +382,18 @@ TEST(CaseFileOnDisk, AFailedWriteLeavesTheOldFileAndTellsWhy) {
             "");
   EXPECT_NE(Vse::WriteCaseFile("/proc/case.txt", DefaultCase(), "", QLocale::c()), "");
   EXPECT_TRUE(QDir(folder.filePath("case.txt")).exists());
+}
+
+TEST(CaseFileOnDisk, AFullDiskIsReportedAndTheOldFileStays) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath("case.txt");
+  Put(path, "old");
+  {
+    const SmallFiles full(100);
+    EXPECT_NE(Vse::WriteCaseFile(path, DefaultCase(), "", QLocale::c()), "");
+  }
+  EXPECT_EQ(Get(path), "old");
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
 }
 
 TEST(CaseFileOnDisk, WhatCannotBeReadIsReported) {
