@@ -15,8 +15,9 @@ int main(int argc, char** argv) {
 
   DialogMessageDoor messages;
   SystemFileDialog files;
-  MDIForm1 window({messages, files, [] { return QDate::currentDate(); }, QLocale::system(),
-                   HelpFolders(QCoreApplication::applicationDirPath())});
+  SystemPrintDialog printers;
+  MDIForm1 window({messages, files, printers, [] { return QDate::currentDate(); },
+                   QLocale::system(), HelpFolders(QCoreApplication::applicationDirPath())});
   window.show();
   return QApplication::exec();
 }

@@ -10,6 +10,7 @@
 #include "case/case_conversion.h"
 #include "case/case_file.h"
 #include "case/date_text.h"
+#include "report/report.h"
 
 namespace {
 
@@ -131,7 +132,15 @@ MDIForm1::SaveOutcome MDIForm1::SaveCase() {
 }
 
 void MDIForm1::Print() {
-  doors_.messages.AskYesNo(this, Text("Print results?"), Text("TELMARION print"));
+  const Answer answer =
+      doors_.messages.AskYesNo(this, Text("Print results?"), Text("TELMARION print"));
+  if (answer != Answer::Yes) return;
+  const std::unique_ptr<PrintTarget> target =
+      doors_.printers.AskPrinter(this, Print::kTitle.toString(), doors_.locale);
+  if (!target) return;
+  const Print::Case printed = {session_.Record(), shownResults_, doors_.locale};
+  const QString trouble = Print::PrintCase(*target, printed, doors_.today());
+  if (!trouble.isEmpty()) doors_.messages.ShowError(this, trouble, Text("Error"));
 }
 
 void MDIForm1::Change() {
@@ -222,6 +231,7 @@ void MDIForm1::SetPatientBox(QString PatientTexts::*box, const QString& text, bo
 }
 
 void MDIForm1::SetResults(const ResultTexts& results) {
+  shownResults_ = results;
   results_->SetResults(results);
 }
 

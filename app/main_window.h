@@ -17,11 +17,13 @@
 #include "diagram/diagram_view.h"
 #include "platform/file_dialog.h"
 #include "platform/message_door.h"
+#include "platform/print_dialog.h"
 
 // What the window needs of the world around it; the seams at which tests stand in.
 struct AppDoors {
   MessageDoor& messages;
   FileDialog& files;
+  PrintDialog& printers;
   std::function<QDate()> today;
   QLocale locale;
   QStringList helpFolders;  // where the help file may lie, see HelpFolders
@@ -88,6 +90,8 @@ class MDIForm1 final : public QMainWindow, private CaseWindow {
   std::unique_ptr<HelpWindow> help_;
   bool weightUnknownBefore_ = false;  // what cancelling the form puts back
   bool ending_ = false;               // Exit has asked already
+
+  ResultTexts shownResults_;  // what the results panel shows
 
   PatientPanel* patient_ = nullptr;
   ResultsPanel* results_ = nullptr;

@@ -15,10 +15,6 @@ using Answer = MessageDoor::Answer;
 // The states that the prompts tell apart.
 enum class State { Fresh, Unsaved, Saved, Opened };
 
-QList<Message> Asked(const char* kind, const char* title, const char* text) {
-  return {{kind, title, text}};
-}
-
 void BringTo(RunningProgram& program, State state) {
   const QString path = program.Path("before.txt");
   if (state == State::Fresh) return;
@@ -161,14 +157,6 @@ TEST(Commands, NeedACaseBeforeTheySaveOrPrint) {
   for (const char* button : {"CmdSave", "CmdPrint"}) {
     EXPECT_TRUE(program.InWindow<QAbstractButton>(button)->isEnabled()) << button;
   }
-}
-
-TEST(Commands, PrintAsksFirst) {
-  RunningProgram program;
-  program.ConfirmDefaultCase();
-  program.messages.Answers(Answer::No);
-  program.Command("mnuPrint");
-  EXPECT_EQ(program.messages.Take(), Asked("yes/no", "TELMARION print", "Print results?"));
 }
 
 TEST(Commands, SaveProposesThePatientsNameAndWritesTheCase) {

@@ -18,17 +18,20 @@
 #include "app/main_window.h"
 #include "tests/support/recording_file_dialog.h"
 #include "tests/support/recording_message_door.h"
+#include "tests/support/recording_print_dialog.h"
 
 class RunningProgram {
  public:
   explicit RunningProgram(const QLocale& locale = QLocale::c(),
                           const QStringList& helpFolders = {TELMARION_HELP_DIR})
-      : window({messages, files, [] { return QDate(2026, 11, 15); }, locale, helpFolders}) {
+      : window(
+            {messages, files, printers, [] { return QDate(2026, 11, 15); }, locale, helpFolders}) {
     window.show();
   }
 
   RecordingMessageDoor messages;
   RecordingFileDialog files;
+  RecordingPrintDialog printers;
   QTemporaryDir folder;
   MDIForm1 window;
 
