@@ -5,15 +5,17 @@
 
 #include <QTemporaryDir>
 
-#include "platform/print_dialog.h"
 #include "report/report.h"
 #include "tests/report/report_cases.h"
 #include "tests/support/pdf_pages.h"
+#include "tests/support/recording_print_dialog.h"
 
 inline void PrintInto(const QString& path, const CaseRecord& record, const QLocale& locale,
-                    const ResultTexts& results) {
-  PdfTarget target(path, Print::kTitle.toString(), UsualPage(locale));
-  EXPECT_EQ(Print::PrintCase(target, {record, results, locale}, PrintedDate()).toStdString(), "");
+                      const ResultTexts& results) {
+  RecordingPrintDialog dialog;
+  dialog.Answers(path);
+  const auto target = dialog.AskPrinter(nullptr, Print::kTitle.toString(), locale);
+  EXPECT_EQ(Print::PrintCase(*target, {record, results, locale}, PrintedDate()).toStdString(), "");
 }
 
 inline void PrintInto(const QString& path, const CaseRecord& record, const QLocale& locale) {

@@ -5,6 +5,7 @@
 
 #include <QTemporaryDir>
 
+#include "platform/print_dialog.h"
 #include "tests/report/printed_report.h"
 #include "tests/report/report_cases.h"
 

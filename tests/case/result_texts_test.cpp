@@ -1,0 +1,36 @@
+// Results as people read them.
+#include "case/result_texts.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+CaseRecord Record() {
+  CaseRecord record;
+  record.results = {
+      .rWb = 2.8719, .thetaR = -3.456, .thetaPol = 16.0, .pmaxWb = 2245.678, .pmax = 1234567.899};
+  record.bodyWeight = 70.0;
+  return record;
+}
+
+TEST(ResultTexts, AreTruncatedToTwoDecimalsInTheLocalesWay) {
+  const ResultTexts texts = Vse::ResultTextsOf(Record(), QLocale(QLocale::German));
+  EXPECT_EQ(texts.rWb, "2,87");
+  EXPECT_EQ(texts.thetaR, "-3,46");  // downwards, also below zero
+  EXPECT_EQ(texts.thetaPol, "16");
+  EXPECT_EQ(texts.pmaxWb, "2245,67");
+  EXPECT_EQ(texts.pmax, "1234567,89");
+  EXPECT_EQ(Vse::ResultTextsOf(Record(), QLocale::c()).rWb, "2.87");
+}
+
+TEST(ResultTexts, HaveNoPeakStressWhileTheWeightIsUnknown) {
+  CaseRecord record = Record();
+  record.weightUnknown = true;
+  EXPECT_FALSE(Vse::ResultTextsOf(record, QLocale::c()).pmax);
+}
+
+TEST(HipForce, IsInKilonewtons) {
+  EXPECT_NEAR(Vse::HipForceKilonewtons(Record()), 2.8719 * 0.6874, 1e-12);  // 70 kg weigh 687.4 N
+}
+
+}  // namespace
