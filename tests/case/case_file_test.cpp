@@ -3,10 +3,13 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <csignal>
 
 #include "case/case_conversion.h"
 #include "case/case_file_labels.h"
@@ -424,6 +427,31 @@ TEST(CaseFileOnDisk, LargerThanAMebibyteIsNoCaseFile) {
   ASSERT_TRUE(sparse.resize(qint64{1} << 30));
   EXPECT_EQ(Vse::ReadCaseFile(path, QLocale::c()).problem,
             CaseFileContents::Problem::NotCorrectFile);
+}
+
+// Killed at any moment of writing, the program leaves a whole file: the old one or the new one.
+TEST(CaseFileOnDisk, IsWholeWhateverMomentTheProgramDiesAt) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath("case.txt");
+  CaseRecord other = DefaultCase();
+  other.patient.comments = QString(200000, 'x');
+  const QByteArray otherFile = Compose(other);
+  ASSERT_EQ(Vse::WriteCaseFile(path, DefaultCase(), "15.11.2026", QLocale::c()), "");
+  for (int round = 0; round < 25; ++round) {
+    const pid_t writer = fork();
+    ASSERT_GE(writer, 0);
+    if (writer == 0) {
+      for (;;) {
+        Vse::WriteCaseFile(path, other, "15.11.2026", QLocale::c());
+        Vse::WriteCaseFile(path, DefaultCase(), "15.11.2026", QLocale::c());
+      }
+    }
+    usleep(3000 + 977 * static_cast<unsigned>(round));
+    kill(writer, SIGKILL);
+    waitpid(writer, nullptr, 0);
+    const QByteArray found = Get(path);
+    EXPECT_TRUE(found == kDefaultFile || found == otherFile) << found.size();
+  }
 }
 
 }  // namespace
