@@ -99,6 +99,16 @@ TEST_F(PrintQueue, ARefusedJobIsReported) {
             "Printer paper cannot print: Destination \"paper\" is not accepting jobs.");
 }
 
+// The document waits there until it is sent.
+TEST_F(PrintQueue, AFullFolderForTemporaryFilesIsReported) {
+  const auto target = Target();
+  const QByteArray before = qgetenv("TMPDIR");
+  qputenv("TMPDIR", "/proc");  // has room for nothing
+  const QString error = PrintUsualCase(*target);
+  before.isEmpty() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
+  EXPECT_EQ(error, "Printer paper cannot print: no space left in /proc");
+}
+
 TEST_F(PrintQueue, AServerThatHasGoneIsReported) {
   const auto target = Target();
   server_->Stop();
