@@ -1,0 +1,78 @@
+// A picture kept as pixels, for drawings of so many facets that a list of shapes would be slow and
+// large. It has the properties of PictureBox under the same names.
+#pragma once
+
+#include <QImage>
+#include <QPointF>
+#include <QSize>
+#include <span>
+
+#include "platform/picture.h"
+#include "platform/picture_box.h"
+#include "platform/raster.h"
+#include "platform/user_scale.h"
+
+class RasterBox {
+ public:
+  // `size` in device-independent pixels (1/96 inch), `pixelRatio` device pixels in each.
+  explicit RasterBox(QSizeF size = {600, 400}, double pixelRatio = 1.0);
+  RasterBox(const RasterBox&) = delete;
+  RasterBox& operator=(const RasterBox&) = delete;
+  ~RasterBox() = default;
+
+  // A new size clears the picture: pixels do not stretch well.
+  void SetSize(QSizeF size, double pixelRatio);
+  QSizeF Size() const { return size_; }
+  QSize PixelSize() const { return image_.size(); }
+  double PixelRatio() const { return pixelRatio_; }
+
+  // The user coordinates, as those of PictureBox.
+  ScaleUnit ScaleMode() const { return scale_.Mode(); }
+  double ScaleLeft() const { return scale_.Area().left(); }
+  double ScaleTop() const { return scale_.Area().top(); }
+  double ScaleWidth() const { return scale_.Area().width(); }
+  double ScaleHeight() const { return scale_.Area().height(); }
+  void SetScaleMode(ScaleUnit mode);
+  void Scale(double x1, double y1, double x2, double y2) { scale_.Set(x1, y1, x2, y2); }
+
+  // Pen and fill of what is drawn from now on. ForeColor is the pen of Polygon. A width of 1 is
+  // PixelRatio() device pixels, at least one.
+  Colour ForeColor() const { return foreColor_; }
+  int DrawWidth() const { return drawWidth_; }
+  LineStyle DrawStyle() const { return drawStyle_; }
+  FillKind FillStyle() const { return fill_.kind; }
+  Colour FillColor() const { return fill_.colour; }
+  void SetForeColor(Colour colour) { foreColor_ = colour; }
+  void SetDrawWidth(int width);  // at least 1
+  void SetDrawStyle(LineStyle style) { drawStyle_ = style; }
+  void SetFillStyle(FillKind kind) { fill_.kind = kind; }
+  void SetFillColor(Colour colour) { fill_.colour = colour; }
+
+  // In user units, without smoothing. A line with a coordinate that is not finite is left out.
+  void Line(QPointF from, QPointF to, Colour colour);
+  // In device pixels, outlined with ForeColor, filled by FillStyle. At least one point.
+  void Polygon(std::span<const QPoint> points);
+  void Cls();
+
+  // The ground that Cls leaves; button face is taken from the application's palette.
+  Colour BackColor() const { return backColor_; }
+  void SetBackColor(Colour colour);
+
+  // The pixels. Their device pixel ratio is 1.
+  const QImage& Image() const { return image_; }
+
+ private:
+  Stroke StrokeOf(Colour colour) const;
+  QPoint PixelOf(QPointF user) const;
+
+  QSizeF size_;
+  double pixelRatio_ = 1.0;
+  UserScale scale_;
+  Colour foreColor_ = kBlack;
+  int drawWidth_ = 1;
+  LineStyle drawStyle_ = LineStyle::Solid;
+  ::Fill fill_;
+  Colour backColor_ = kButtonFace;
+  QImage image_;
+  PolygonFiller filler_;
+};

@@ -1,0 +1,30 @@
+// User coordinates under each unit.
+#include "platform/user_scale.h"
+
+void UserScale::SetMode(ScaleUnit mode, QSizeF size, QSize pixels) {
+  mode_ = mode;
+  Follow(size, pixels);
+}
+
+void UserScale::Follow(QSizeF size, QSize pixels) {
+  constexpr double kTwipsPerPixel = 15.0;   // 1440 / 96
+  constexpr double kPointsPerPixel = 0.75;  // 72 / 96
+  switch (mode_) {
+    case ScaleUnit::User:
+      return;
+    case ScaleUnit::Twips:
+      area_ = QRectF({0, 0}, size * kTwipsPerPixel);
+      return;
+    case ScaleUnit::Points:
+      area_ = QRectF({0, 0}, size * kPointsPerPixel);
+      return;
+    case ScaleUnit::Pixels:
+      area_ = QRectF({0, 0}, QSizeF(pixels));
+      return;
+  }
+}
+
+void UserScale::Set(double x1, double y1, double x2, double y2) {
+  mode_ = ScaleUnit::User;
+  area_ = QRectF(x1, y1, x2 - x1, y2 - y1);
+}

@@ -1,0 +1,100 @@
+// The window with the 3D view of the stress on the femoral head, which the user turns with the
+// mouse and saves as a bitmap.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QLocale>
+#include <QPointF>
+#include <QTimer>
+#include <QWidget>
+#include <array>
+#include <functional>
+#include <optional>
+
+#include "case/case_record.h"
+#include "platform/file_dialog.h"
+#include "platform/message_door.h"
+#include "view3d/head_surface.h"
+#include "view3d/head_window_controls.h"
+#include "view3d/polygon_renderer.h"
+
+// What the window needs of the rest of the program. All of it outlives the window.
+struct HeadWindowNeeds {
+  const CaseRecord& record;
+  // What the results panel shows as "Theta-pol": degrees, truncated, in the locale's way.
+  std::function<QString()> thetaPolText;
+  MessageDoor& messages;
+  FileDialog& files;
+  QLocale locale;
+};
+
+class FormGula : public QWidget {
+  Q_OBJECT
+ public:
+  explicit FormGula(HeadWindowNeeds needs, QWidget* parent = nullptr);
+
+  // To be called whenever stresses have been computed and shown. A case that the model refuses is
+  // not shown: the view stays with the last case of this call.
+  void CaseComputed();
+
+  const HeadView& View() const { return view_; }
+
+ protected:
+  // Opening loads the window afresh; coming back from the taskbar does not.
+  void showEvent(QShowEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  // The mouse over picTest.
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  enum class Work { None, DragStep, FullDrawing };
+
+  void Connect();
+  void Load();
+  void Activate();
+  void ReadCase();
+  void ShowLegendCaptions();
+  void ReadResolutions();
+
+  // Draws now; while a drawing is being made, abandons that one and draws as soon as it has let go.
+  void Draw(Work work);
+  // False when abandoned; the window may then be gone.
+  bool DrawFully();
+  bool DrawSurfaces();
+  void DrawDragStep();
+  void DrawPoleAndLabel();
+  void DrawAxesAndLabels();
+  void PlaceAxisLabels(const std::array<QPointF, 3>& ends);
+  bool MayGoOn();
+
+  void PressMouse(QPointF pixel);
+  void MoveMouse(QPointF pixel);
+  void ReleaseMouse();
+  void TurnByDrag();
+  void Tick();
+
+  void RedrawFully();
+  void SavePicture();
+  void WriteBitmap(const QString& path);
+
+  HeadWindowNeeds needs_;
+  HeadControls controls_;
+  QTimer* timer_;
+  Polygon polygon_;
+  HeadView view_;
+  std::optional<HeadCase> computed_;  // of the last case that the model did not refuse
+  bool loaded_ = false;
+
+  // While the mouse turns the head. Positions in device pixels of picTest.
+  bool dragging_ = false;
+  QPointF from_;
+  QPointF to_;
+  float savedFirst_ = 0.0F;
+  float savedThird_ = 0.0F;
+
+  Work pending_ = Work::None;
+  bool drawing_ = false;
+  bool showsProgress_ = true;
+  QElapsedTimer sinceEvents_;
+};
