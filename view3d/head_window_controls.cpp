@@ -55,8 +55,11 @@ void AddResolution(QVBoxLayout* column, HeadControls& c, QWidget* window) {
   for (QCheckBox* check : {c.Check1, c.Check2, c.Check3}) column->addWidget(check);
 }
 
+// With a ground of its own: it stands on the end of its axis.
 QLabel* MakeAxisLabel(const char* name, const char* text, QWidget* parent) {
-  return Named(new QLabel(QLatin1String(text), parent), name, QLatin1String(text));
+  auto* label = Named(new QLabel(QLatin1String(text), parent), name, QLatin1String(text));
+  label->setAutoFillBackground(true);
+  return label;
 }
 
 // An axis that points down has its label below the picture's edge: there is room for it there.

@@ -1,0 +1,34 @@
+// Cases for the tests of the 3D view.
+#pragma once
+
+#include <QLocale>
+#include <QString>
+
+#include "case/case_record.h"
+#include "case/number_text.h"
+
+namespace head_cases {
+
+// The case that the form offers at first, computed. Without a body weight 60 kg are computed with.
+inline CaseRecord Default(double bodyWeight = 0.0, double edgeDegrees = 30.0) {
+  CaseRecord record;
+  record.geometry = {.lizm = 10.4,
+                     .xizm = 0.5,
+                     .zizm = 6.0,
+                     .Cizm = 4.4,
+                     .Hizm = 16.0,
+                     .zasuk = 0.0,
+                     .thetaCE = Vse::DegreesToRadians(edgeDegrees),
+                     .headRadius = 0.025};
+  record.weightUnknown = bodyWeight == 0.0;
+  record.bodyWeight = record.weightUnknown ? Vse::kAssumedBodyWeight : bodyWeight;
+  Vse::RunModel(record);
+  return record;
+}
+
+// What the results panel shows.
+inline QString PoleText(const CaseRecord& record) {
+  return Vse::NumberText(Vse::TruncateToDecimals(record.results.thetaPol, 2), QLocale::c());
+}
+
+}  // namespace head_cases
