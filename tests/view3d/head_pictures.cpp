@@ -80,8 +80,8 @@ int main(int argc, char** argv) {
   const CaseRecord record = head_cases::Default(70.0);
   DialogMessageDoor messages;
   SystemFileDialog files;
-  FormGula form({record, [&] { return head_cases::PoleText(record); }, messages, files,
-                 QLocale::c()});
+  FormGula form(
+      {record, [&] { return head_cases::PoleText(record); }, messages, files, QLocale::c()});
   form.show();
   if (!QTest::qWaitForWindowActive(&form)) return EXIT_FAILURE;
   pictures.Save(form, "opened");

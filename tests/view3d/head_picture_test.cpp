@@ -1,0 +1,55 @@
+// Accepted pictures of the head, one for each resolution with and without outlines.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/support/golden_picture.h"
+#include "tests/support/row_name.h"
+#include "tests/view3d/head_cases.h"
+#include "view3d/head_surface.h"
+
+namespace {
+
+struct HeadPictureRow {
+  std::string name;
+  int steps;
+  LineStyle outlines;
+  ViewAngles angles{-0.5F, 0.0F, 2.8F};
+  double pixelRatio = 1.0;
+};
+class HeadPictureTest : public testing::TestWithParam<HeadPictureRow> {};
+
+TEST_P(HeadPictureTest, IsTheAcceptedOne) {
+  const HeadPictureRow& row = GetParam();
+  RasterBox picture({240, 240}, row.pixelRatio);
+  picture.SetScaleMode(ScaleUnit::Pixels);
+  picture.SetBackColor(kWhite);
+  picture.SetFillStyle(FillKind::Solid);
+  picture.SetFillColor(0xDD5436);
+  picture.SetDrawStyle(row.outlines);
+  const CaseRecord record = head_cases::Default(110.0);
+  HeadView view;
+  view.angles = row.angles;
+  view.sphereSteps = view.areaSteps = row.steps;
+  view.headCase = HeadCaseOf(record, head_cases::PoleText(record));
+  Polygon polygon;
+  ASSERT_TRUE(DrawSphere(picture, polygon, view, {}));
+  ASSERT_TRUE(DrawArea(picture, polygon, view, {}));
+  DrawPole(picture, FindPole(picture, view));
+  ExpectGoldenPicture(picture.Image(), "tests/view3d/golden", QString::fromStdString(row.name));
+}
+constexpr LineStyle kBare = LineStyle::None;
+constexpr LineStyle kOutlined = LineStyle::Solid;
+INSTANTIATE_TEST_SUITE_P(
+    Pictures, HeadPictureTest,
+    testing::Values(
+        HeadPictureRow{"drag", 5, kOutlined}, HeadPictureRow{"low", 10, kBare},
+        HeadPictureRow{"low_outlines", 10, kOutlined}, HeadPictureRow{"medium", 50, kBare},
+        HeadPictureRow{"medium_outlines", 50, kOutlined}, HeadPictureRow{"high", 70, kBare},
+        HeadPictureRow{"high_outlines", 70, kOutlined}, HeadPictureRow{"extra", 300, kBare},
+        HeadPictureRow{"opened", 10, kBare, {0.0F, 0.0F, 3.1415927F}},
+        HeadPictureRow{"from_behind", 50, kBare, {0.3F, 0.0F, 0.4F}},
+        HeadPictureRow{"scale_200", 10, kOutlined, {-0.5F, 0.0F, 2.8F}, 2.0}),
+    RowName());
+
+}  // namespace
