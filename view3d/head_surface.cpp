@@ -23,10 +23,12 @@ struct Angle {
 // cosines. The sum of the steps may fall short of the end or pass it by rounding.
 std::vector<Angle> LoopAngles(double start, double end, float step) {
   const auto last = static_cast<float>(end);
+  auto value = static_cast<float>(start);
   std::vector<Angle> angles;
-  for (auto value = static_cast<float>(start); value <= last; value += step) {
+  while (value <= last) {
     const auto wide = static_cast<double>(value);
     angles.push_back({value, std::sin(wide), std::cos(wide)});
+    value += step;
   }
   return angles;
 }

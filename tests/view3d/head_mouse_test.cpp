@@ -15,8 +15,10 @@ class HeadMouseTest : public HeadWindowTest {
     Choose("Combo1", "Medium");
     Choose("Combo2", "High");
   }
-  // What a drag of this many pixels turns.
-  float Turn(int pixels) { return float(pixels) * kPi / View().radius; }
+  // What a drag of this many pixels of the widget turns.
+  float Turn(int pixels) {
+    return float(pixels * Picture()->devicePixelRatioF()) * kPi / View().radius;
+  }
 };
 
 TEST_F(HeadMouseTest, AClickWithoutAMoveTurnsNothing) {
@@ -112,7 +114,7 @@ TEST_F(HeadMouseTest, ThePointerShowsTheDrag) {
 
 TEST_F(HeadMouseTest, ADragOverTheRadiusIsHalfATurn) {
   Press({200, 200});
-  const int radius = int(View().radius);
+  const int radius = int(double(View().radius) / Picture()->devicePixelRatioF());
   Move({200 - radius, 200});
   Release({200 - radius, 200});
   EXPECT_NEAR(double(View().angles.third), 2.0 * std::numbers::pi, 0.03);

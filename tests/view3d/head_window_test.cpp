@@ -145,8 +145,9 @@ TEST_F(HeadWindowTest, ThePoleIsMarkedOnRequest) {
   ASSERT_TRUE(PoleLabel()->isVisible());
   const PoleMark mark = FindPole(Picture()->Box(), View());
   const QPointF centre = QRectF(PoleLabel()->geometry()).center();
-  EXPECT_NEAR(centre.x(), mark.outer.x(), 1.0);
-  EXPECT_NEAR(centre.y(), mark.outer.y(), 1.0);
+  const QPointF outer = mark.outer / Picture()->devicePixelRatioF();
+  EXPECT_NEAR(centre.x(), outer.x(), 1.0);
+  EXPECT_NEAR(centre.y(), outer.y(), 1.0);
   EXPECT_NE(Image(), without) << "the line";
   EXPECT_EQ(Image().pixel(mark.pole.toPoint()), qRgb(0, 0, 0));
   Check("Check3", false);
