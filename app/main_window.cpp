@@ -152,7 +152,20 @@ void MDIForm1::Change() {
   ShowForm(true);
 }
 
-void MDIForm1::View3D() {}
+void MDIForm1::LoadView3D() {
+  if (view3d_) return;
+  view3d_ = std::make_unique<FormGula>(
+      HeadWindowNeeds{session_.Record(), [this] { return shownResults_.thetaPol; }, doors_.messages,
+                      doors_.files, doors_.locale});
+  view3d_->setAttribute(Qt::WA_QuitOnClose, false);  // it goes with the main window
+}
+
+void MDIForm1::View3D() {
+  LoadView3D();
+  view3d_->show();
+  view3d_->raise();
+  view3d_->activateWindow();
+}
 
 void MDIForm1::Help() {
   if (!help_) {
@@ -233,6 +246,8 @@ void MDIForm1::SetPatientBox(QString PatientTexts::*box, const QString& text, bo
 void MDIForm1::SetResults(const ResultTexts& results) {
   shownResults_ = results;
   results_->SetResults(results);
+  LoadView3D();
+  view3d_->CaseComputed();
 }
 
 Vizual::Target MDIForm1::Diagram() {

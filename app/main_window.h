@@ -18,6 +18,7 @@
 #include "platform/file_dialog.h"
 #include "platform/message_door.h"
 #include "platform/print_dialog.h"
+#include "view3d/head_window.h"
 
 // What the window needs of the world around it; the seams at which tests stand in.
 struct AppDoors {
@@ -39,6 +40,9 @@ class MDIForm1 final : public QMainWindow, private CaseWindow {
 
   // The case form while it is loaded; null before New, Open or Change.
   Form1* CaseForm() { return form_.get(); }
+
+  // The 3D view; null before there is a case to show.
+  FormGula* HeadView() { return view3d_.get(); }
 
  public slots:
   void New();
@@ -69,6 +73,7 @@ class MDIForm1 final : public QMainWindow, private CaseWindow {
   void ConfirmForm();
   void CancelForm();
 
+  void LoadView3D();
   SaveOutcome SaveCase();
   QString ProposedFileName() const;
   void ShowFileInUse();
@@ -87,6 +92,7 @@ class MDIForm1 final : public QMainWindow, private CaseWindow {
   AppDoors doors_;
   CaseSession session_;
   std::unique_ptr<Form1> form_;
+  std::unique_ptr<FormGula> view3d_;  // from the first computed case on
   std::unique_ptr<HelpWindow> help_;
   bool weightUnknownBefore_ = false;  // what cancelling the form puts back
   bool ending_ = false;               // Exit has asked already

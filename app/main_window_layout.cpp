@@ -153,9 +153,8 @@ void MDIForm1::BuildToolBar() {
   bar->addSeparator();
   needCase << add("CmdPrint", "Print", "Print the report", {}, &MDIForm1::Print);
   add("CmdChange", "Change", "Change the entries of the case", {}, &MDIForm1::Change);
-  QAction* view =
-      add("Cmd3D", "3D vizualization", "Show the femoral head in 3D", {}, &MDIForm1::View3D);
-  view->setEnabled(false);
+  needCase << add("Cmd3D", "3D vizualization", "Show the femoral head in 3D", {},
+                  &MDIForm1::View3D);
   for (QAction* command : std::as_const(needCase)) command->setEnabled(false);
   caseCommands_ += needCase;
 }
