@@ -3,12 +3,16 @@
 
 #include <gtest/gtest.h>
 
+#include <QTemporaryDir>
 #include <cmath>
 #include <limits>
 #include <stdexcept>
 #include <string>
 
+#include "platform/page_surface.h"
+#include "platform/print_target.h"
 #include "platform/raster_box.h"
+#include "tests/support/pdf_pages.h"
 #include "tests/support/row_name.h"
 
 namespace {
@@ -170,6 +174,40 @@ TEST(PolygonDrawTest, TakesPenAndFillOfThePicture) {
   EXPECT_EQ(std::get<PolygonShape>(drawing.shape).points, QPolygon({{10, 10}, {70, 10}, {70, 70}}));
   EXPECT_EQ(drawing.pen.colour, kBlue);
   EXPECT_EQ(drawing.fill, (Fill{kRed, FillKind::Solid}));
+}
+
+static_assert(PolygonSurface<PictureBox> && PolygonSurface<RasterBox>);
+static_assert(PolygonSurface<PageSurface>);
+
+TEST(PolygonDrawTest, DrawsOnAPrintedPage) {
+  const QTemporaryDir folder;
+  PdfTarget target(folder.filePath("page.pdf"), {},
+                   QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, {}));
+  PrinterPage page(target);
+  PageSurface surface(page);
+  surface.SetFillStyle(FillKind::Solid);
+  surface.SetFillColor(kRed);
+  surface.SetDrawStyle(LineStyle::None);
+  surface.Scale(0, 4, 4, 0);
+  Polygon polygon;
+  polygon.Device(surface);
+  EXPECT_EQ(surface.ScaleMode(), ScaleUnit::User);
+  EXPECT_EQ(surface.ScaleHeight(), -4.0);
+  for (const QPointF& p : {QPointF(1, 3), QPointF(2, 3), QPointF(2, 2), QPointF(1, 2)}) {
+    polygon.Point(float(p.x()), float(p.y()));
+  }
+  polygon.draw();
+  ASSERT_EQ(page.EndDocument(), "");
+  const QImage printed = PdfPages(folder.filePath("page.pdf")).PictureOf(1, 72.0);
+  const auto at = [&](double x, double y) {
+    return QColor(
+        printed.pixel(int(x / 4.0 * printed.width()), int((4.0 - y) / 4.0 * printed.height())));
+  };
+  EXPECT_EQ(at(1.5, 2.5), QColor(Qt::red));
+  EXPECT_EQ(at(1.05, 2.95), QColor(Qt::red));
+  for (const QPointF& p : {QPointF(0.95, 2.5), QPointF(2.05, 2.5), QPointF(1.5, 3.05)}) {
+    EXPECT_EQ(at(p.x(), p.y()), QColor(Qt::white));
+  }
 }
 
 }  // namespace
