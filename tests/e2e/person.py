@@ -119,6 +119,62 @@ class Person:
         self.type(text)
         self.wait(lambda: combo.name == text, f"{list_name} to show {text!r}")
 
+    def pick(self, list_name, text, window):
+        """Unfolds a list and takes an entry by its letters."""
+        combo = self._list(list_name, window)
+        combo.queryAction().doAction(0)
+        time.sleep(0.3)  # the list unfolds
+        self.type(text)
+        self.keys("Return")
+        self.wait(lambda: combo.name == text, f"{list_name} to show {text!r}")
+
+    def _list(self, list_name, window):
+        def look():
+            for thing in self._all(self.find(*window)):
+                named = list_name in (thing.name, thing.description) or any(
+                    o.name == list_name for o in thing
+                )
+                if thing.getRoleName() == "combo box" and named:
+                    return thing
+            return None
+
+        return self.wait(look, f"the list {list_name!r}")
+
+    def tick(self, name, window):
+        box = self.find("check box", name, self.find(*window))
+        box.queryAction().doAction(0)
+        self.wait(lambda: box.getState().contains(pyatspi.STATE_CHECKED), f"{name} to be ticked")
+
+    def drag(self, thing, right, down):
+        """Drags the mouse from a third of the thing's width, by this many pixels."""
+        area = thing.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+        x, y = area.x + area.width // 3, area.y + area.height // 2
+        steps = ["mousemove", str(x), str(y), "mousedown", "1"]
+        for part in range(1, 6):
+            steps += ["mousemove", str(x + right * part // 5), str(y + down * part // 5)]
+            steps += ["sleep", "0.05"]
+        subprocess.run(["xdotool", *steps, "mouseup", "1"], check=True)
+
+    def bring_to_front(self, window):
+        found = self.find(*window)
+        subprocess.run(
+            ["xdotool", "search", "--name", "^" + window[1].replace("*", r"\*") + "$", "windowactivate", "--sync"],
+            check=True,
+        )
+        self.wait(lambda: found.getState().contains(pyatspi.STATE_ACTIVE), f"{window} in front")
+
+    def enter_path(self, path, window):
+        """Types a path into the only text box of a dialog that holds one."""
+
+        def look():
+            for thing in self._all(self.find(*window)):
+                if thing.getRoleName() == "text" and thing.queryText().getText(0, -1).endswith(".pdf"):
+                    return thing
+            return None
+
+        box = self.wait(look, "the box for the file")
+        box.queryEditableText().setTextContents(path)
+
     def answer(self, text, button):
         """Reads the message that is open and answers it."""
         def look():

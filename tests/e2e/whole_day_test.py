@@ -1,5 +1,6 @@
 """One user's day with the real program in a real window: no test of ours reaches into it."""
 import os
+import subprocess
 import sys
 import tempfile
 import unittest
@@ -43,6 +44,8 @@ class WholeDay(unittest.TestCase):
         self.picture("main-window-empty")
         self.enter_a_case(person)
         self.check_the_results(person)
+        self.look_at_the_head(person)
+        self.print_to_a_file(person)
         self.save_and_check_the_bytes(person)
         self.open_change_and_be_asked(person)
         self.save_on_the_way_out(person)
@@ -79,6 +82,42 @@ class WholeDay(unittest.TestCase):
         ]:
             person.shows(box, text)
         self.picture("main-window")
+
+    def look_at_the_head(self, person):
+        person.press("3D vizualization")
+        window = ("filler", "3D vizualization TELMARION")
+        person.find(*window)
+        person.pick("Articular sphere", "Medium", window)
+        person.pick("Weight-bearing area", "High", window)
+        person.tick("Pole of the stress", window)
+        self.picture("view-3d")
+        person.drag(person.find(*window), 120, 40)
+        person.find(*window)  # the caption is back after the full drawing
+        self.picture("view-3d-turned")
+        person.press("Save picture", top=person.find(*window))
+        person.name_file(self.path("head.bmp"))
+        for name in ["TEST.BMP", "head.bmp"]:
+            person.wait(lambda name=name: os.path.exists(self.path(name)), name)
+            self.assertEqual(self.content(name)[:2], b"BM")
+        self.assertEqual(self.content("TEST.BMP"), self.content("head.bmp"))
+
+    def print_to_a_file(self, person):
+        person.bring_to_front(("frame", "TELMARION*"))
+        person.keys("ctrl+p")
+        person.answer("Print results?", "No")
+        person.keys("ctrl+p")
+        person.answer("Print results?", "Yes")
+        dialog = ("dialog", "Print")
+        person.enter_path(self.path("report.pdf"), dialog)
+        self.picture("print-dialog")
+        person.press("Print", top=person.find(*dialog))
+        person.wait(lambda: os.path.exists(self.path("report.pdf")), "the report")
+        text = subprocess.run(
+            ["pdftotext", "-layout", self.path("report.pdf"), "-"],
+            capture_output=True, check=True, text=True,
+        ).stdout
+        for words in ["TELMARION", "Name : Kovac Ana", "lizm = 10,4 cm", "Theta-R = 8,47 °"]:
+            self.assertIn(words, text)
 
     def save_and_check_the_bytes(self, person):
         person.keys("ctrl+s")
