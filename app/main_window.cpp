@@ -40,8 +40,6 @@ MDIForm1::MDIForm1(const AppDoors& doors) : doors_(doors) {
   ShowFileInUse();
 }
 
-MDIForm1::~MDIForm1() = default;
-
 CaseRun MDIForm1::Run() {
   return {session_.Record(), *this, doors_.messages, doors_.locale};
 }

@@ -34,7 +34,6 @@ class MDIForm1 final : public QMainWindow, private CaseWindow {
   Q_OBJECT
  public:
   explicit MDIForm1(const AppDoors& doors);
-  ~MDIForm1() override;
 
   const CaseSession& Session() const { return session_; }
 
@@ -44,7 +43,7 @@ class MDIForm1 final : public QMainWindow, private CaseWindow {
   // The 3D view; null before there is a case to show.
   FormGula* HeadView() { return view3d_.get(); }
 
- public slots:
+  // The commands.
   void New();
   void Open();
   void Save();

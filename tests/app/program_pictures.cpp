@@ -1,7 +1,9 @@
-// Writes pictures of the main window and of the diagram in both forms into the folder named on the
-// command line, at 100 % and 200 %, in a light and a dark palette.
+// Writes pictures of the main window, of the 3D view and of the diagram in both forms into the
+// folder named on the command line, at 100 % and 200 %, in a light and a dark palette.
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDir>
 #include <QImage>
 #include <QPalette>
@@ -52,6 +54,12 @@ void SaveAll(const QDir& folder, const QString& theme, double scale) {
   Confirm(window, CaseEntries::Hip::Left, "70");
   if (theme == u"light") Save(*diagram, folder, "diagram-form-d", scale);
   Save(window, folder, "main-window-" + theme, scale);
+  window.View3D();
+  for (const char* list : {"Combo1", "Combo2"}) {
+    window.HeadView()->findChild<QComboBox*>(list)->setCurrentText("High");
+  }
+  window.HeadView()->findChild<QCheckBox*>("Check2")->setChecked(true);
+  Save(*window.HeadView(), folder, "view-3d-" + theme, scale);
 }
 
 }  // namespace
