@@ -54,6 +54,7 @@ void SaveAll(const QDir& folder, const QString& theme, double scale) {
   Confirm(window, CaseEntries::Hip::Left, "70");
   if (theme == u"light") Save(*diagram, folder, "diagram-form-d", scale);
   Save(window, folder, "main-window-" + theme, scale);
+  if (scale != 1.0) return;  // the head is drawn in the pixels of the screen it is on
   window.View3D();
   for (const char* list : {"Combo1", "Combo2"}) {
     window.HeadView()->findChild<QComboBox*>(list)->setCurrentText("High");
