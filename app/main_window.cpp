@@ -55,7 +55,9 @@ void MDIForm1::LoadForm() {
 void MDIForm1::ShowForm(bool clearWeightUnknown) {
   weightUnknownBefore_ = session_.Record().weightUnknown;
   if (clearWeightUnknown) session_.Record().weightUnknown = false;
-  form_->open();
+  form_->setWindowModality(Qt::ApplicationModal);  // the 3D view waits as well
+  form_->show();
+  form_->activateWindow();
 }
 
 void MDIForm1::ConfirmForm() {
@@ -176,7 +178,8 @@ void MDIForm1::Help() {
 void MDIForm1::About() {
   auto* about = new Form3(this);
   about->setAttribute(Qt::WA_DeleteOnClose);
-  about->open();
+  about->setWindowModality(Qt::ApplicationModal);
+  about->show();
 }
 
 void MDIForm1::Exit() {

@@ -5,10 +5,24 @@
 
 namespace {
 
+// The force angle's label as it is painted: with a small centre-edge angle both angle labels have
+// the same place, and this one then stands below the other.
+PictureLabel ClearOfEdgeAngle(const QPainter& painter, const QRectF& target,
+                              const PictureBox& picture, const Vizual::DiagramLabels& labels) {
+  PictureLabel moved = labels.forceAngle;
+  const QRectF edge = LabelArea(painter, target, picture, labels.edgeAngle);
+  const QRectF force = LabelArea(painter, target, picture, labels.forceAngle);
+  if (labels.edgeAngle.visible && edge.intersects(force)) {
+    moved.top += (edge.bottom() - force.top()) / target.height() * picture.ScaleHeight();
+  }
+  return moved;
+}
+
 void PaintLabels(QPainter& painter, const QRectF& target, const PictureBox& picture,
                  const Vizual::DiagramLabels& labels, const QPalette& palette) {
+  const PictureLabel forceAngle = ClearOfEdgeAngle(painter, target, picture, labels);
   for (const PictureLabel* label : {&labels.stressLegend, &labels.forceLegend, &labels.edgeAngle,
-                                    &labels.forceAngle, &labels.leftHip, &labels.rightHip}) {
+                                    &forceAngle, &labels.leftHip, &labels.rightHip}) {
     PaintLabel(painter, target, picture, *label, palette);
   }
 }

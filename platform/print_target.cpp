@@ -6,7 +6,9 @@
 #include <QLibrary>
 #include <QMarginsF>
 #include <QSaveFile>
-#include <QStorageInfo>
+#include <cstdint>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace {
@@ -67,9 +69,13 @@ PrinterTarget::PrinterTarget(std::unique_ptr<QPrinter> printer) : printer_(std::
 // The document waits in the folder for temporary files until it is sent. A write that fails there
 // would go unseen.
 QString PrinterTarget::Check() {
-  constexpr qint64 kRoom = 16LL << 20;  // bytes; the longest report takes a small part of it
+  constexpr std::uintmax_t kRoom = std::uintmax_t{16}
+                                   << 20;  // bytes; the longest report takes a small part of it
   if (!printer_->isValid()) return Refusal(QStringLiteral("there is no such printer"));
-  if (QStorageInfo(QDir::tempPath()).bytesAvailable() < kRoom) {
+  // Where the room cannot be known, printing is tried.
+  std::error_code unknown;
+  const auto space = std::filesystem::space(QDir::tempPath().toStdString(), unknown);
+  if (!unknown && space.available < kRoom) {
     return Refusal(QStringLiteral("no space left in %1").arg(QDir::tempPath()));
   }
   return {};

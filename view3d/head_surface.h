@@ -7,10 +7,10 @@
 
 #include <QPointF>
 #include <array>
-#include <cassert>
 #include <cstddef>
 #include <functional>
 #include <optional>
+#include <stdexcept>
 #include <vector>
 
 #include "platform/picture_box.h"
@@ -50,7 +50,7 @@ class Grid {
 
  private:
   std::size_t Index(std::size_t row, std::size_t column) const {
-    assert(row < rows_ && column < columns_);
+    if (row >= rows_ || column >= columns_) throw std::out_of_range("beyond the grid");
     return row * columns_ + column;
   }
   std::size_t rows_;

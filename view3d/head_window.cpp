@@ -139,6 +139,7 @@ void FormGula::Activate() {
   ReadCase();
   if (dragging_ && QGuiApplication::mouseButtons() != Qt::NoButton) return;
   view_.exclusionBounds = {};
+  if (dragging_) TurnByDrag();  // without what a tick has added
   dragging_ = false;
   timer_->stop();
   controls_.picTest->setCursor(Qt::OpenHandCursor);
@@ -187,7 +188,11 @@ void FormGula::Draw(Work work) {
       DrawDragStep();
     }
   }
-  if (self) drawing_ = false;
+  if (!self) return;
+  drawing_ = false;
+  // A full drawing that gave way to a drag step has left these as they were.
+  controls_.progress->setValue(0);
+  setWindowTitle(kCaption);
 }
 
 // The bar counts two for each row but is raised by one. Deliberate: it ends half full.
@@ -287,7 +292,7 @@ bool FormGula::eventFilter(QObject* watched, QEvent* event) {
       MoveMouse(pixel());
       return true;
     case QEvent::MouseButtonRelease:
-      ReleaseMouse();
+      if (static_cast<QMouseEvent*>(event)->buttons() == Qt::NoButton) ReleaseMouse();
       return true;
     default:
       return QWidget::eventFilter(watched, event);
@@ -296,6 +301,7 @@ bool FormGula::eventFilter(QObject* watched, QEvent* event) {
 
 // A click without a move turns nothing: the latest position is this one.
 void FormGula::PressMouse(QPointF pixel) {
+  if (dragging_) return;  // a second button begins no second drag
   dragging_ = true;
   savedThird_ = view_.angles.third;
   savedFirst_ = view_.angles.first;

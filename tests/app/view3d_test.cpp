@@ -41,6 +41,15 @@ TEST(View3D, ShowsTheLastComputedCaseAfterARefusedOne) {
   EXPECT_NEAR(program.window.HeadView()->View().headCase.edgeAngle, 3.14159265358979 / 6.0, 1e-6);
 }
 
+TEST(View3D, WaitsWhileTheCaseFormIsOpen) {
+  RunningProgram program;
+  program.ConfirmDefaultCase();
+  program.window.View3D();
+  program.window.Change();
+  EXPECT_EQ(program.Form().windowModality(), Qt::ApplicationModal);
+  EXPECT_EQ(QApplication::activeModalWidget(), &program.Form());
+}
+
 TEST(View3D, GoesWithTheMainWindow) {
   RunningProgram program;
   program.ConfirmDefaultCase();

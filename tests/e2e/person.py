@@ -99,10 +99,14 @@ class Person:
     def enter(self, name, text, window):
         """Goes to a box as the Tab key would, and types over what is in it."""
         box = self.find("text", name, self.find(*window))
-        box.queryComponent().grabFocus()
-        self.wait(
-            lambda: box.getState().contains(pyatspi.STATE_FOCUSED), f"{name} to get the focus"
-        )
+
+        def focused():
+            # Asked again: a window that comes back to the front takes the focus with it.
+            box.queryComponent().grabFocus()
+            time.sleep(0.05)
+            return box.getState().contains(pyatspi.STATE_FOCUSED)
+
+        self.wait(focused, f"{name} to get the focus")
         self.type(text)
         self.wait(lambda: box.queryText().getText(0, -1) == text, f"{name} to hold {text!r}")
 

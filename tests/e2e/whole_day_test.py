@@ -89,17 +89,22 @@ class WholeDay(unittest.TestCase):
         person.find(*window)
         person.pick("Articular sphere", "Medium", window)
         person.pick("Weight-bearing area", "High", window)
-        person.tick("Pole of the stress", window)
+        for box in ["Outlines of the sphere", "Outlines of the area", "Pole of the stress"]:
+            person.tick(box, window)
         self.picture("view-3d")
+        self.save_the_head(person, "before.bmp")
         person.drag(person.find(*window), 120, 40)
         person.find(*window)  # the caption is back after the full drawing
         self.picture("view-3d-turned")
-        person.press("Save picture", top=person.find(*window))
-        person.name_file(self.path("head.bmp"))
-        for name in ["TEST.BMP", "head.bmp"]:
-            person.wait(lambda name=name: os.path.exists(self.path(name)), name)
-            self.assertEqual(self.content(name)[:2], b"BM")
-        self.assertEqual(self.content("TEST.BMP"), self.content("head.bmp"))
+        self.save_the_head(person, "turned.bmp")
+        self.assertNotEqual(self.content("before.bmp"), self.content("turned.bmp"))
+
+    def save_the_head(self, person, name):
+        person.press("Save picture", top=person.find("filler", "3D vizualization TELMARION"))
+        person.name_file(self.path(name))
+        person.wait(lambda: os.path.exists(self.path(name)), name)
+        self.assertEqual(self.content(name)[:2], b"BM")
+        self.assertEqual(self.content(name), self.content("TEST.BMP"))
 
     def print_to_a_file(self, person):
         person.bring_to_front(("frame", "TELMARION*"))
@@ -164,11 +169,15 @@ class WholeDay(unittest.TestCase):
         person.gone(*FORM)
         person.press("Change")
         person.enter("l/2", "10.5", FORM)
+        person.enter("CE", "12", FORM)
         person.keys("Return")
         person.gone(*FORM)
         person.wait(
             lambda: person.is_there("frame", "kovac.txt* - TELMARION"), "the modified mark"
         )
+        self.save_the_head(person, "changed.bmp")  # the view was open all the time
+        self.assertNotEqual(self.content("turned.bmp"), self.content("changed.bmp"))
+        person.bring_to_front(("frame", "kovac.txt* - TELMARION"))
         with open(self.path("letter.txt"), "w", encoding="utf-8") as letter:
             letter.write("Dear colleague,\n")
         person.keys("ctrl+o")

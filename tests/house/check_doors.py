@@ -11,6 +11,8 @@ import sys
 DOORS = {
     "QMessageBox": {"platform/message_door.cpp", "tests/platform/message_door_test.cpp"},
     "QErrorMessage": set(),
+    "QInputDialog": set(),
+    "QProgressDialog": set(),
     "QFileDialog": {"platform/file_dialog.cpp", "tests/platform/file_dialog_test.cpp"},
     "QPrintDialog": {"platform/print_dialog.cpp", "tests/platform/print_dialog_test.cpp"},
 }
