@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include "case/case_conversion.h"
+
 void CaseSession::NoteSaved(const QString& path) {
   saveOK_ = true;
   origin_ = {path, record_};
@@ -24,7 +26,7 @@ void CaseSession::NoteChange() {
 void CaseSession::NoteConfirmed() {
   hasCase_ = true;
   origin_ = originInForm_;
-  if (origin_.data && *origin_.data == record_) return;
+  if (origin_.data && Vse::IsSameCase(*origin_.data, record_)) return;
   saveOK_ = false;
   openOK_ = false;
 }

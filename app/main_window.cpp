@@ -90,7 +90,7 @@ void MDIForm1::Open() {
     if (answer == Answer::Yes) SaveCase();
     if (answer != Answer::No) return;
   }
-  const QString path = doors_.files.AskOpenFile(this, kFilter.toString());
+  const QString path = doors_.files.AskOpenFileName(this, kFilter.toString());
   if (path.isEmpty()) return;
   const Vse::CaseFileContents contents = Vse::ReadCaseFile(path, doors_.locale);
   if (contents.problem == Vse::CaseFileContents::Problem::NotCorrectFile) {
@@ -108,7 +108,9 @@ void MDIForm1::Open() {
     entries.firstName = form_->Entries().firstName;
   }
   form_->SetEntries(entries);
-  session_.NoteRead(path, Vse::DataOf(form_->Entries(), session_.Record().weightUnknown));
+  // As the file has it: a weight that stays unknown from the case before is a change.
+  session_.NoteRead(path, Vse::DataOf(form_->Entries(), false));
+  ShowFileInUse();
   ShowForm(false);
 }
 
@@ -117,8 +119,8 @@ void MDIForm1::Save() {
 }
 
 MDIForm1::SaveOutcome MDIForm1::SaveCase() {
-  const QString path =
-      doors_.files.AskSaveFile(this, kFilter.toString(), kExtension.toString(), ProposedFileName());
+  const QString path = doors_.files.AskSaveFileName(this, kFilter.toString(), kExtension.toString(),
+                                                    ProposedFileName());
   if (path.isEmpty()) return SaveOutcome::Cancelled;
   const QString date = Vse::ShortDate(doors_.today(), doors_.locale);
   const QString trouble = Vse::WriteCaseFile(path, session_.Record(), date, doors_.locale);

@@ -56,7 +56,8 @@ std::string CaseRecordText(const QString& path) {
   const PatientTexts patient = Vse::PatientTextsOf(entries, false);
   QStringList fields = {QFileInfo(path).fileName()};
   if (readable) {
-    fields << patient.name << patient.sex << patient.dateOfBirth << patient.hip << patient.comments;
+    fields << (contents.name.isEmpty() ? patient.name : contents.name) << patient.sex
+           << patient.dateOfBirth << patient.hip << patient.comments;
   } else {
     fields << QStringList(5);
   }
@@ -83,7 +84,7 @@ CaseFileInput::CaseFileInput(const std::string& path) : text_(HeaderRecord()) {
   }
   const QDir folder(name);
   if (!folder.isReadable()) throw CohortError(path + ": the folder cannot be read");
-  const QStringList found = folder.entryList({"*.txt"}, QDir::Files | QDir::Readable, QDir::Name);
+  const QStringList found = folder.entryList({"*.txt"}, QDir::Files | QDir::System, QDir::Name);
   for (const QString& file : found) files_.push_back(folder.filePath(file).toStdString());
   if (files_.empty()) throw CohortError(path + ": the folder holds no case file (.txt)");
 }

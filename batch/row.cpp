@@ -99,6 +99,19 @@ std::string WrongFieldCount(std::size_t count, std::size_t expected) {
          " and the header " + std::to_string(expected);
 }
 
+// A row without measures often says in a remark why it has none.
+std::string NoMeasures(std::span<const std::string_view> fields, const Columns& columns) {
+  const auto remark = std::find(columns.names.begin(), columns.names.end(), "remark");
+  std::string why = "the row holds no measures";
+  if (remark != columns.names.end()) {
+    const std::string_view text = fields[static_cast<std::size_t>(remark - columns.names.begin())];
+    if (!IsBlank(text) && text.find_first_of(",;\t\"\r\n") == std::string_view::npos) {
+      why = text;
+    }
+  }
+  return "error: " + why;
+}
+
 std::string_view StatusOf(Sila::HipOutcome outcome) {
   switch (outcome) {
     case Sila::HipOutcome::OutOfRange:
@@ -143,7 +156,7 @@ RowResult ComputeRow(std::span<const std::string_view> fields, const Columns& co
     return BadRow(WrongFieldCount(fields.size(), columns.names.size()));
   }
   RowReader reader(fields, columns);
-  if (!reader.HasMeasures()) return BadRow("error: the row holds no measures");
+  if (!reader.HasMeasures()) return BadRow(NoMeasures(fields, columns));
   for (std::size_t i = 0; i < kMeasureCount; ++i) {
     const auto measure = static_cast<Measure>(i);
     Vse::SetValue(scratch.geometry, measure, reader.Held(measure));

@@ -72,12 +72,22 @@ std::optional<CaseData> DataOf(const CaseEntries& entries, bool weightUnknown) {
   return data;
 }
 
+bool IsSameCase(const CaseData& a, const CaseData& b) {
+  const QLocale any = QLocale::c();
+  return a.patient == b.patient && a.weightUnknown == b.weightUnknown &&
+         NumberText(a.bodyWeight, any) == NumberText(b.bodyWeight, any) &&
+         EntriesOf(a, any, {}).measures == EntriesOf(b, any, {}).measures;
+}
+
 CaseEntries EntriesOf(const CaseData& data, const QLocale& locale, const CaseEntries& current) {
   CaseEntries entries = current;
   const PatientTexts& patient = data.patient;
   if (const std::optional<NameParts> name = SplitName(patient.name)) {
     entries.surname = name->surname;
     entries.firstName = name->firstName;
+  } else if (patient.name == kUnknown) {
+    entries.surname.clear();
+    entries.firstName.clear();
   }
   entries.sex = patient.sex == u"M" ? CaseEntries::Sex::Male : CaseEntries::Sex::Female;
   entries.hip = patient.hip == u"L" ? CaseEntries::Hip::Left : CaseEntries::Hip::Right;

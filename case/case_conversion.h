@@ -29,6 +29,10 @@ PatientTexts PatientTextsOf(const CaseEntries& entries, bool weightUnknown);
 // number cannot be read. An empty weight box is an unknown weight, whatever `weightUnknown` says.
 std::optional<CaseData> DataOf(const CaseEntries& entries, bool weightUnknown);
 
+// Whether two cases are the same to a person: texts alike and measures alike to the fifteen digits
+// that form and file show. A radius of 2.9 cm is held as 0.028999999999999998 m and shown as 0.029.
+bool IsSameCase(const CaseData& a, const CaseData& b);
+
 // The case as entries of the form, for changing it: lengths in cm, angles in degrees, the radius in
 // m. What is missing gives empty boxes; sex and hip are always chosen ("Unknown" as female and
 // right). A name without a blank leaves the names of `current` as they are.

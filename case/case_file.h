@@ -35,6 +35,7 @@ struct CaseFileContents {
   // they are.
   CaseEntries entries;
   bool hasName = false;
+  QString name;  // whole, as the file has it; empty when it is not known
 };
 
 // Reads a whole case file; the results in it are left aside. Files whose line ends were changed on

@@ -186,7 +186,8 @@ QString FindDefect(const QList<QString>& records) {
 
 void FillPatient(CaseFileContents& contents, const QList<QString>& records) {
   CaseEntries& entries = contents.entries;
-  if (const std::optional<NameParts> name = SplitName(FieldText(records[0]))) {
+  contents.name = FieldText(records[0]);
+  if (const std::optional<NameParts> name = SplitName(contents.name)) {
     entries.surname = name->surname;
     entries.firstName = name->firstName;
     contents.hasName = true;

@@ -78,6 +78,9 @@ QByteArray ComposeCaseFile(const CaseRecord& record, const QString& date, const 
 QString WriteCaseFile(const QString& path, const CaseRecord& record, const QString& date,
                       const QLocale& locale) {
   const QByteArray bytes = ComposeCaseFile(record, date, locale);
+  if (bytes.size() > kLargestCaseFile) {
+    return QStringLiteral("The comments are too long for a case file (at most 1 MiB).");
+  }
   // Without the flush, commit would not notice that the last bytes found no room.
   QSaveFile file(path);
   if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {

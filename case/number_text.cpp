@@ -119,7 +119,10 @@ QString NumberText(double value, const QLocale& locale) {
                     std::chars_format::general, kSignificantDigits);
   QString text = QString::fromLatin1(digits.data(), end.ptr - digits.data());
   if (!std::isfinite(value)) return text;
-  return text.toUpper().replace(QLatin1Char('.'), locale.decimalPoint());
+  // A separator that could not be read back (the Arabic one, say) gives way to the comma.
+  const QString point =
+      locale.decimalPoint() == QLatin1String(".") ? QStringLiteral(".") : QStringLiteral(",");
+  return text.toUpper().replace(QLatin1Char('.'), point);
 }
 
 }  // namespace Vse

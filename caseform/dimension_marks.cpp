@@ -61,7 +61,8 @@ void DimensionLabel::SetHighlighted(bool highlighted) {
 }
 
 QPainterPath DimensionLabel::Letters() const {
-  QFont font = FormFonts::Label();
+  const bool angle = text_.size() == 1 && text_[0].script() == QChar::Script_Greek;
+  QFont font = angle ? FormFonts::Symbol() : FormFonts::Label();
   font.setPixelSize(static_cast<int>(kLetterPixels));
   QPainterPath letters;
   letters.addText(0.0, 0.0, font, text_);

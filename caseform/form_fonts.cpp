@@ -17,4 +17,10 @@ QFont Label() {
   return font;
 }
 
+QFont Symbol() {
+  QFont font = Label();
+  font.setFamilies(QStringList{"Symbol"} + font.families());
+  return font;
+}
+
 }  // namespace FormFonts

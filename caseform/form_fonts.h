@@ -10,4 +10,8 @@ namespace FormFonts {
 // that the Symbol font has, under their own code points.
 QFont Label();
 
+// The Symbol font for an angle's letter that stands alone, or where there is none, that of the
+// labels. Letters of words are never set in it: some Symbol fonts have Greek in their places.
+QFont Symbol();
+
 }  // namespace FormFonts

@@ -43,6 +43,8 @@ install_packages() {
 build() {
   local preset=$1
   shift
-  cmake -S "$root" --preset "$preset" >/dev/null || fail "the build could not be configured (see above)"
+  local options=()
+  [ -z "${CI:-}" ] || options+=(-DTELMARION_WARNINGS_AS_ERRORS=ON)
+  cmake -S "$root" --preset "$preset" "${options[@]}" >/dev/null || fail "the build could not be configured (see above)"
   cmake --build "$root/build/$preset" --target "$@" || fail "the build failed (see above)"
 }

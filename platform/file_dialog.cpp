@@ -36,16 +36,16 @@ QString Ask(QFileDialog& dialog, QString& lastFolder) {
 SystemFileDialog::SystemFileDialog()
     : lastFolder_(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)) {}
 
-QString SystemFileDialog::AskOpenFile(QWidget* parent, const QString& filter) {
+QString SystemFileDialog::AskOpenFileName(QWidget* parent, const QString& filter) {
   QFileDialog dialog(parent, QString(), lastFolder_);
   dialog.setNameFilters(NameFilters(filter));
   dialog.setFileMode(QFileDialog::ExistingFile);
   return Ask(dialog, lastFolder_);
 }
 
-QString SystemFileDialog::AskSaveFile(QWidget* parent, const QString& filter,
-                                      const QString& defaultExtension,
-                                      const QString& proposedName) {
+QString SystemFileDialog::AskSaveFileName(QWidget* parent, const QString& filter,
+                                          const QString& defaultExtension,
+                                          const QString& proposedName) {
   QFileDialog dialog(parent, QString(), lastFolder_);
   dialog.setNameFilters(NameFilters(filter));
   dialog.setAcceptMode(QFileDialog::AcceptSave);

@@ -16,13 +16,13 @@ class FileDialog {
   virtual ~FileDialog() = default;
 
   // The path of a file that exists; empty when the user has changed their mind.
-  virtual QString AskOpenFile(QWidget* parent, const QString& filter) = 0;
+  virtual QString AskOpenFileName(QWidget* parent, const QString& filter) = 0;
 
   // The path to write to; empty when the user has changed their mind. `defaultExtension` ("txt")
   // is added to a name that is typed without one; `proposedName` stands in the dialog's name box.
   // The dialog itself asks before a file is replaced.
-  virtual QString AskSaveFile(QWidget* parent, const QString& filter,
-                              const QString& defaultExtension, const QString& proposedName) = 0;
+  virtual QString AskSaveFileName(QWidget* parent, const QString& filter,
+                                  const QString& defaultExtension, const QString& proposedName) = 0;
 };
 
 // The door that people see: the toolkit's file dialog. It opens in the folder that was chosen last
@@ -30,9 +30,9 @@ class FileDialog {
 class SystemFileDialog final : public FileDialog {
  public:
   SystemFileDialog();
-  QString AskOpenFile(QWidget* parent, const QString& filter) override;
-  QString AskSaveFile(QWidget* parent, const QString& filter, const QString& defaultExtension,
-                      const QString& proposedName) override;
+  QString AskOpenFileName(QWidget* parent, const QString& filter) override;
+  QString AskSaveFileName(QWidget* parent, const QString& filter, const QString& defaultExtension,
+                          const QString& proposedName) override;
 
  private:
   QString lastFolder_;

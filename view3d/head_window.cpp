@@ -348,8 +348,8 @@ void FormGula::SavePicture() {
   WriteBitmap(QStringLiteral("TEST.BMP"));
   const QString name = Vse::NumberText(WholeDegrees(view_.headCase.edgeAngle), needs_.locale) +
                        QLatin1String(".bmp");
-  const QString path = needs_.files.AskSaveFile(this, QStringLiteral("Picture (*.bmp)|*.bmp"),
-                                                QStringLiteral("bmp"), name);
+  const QString path = needs_.files.AskSaveFileName(this, QStringLiteral("Picture (*.bmp)|*.bmp"),
+                                                    QStringLiteral("bmp"), name);
   if (!path.isEmpty()) WriteBitmap(path);
 }
 

@@ -97,15 +97,21 @@ class CaseFiles(Case):
         self.file("b.txt", "Dear colleague,\n")
         self.file("d.txt", case_file(ce="-20"))
         self.file("e.csv", "not looked at")
+        (self.path / "z.txt").symlink_to(self.path / "nowhere")
         done = run(self.path)
         self.assertEqual(done.returncode, 1)
-        a, b, c, d = rows(done.stdout)
+        a, b, c, d, z = rows(done.stdout)
+        self.assertTrue(z["status"].startswith("error: "), z["status"])
         self.check_known(a)
         self.assertEqual((b["file"], b["status"], b["remark"]),
-                         ("b.txt", "error: the row holds no measures", "Not correct file"))
+                         ("b.txt", "error: Not correct file", "Not correct file"))
         self.assertEqual((c["file"], c["bodyWeight"], c["pmax"], c["status"]),
                          ("c.TXT", "", "", "ok"))
         self.assertTrue(d["status"].startswith("refused: "))
+
+    def test_a_name_of_one_word_is_kept(self):
+        done = run(self.file("a.txt", case_file(name="Mononym")))
+        self.assertEqual(rows(done.stdout)[0]["name"], "Mononym")
 
     def test_files_and_folders_make_one_table(self):
         first = self.file("a.txt", case_file())

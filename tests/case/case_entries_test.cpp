@@ -63,14 +63,14 @@ TEST(EntriesOf, GivesHeldUnitsWhateverWasTyped) {
   EXPECT_EQ(entries.comments.toStdString(), "one\ntwo");
 }
 
-TEST(EntriesOf, PlaceholdersGiveEmptyBoxesAndLeaveTheNames) {
+TEST(EntriesOf, PlaceholdersGiveEmptyBoxes) {
   CaseRecord record = SomeCase();
   record.patient = {"Unknown", "Unknown", "Unknown", "Unknown", "Unknown", "No"};
   CaseEntries current;
   current.surname = "typed";
   current.dateOfBirth = "typed";
   const CaseEntries entries = Vse::EntriesOf(record, QLocale::c(), current);
-  EXPECT_EQ(entries.surname.toStdString(), "typed");
+  EXPECT_TRUE(entries.surname.isEmpty());  // never another patient's name
   EXPECT_EQ(entries.sex, CaseEntries::Sex::Female);
   EXPECT_EQ(entries.hip, CaseEntries::Hip::Right);
   EXPECT_TRUE(entries.dateOfBirth.isEmpty());
@@ -86,6 +86,27 @@ TEST(EntriesOf, AnglesSurviveTheWayThroughRadians) {
     record.geometry.thetaCE = Vse::HeldValue(Measure::ThetaCE, degrees, Vse::kDegree);
     ASSERT_EQ(Vse::EntriesOf(record, QLocale::c(), {})[Measure::ThetaCE].text.toStdString(),
               Vse::NumberText(degrees, QLocale::c()).toStdString());
+  }
+}
+
+// What Change shows and OK reads back is the same case, also where the held double is another.
+TEST(IsSameCase, HoldsAcrossTheFormAndTellsRealChanges) {
+  for (int tenths = 1; tenths < 400; ++tenths) {
+    CaseRecord record = SomeCase();
+    const double typed = tenths / 10.0;
+    record.geometry.headRadius = Vse::HeldValue(Measure::HeadRadius, typed, Vse::kCentimetre);
+    record.geometry.lizm = Vse::HeldValue(Measure::Lizm, typed, Vse::kMillimetre);
+    record.geometry.thetaCE = Vse::HeldValue(Measure::ThetaCE, typed / 100.0, Vse::kRadian);
+    record.bodyWeight = 70.0;
+    const auto back = Vse::DataOf(Vse::EntriesOf(record, QLocale::c(), {}), false);
+    ASSERT_TRUE(back);
+    EXPECT_TRUE(Vse::IsSameCase(record, *back)) << typed;
+    CaseData other = *back;
+    other.geometry.zizm += 0.01;
+    EXPECT_FALSE(Vse::IsSameCase(record, other));
+    other = *back;
+    other.patient.comments += "x";
+    EXPECT_FALSE(Vse::IsSameCase(record, other));
   }
 }
 

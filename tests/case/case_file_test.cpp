@@ -399,6 +399,15 @@ TEST(CaseFileOnDisk, AFullDiskIsReportedAndTheOldFileStays) {
   EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
 }
 
+TEST(CaseFileOnDisk, WhatCouldNotBeReadAgainIsNotWritten) {
+  const QTemporaryDir folder;
+  CaseRecord record = DefaultCase();
+  record.patient.comments = QString(static_cast<int>(Vse::kLargestCaseFile), 'x');
+  const QString path = folder.filePath("case.txt");
+  EXPECT_NE(Vse::WriteCaseFile(path, record, "", QLocale::c()), "");
+  EXPECT_FALSE(QFile::exists(path));
+}
+
 TEST(CaseFileOnDisk, WhatCannotBeReadIsReported) {
   const QTemporaryDir folder;
   QDir(folder.path()).mkdir("folder.txt");

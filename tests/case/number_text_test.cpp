@@ -91,6 +91,7 @@ TEST(NumberTextLocale, TakesTheSeparatorAndNothingElse) {
   EXPECT_EQ(Vse::NumberText(8.47, QLocale("de_DE")).toStdString(), "8,47");
   EXPECT_EQ(Vse::NumberText(1234567.5, QLocale("fr_FR")).toStdString(), "1234567,5");
   EXPECT_EQ(Vse::NumberText(-1.5, QLocale("sl_SI")).toStdString(), "-1,5");
+  EXPECT_EQ(Vse::NumberText(10.4, QLocale("fa_IR")).toStdString(), "10,4");
   EXPECT_EQ(Vse::NumberText(1e-7, QLocale("de_DE")).toStdString(), "1E-07");
 }
 

@@ -6,6 +6,7 @@
 #include <QRadioButton>
 #include <QSet>
 
+#include "caseform/form_fonts.h"
 #include "caseform/hip_picture.h"
 #include "tests/caseform/form_fixture.h"
 #include "tests/support/row_name.h"
@@ -150,6 +151,11 @@ TEST_F(CaseForm, LabelsAreSetInTimes) {
   }
   EXPECT_EQ(LabelOf(*form_, Find("Text9"))->text().remove('&'), "ϑ CE");
   EXPECT_EQ(LabelOf(*form_, Find("Text6"))->text().remove('&'), "φ  rotation angle");
+}
+
+TEST_F(CaseForm, AnglesInThePictureAskForTheSymbolFont) {
+  EXPECT_EQ(FormFonts::Symbol().families(),
+            (QStringList{"Symbol", "Times New Roman", "Liberation Serif"}));
 }
 
 TEST_F(CaseForm, EveryControlHasANameAndScreenReadersHearIt) {

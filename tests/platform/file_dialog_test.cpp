@@ -47,7 +47,7 @@ TEST_F(FileDialogTest, OpenAsksForAFileThatExists) {
     EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
     Choose(dialog, folder_.filePath("case.txt"));
   });
-  EXPECT_EQ(door.AskOpenFile(nullptr, "Text (*.txt)|*.txt"), folder_.filePath("case.txt"));
+  EXPECT_EQ(door.AskOpenFileName(nullptr, "Text (*.txt)|*.txt"), folder_.filePath("case.txt"));
 }
 
 TEST_F(FileDialogTest, SaveProposesANameAndAddsTheExtension) {
@@ -58,35 +58,35 @@ TEST_F(FileDialogTest, SaveProposesANameAndAddsTheExtension) {
     EXPECT_EQ(dialog.findChild<QLineEdit*>("fileNameEdit")->text(), "25.bmp");
     Choose(dialog, folder_.filePath("head"));
   });
-  EXPECT_EQ(door.AskSaveFile(nullptr, "Picture (*.bmp)|*.bmp", "bmp", "25.bmp"),
+  EXPECT_EQ(door.AskSaveFileName(nullptr, "Picture (*.bmp)|*.bmp", "bmp", "25.bmp"),
             folder_.filePath("head.bmp"));
 }
 
 TEST_F(FileDialogTest, AnExtensionThatWasTypedStays) {
   SystemFileDialog door;
   WhenOpen([&](QFileDialog& dialog) { Choose(dialog, folder_.filePath("head.old")); });
-  EXPECT_EQ(door.AskSaveFile(nullptr, "Text (*.txt)|*.txt", "txt", ""),
+  EXPECT_EQ(door.AskSaveFileName(nullptr, "Text (*.txt)|*.txt", "txt", ""),
             folder_.filePath("head.old"));
 }
 
 TEST_F(FileDialogTest, CancelledGivesAnEmptyText) {
   SystemFileDialog door;
   WhenOpen([](QFileDialog& dialog) { dialog.reject(); });
-  EXPECT_EQ(door.AskOpenFile(nullptr, "Text (*.txt)|*.txt"), QString());
+  EXPECT_EQ(door.AskOpenFileName(nullptr, "Text (*.txt)|*.txt"), QString());
   WhenOpen([](QFileDialog& dialog) { dialog.reject(); });
-  EXPECT_EQ(door.AskSaveFile(nullptr, "Text (*.txt)|*.txt", "txt", "a.txt"), QString());
+  EXPECT_EQ(door.AskSaveFileName(nullptr, "Text (*.txt)|*.txt", "txt", "a.txt"), QString());
 }
 
 TEST_F(FileDialogTest, OpensInTheFolderChosenLast) {
   SystemFileDialog door;
   WhenOpen([&](QFileDialog& dialog) { Choose(dialog, folder_.filePath("case.txt")); });
-  door.AskOpenFile(nullptr, "Text (*.txt)|*.txt");
+  door.AskOpenFileName(nullptr, "Text (*.txt)|*.txt");
   for (int i = 0; i < 2; ++i) {  // a cancelled dialog does not forget it
     WhenOpen([&](QFileDialog& dialog) {
       EXPECT_EQ(dialog.directory(), QDir(folder_.path()));
       dialog.reject();
     });
-    door.AskSaveFile(nullptr, "Text (*.txt)|*.txt", "txt", "b.txt");
+    door.AskSaveFileName(nullptr, "Text (*.txt)|*.txt", "txt", "b.txt");
   }
 }
 
@@ -96,7 +96,7 @@ TEST_F(FileDialogTest, SeveralFiltersAndPatterns) {
     EXPECT_EQ(dialog.nameFilters(), QStringList({"Pictures (*.bmp *.png)", "All files (*.*)"}));
     dialog.reject();
   });
-  door.AskOpenFile(nullptr, "Pictures (*.bmp;*.png)|*.bmp;*.png|All files|*.*");
+  door.AskOpenFileName(nullptr, "Pictures (*.bmp;*.png)|*.bmp;*.png|All files|*.*");
 }
 
 }  // namespace

@@ -38,12 +38,12 @@ class RecordingFileDialog final : public FileDialog {
   // What was asked since the last call.
   QList<FileQuestion> Take() { return std::exchange(asked_, {}); }
 
-  QString AskOpenFile(QWidget*, const QString& filter) override {
+  QString AskOpenFileName(QWidget*, const QString& filter) override {
     asked_.append({"open", filter, {}, {}});
     return Next();
   }
-  QString AskSaveFile(QWidget*, const QString& filter, const QString& defaultExtension,
-                      const QString& proposedName) override {
+  QString AskSaveFileName(QWidget*, const QString& filter, const QString& defaultExtension,
+                          const QString& proposedName) override {
     asked_.append({"save", filter, defaultExtension, proposedName});
     return Next();
   }
