@@ -50,6 +50,7 @@ Message QuestionOf(const QString& command) {
     return {"yes/no/cancel", "TELMARION New", "Do you want to save data ?"};
   }
   if (command == "mnuOpen") return {"yes/no/cancel", "Open", "Do you want to save data"};
+  if (command == "mnuPrint") return {"yes/no", "TELMARION print", "Print results?"};
   if (command == "mnuExit") return {"yes/no/cancel", "TELMARION End", "Do you want to save data ?"};
   return {"yes/no", "TELMARION End", "Do you want to save data ?"};
 }
@@ -68,7 +69,11 @@ TEST_P(CommandTable, AskSaveAndGoOnAsDescribed) {
   }
   BringTo(program, row.state);
   const QString saved = program.Path("saved.txt");
+  const bool saveOK = program.window.Session().saveOK();
+  const bool openOK = program.window.Session().openOK();
   if (row.answer) program.messages.Answers(*row.answer);
+  const bool prints = row.command == QString("mnuPrint") && row.answer == Answer::Yes;
+  if (prints) program.printers.Answers(program.Path("report.pdf"));
   if (row.saves) program.files.Answers(saved);
   if (row.command == QString("mnuOpen") && row.opensForm) program.files.Answers(existing);
 
@@ -82,6 +87,10 @@ TEST_P(CommandTable, AskSaveAndGoOnAsDescribed) {
   EXPECT_EQ(QFile::exists(saved), row.saves);
   EXPECT_EQ(program.FormIsOpen(), row.opensForm);
   EXPECT_EQ(program.window.isVisible(), !row.ends);
+  EXPECT_EQ(QFile::exists(program.Path("report.pdf")), prints);
+  const bool reads = row.command == QString("mnuOpen") && row.opensForm;
+  EXPECT_EQ(program.window.Session().saveOK(), row.saves || saveOK);
+  EXPECT_EQ(program.window.Session().openOK(), reads || openOK);
 }
 
 constexpr auto kYes = Answer::Yes;
@@ -113,6 +122,14 @@ INSTANTIATE_TEST_SUITE_P(
         Path{"SaveUnsaved", "mnuSave", State::Unsaved, kNotAsked, true, false, false},
         Path{"SaveSaved", "mnuSave", State::Saved, kNotAsked, true, false, false},
         Path{"SaveOpened", "mnuSave", State::Opened, kNotAsked, true, false, false},
+        Path{"PrintUnsavedYes", "mnuPrint", State::Unsaved, kYes, false, false, false},
+        Path{"PrintUnsavedNo", "mnuPrint", State::Unsaved, kNo, false, false, false},
+        Path{"PrintSavedYes", "mnuPrint", State::Saved, kYes, false, false, false},
+        Path{"PrintSavedNo", "mnuPrint", State::Saved, kNo, false, false, false},
+        Path{"PrintOpenedYes", "mnuPrint", State::Opened, kYes, false, false, false},
+        Path{"PrintOpenedNo", "mnuPrint", State::Opened, kNo, false, false, false},
+        Path{"HelpUnsaved", "mnuHelpT", State::Unsaved, kNotAsked, false, false, false},
+        Path{"AboutUnsaved", "mnuAbout", State::Unsaved, kNotAsked, false, false, false},
         Path{"ExitFresh", "mnuExit", State::Fresh, kNotAsked, false, false, true},
         Path{"ExitSaved", "mnuExit", State::Saved, kNotAsked, false, false, true},
         Path{"ExitOpened", "mnuExit", State::Opened, kNotAsked, false, false, true},
@@ -246,6 +263,54 @@ TEST(Commands, ConfirmingUnchangedLeavesTheFlags) {
   program.PressOk();
   EXPECT_FALSE(program.window.Session().saveOK());
   EXPECT_FALSE(program.window.Session().openOK());
+}
+
+TEST(Commands, CancellingTheFormAfterOpenKeepsTheCaseOnScreen) {
+  RunningProgram program;
+  program.ConfirmDefaultCase();
+  program.files.Answers(program.Path("case.txt"));
+  program.window.Save();
+  program.window.Change();
+  program.Type("Text1", "11");
+  program.PressOk();
+  const CaseData before = program.window.Session().Record();
+  program.messages.Answers(Answer::No);
+  program.files.Answers(program.Path("case.txt"));
+  program.window.Open();
+  program.messages.Take();
+  EXPECT_EQ(program.Entry("Text1"), "10.4");
+  program.PressCancel();
+  EXPECT_TRUE(static_cast<const CaseData&>(program.window.Session().Record()) == before);
+  EXPECT_TRUE(program.window.Session().openOK());
+  EXPECT_EQ(program.window.isWindowModified(), program.window.Session().NeedsSaving());
+}
+
+TEST(Commands, AFileWithAWeightIsAChangeWhileTheWeightStaysUnknown) {
+  RunningProgram program;
+  program.ConfirmDefaultCase();
+  program.files.Answers(program.Path("case.txt"));
+  program.window.Save();
+  program.window.New();
+  program.PressOk();
+  program.messages.Answers(Answer::No);
+  program.files.Answers(program.Path("case.txt"));
+  program.window.Open();
+  program.messages.Take();
+  program.PressOk();
+  EXPECT_EQ(program.Panel("txtBodyWeight"), "Unknown");
+  EXPECT_TRUE(program.window.Session().NeedsSaving());
+}
+
+TEST(Commands, ANamelessCaseNeverTakesTheNameTypedForAnother) {
+  RunningProgram program;
+  program.ConfirmDefaultCase();
+  program.files.Answers(program.Path("case.txt"));
+  program.window.Save();
+  program.window.New();
+  program.Type("Text8", "Smith");
+  program.PressCancel();
+  program.window.Change();
+  EXPECT_EQ(program.Entry("Text8"), "");
 }
 
 TEST(Commands, ACancelledOrFailedDialogChangesNothing) {
