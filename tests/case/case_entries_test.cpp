@@ -5,6 +5,7 @@
 
 #include "case/case_conversion.h"
 #include "case/number_text.h"
+#include "tests/support/default_geometry.h"
 #include "tests/support/row_name.h"
 
 namespace {
@@ -39,14 +40,7 @@ INSTANTIATE_TEST_SUITE_P(
 CaseRecord SomeCase() {
   CaseRecord record;
   record.patient = {"van Berg Jan", "M", "1956", "70", "L", "one\ntwo"};
-  record.geometry = {.lizm = 10.4,
-                     .xizm = 0.5,
-                     .zizm = 6.0,
-                     .Cizm = 4.4,
-                     .Hizm = 16.0,
-                     .zasuk = 0.0,
-                     .thetaCE = Vse::DegreesToRadians(30.0),
-                     .headRadius = 0.025};
+  record.geometry = DefaultGeometry();
   return record;
 }
 

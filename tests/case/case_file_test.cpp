@@ -13,6 +13,7 @@
 
 #include "case/case_conversion.h"
 #include "case/case_file_labels.h"
+#include "tests/support/default_geometry.h"
 #include "tests/support/row_name.h"
 #include "tests/support/small_files.h"
 
@@ -32,14 +33,7 @@ CaseRecord DefaultCase() {
                     .bodyWeight = "70",
                     .hip = "L",
                     .comments = "No"};
-  record.geometry = {.lizm = 10.4,
-                     .xizm = 0.5,
-                     .zizm = 6.0,
-                     .Cizm = 4.4,
-                     .Hizm = 16.0,
-                     .zasuk = 0.0,
-                     .thetaCE = Vse::DegreesToRadians(30.0),
-                     .headRadius = 0.025};
+  record.geometry = DefaultGeometry();
   record.bodyWeight = 70.0;
   Vse::RunModel(record);
   return record;

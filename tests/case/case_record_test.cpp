@@ -7,6 +7,7 @@
 
 #include "case/case_conversion.h"
 #include "case/number_text.h"
+#include "tests/support/default_geometry.h"
 #include "tests/support/row_name.h"
 
 namespace {
@@ -15,14 +16,7 @@ using Sila::HipOutcome;
 
 CaseRecord DefaultCase() {
   CaseRecord record;
-  record.geometry = {.lizm = 10.4,
-                     .xizm = 0.5,
-                     .zizm = 6.0,
-                     .Cizm = 4.4,
-                     .Hizm = 16.0,
-                     .zasuk = 0.0,
-                     .thetaCE = Vse::DegreesToRadians(30.0),
-                     .headRadius = 0.025};
+  record.geometry = DefaultGeometry();
   record.bodyWeight = 70.0;
   return record;
 }

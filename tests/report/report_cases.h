@@ -7,6 +7,7 @@
 #include <QString>
 
 #include "case/case_record.h"
+#include "tests/support/default_geometry.h"
 
 inline CaseRecord Computed(CaseRecord record) {
   Vse::RunModel(record);
@@ -21,14 +22,7 @@ inline CaseRecord UsualCase() {
                     .bodyWeight = QStringLiteral("70"),
                     .hip = QStringLiteral("L"),
                     .comments = QStringLiteral("Control after two years")};
-  record.geometry = {.lizm = 10.4,
-                     .xizm = 0.5,
-                     .zizm = 6.0,
-                     .Cizm = 4.4,
-                     .Hizm = 16.0,
-                     .zasuk = 0.0,
-                     .thetaCE = Vse::DegreesToRadians(30.0),
-                     .headRadius = 0.025};
+  record.geometry = DefaultGeometry();
   record.bodyWeight = 70.0;
   return Computed(record);
 }
