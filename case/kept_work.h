@@ -1,0 +1,28 @@
+// What is kept of a session that ends before its case is saved: the confirmed case, to the last
+// digit, and the entries of a form that is still open.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <optional>
+
+#include "case/case_entries.h"
+#include "case/case_record.h"
+
+struct KeptWork {
+  std::optional<CaseData> data;        // the confirmed case, while it is unsaved
+  QString file;                        // the case file it came from; empty for a new case
+  std::optional<CaseEntries> entries;  // as typed, while the form is open
+  bool IsEmpty() const { return !data && !entries; }
+  bool operator==(const KeptWork&) const = default;
+};
+
+namespace Vse {
+
+// The work as text (JSON, UTF-8) that ParseKeptWork gives back exactly. Numbers are finite.
+QByteArray ComposeKeptWork(const KeptWork& work);
+
+// The work that a text holds. Empty when the text is damaged, cut short or not of this kind.
+std::optional<KeptWork> ParseKeptWork(const QByteArray& text);
+
+}  // namespace Vse
