@@ -23,6 +23,11 @@ void CaseSession::NoteChange() {
   originInForm_ = origin_;
 }
 
+void CaseSession::NoteRecovered(const QString& path) {
+  originInForm_ = {path, std::nullopt};
+  NoteConfirmed();
+}
+
 void CaseSession::NoteConfirmed() {
   hasCase_ = true;
   origin_ = originInForm_;

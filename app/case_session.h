@@ -36,6 +36,10 @@ class CaseSession {
   // Change has opened the form for the present case: a confirmation keeps the file in use.
   void NoteChange();
 
+  // The record holds the unsaved case of an earlier session, which came from `path`, or from
+  // nowhere when that is empty.
+  void NoteRecovered(const QString& path);
+
   // The record holds a confirmed case. Unless it is the one last read or saved, it needs saving.
   void NoteConfirmed();
 

@@ -32,7 +32,7 @@ QString FileTrouble(const QString& path, const QString& reason) {
 
 }  // namespace
 
-MDIForm1::MDIForm1(const AppDoors& doors) : doors_(doors) {
+MDIForm1::MDIForm1(const AppDoors& doors) : doors_(doors), recovery_(doors.recoveryFolder) {
   setObjectName(Text("MDIForm1"));
   BuildContent();
   BuildMenus();
@@ -55,6 +55,7 @@ void MDIForm1::LoadForm() {
 void MDIForm1::ShowForm(bool clearWeightUnknown) {
   weightUnknownBefore_ = session_.Record().weightUnknown;
   if (clearWeightUnknown) session_.Record().weightUnknown = false;
+  shownEntries_ = form_->Entries();
   form_->setWindowModality(Qt::ApplicationModal);  // the 3D view waits as well
   form_->show();
   form_->activateWindow();
@@ -65,10 +66,12 @@ void MDIForm1::ConfirmForm() {
   if (!ConfirmCase(*form_, Run())) return;
   session_.NoteConfirmed();
   ShowFileInUse();
+  KeepWork();
 }
 
 void MDIForm1::CancelForm() {
   session_.Record().weightUnknown = weightUnknownBefore_;
+  KeepWork();
 }
 
 void MDIForm1::New() {
@@ -130,6 +133,7 @@ MDIForm1::SaveOutcome MDIForm1::SaveCase() {
   }
   session_.NoteSaved(path);
   ShowFileInUse();
+  KeepWork();
   return SaveOutcome::Saved;
 }
 
@@ -207,6 +211,7 @@ void MDIForm1::closeEvent(QCloseEvent* event) {
     }
   }
   ending_ = true;
+  if (!systemEnds_) recovery_.Remove();
   QMainWindow::closeEvent(event);
   QApplication::closeAllWindows();
 }

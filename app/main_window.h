@@ -11,6 +11,7 @@
 #include "app/case_session.h"
 #include "app/help_window.h"
 #include "app/panels.h"
+#include "app/recovery_file.h"
 #include "caseform/case_form.h"
 #include "caseform/case_run.h"
 #include "caseform/case_window.h"
@@ -27,7 +28,8 @@ struct AppDoors {
   PrintDialog& printers;
   std::function<QDate()> today;
   QLocale locale;
-  QStringList helpFolders;  // where the help file may lie, see HelpFolders
+  QStringList helpFolders;      // where the help file may lie, see HelpFolders
+  QString recoveryFolder = {};  // for the work that is not saved yet; empty: it is not kept
 };
 
 class MDIForm1 final : public QMainWindow, private CaseWindow {
@@ -42,6 +44,16 @@ class MDIForm1 final : public QMainWindow, private CaseWindow {
 
   // The 3D view; null before there is a case to show.
   FormGula* HeadView() { return view3d_.get(); }
+
+  // Asks, when an earlier session ended without saving, whether to go on with its work.
+  void OfferKeptWork();
+
+  // Keeps an unsaved case, and the entries of an open form, for the next start. Both of them saved
+  // or given up, nothing is kept any more.
+  void KeepWork();
+
+  // The system ends the program: what is kept now stays, whatever the closing windows still do.
+  void EndForSystem();
 
   // The commands.
   void New();
@@ -72,6 +84,10 @@ class MDIForm1 final : public QMainWindow, private CaseWindow {
   void ConfirmForm();
   void CancelForm();
 
+  // Kept work.
+  KeptWork WorkToKeep() const;
+  void GoOnWith(const KeptWork& work);
+
   void LoadView3D();
   SaveOutcome SaveCase();
   QString ProposedFileName() const;
@@ -94,7 +110,10 @@ class MDIForm1 final : public QMainWindow, private CaseWindow {
   std::unique_ptr<FormGula> view3d_;  // from the first computed case on
   std::unique_ptr<HelpWindow> help_;
   bool weightUnknownBefore_ = false;  // what cancelling the form puts back
+  CaseEntries shownEntries_;          // of the form, before anything was typed
   bool ending_ = false;               // Exit has asked already
+  bool systemEnds_ = false;
+  RecoveryFile recovery_;
 
   ResultTexts shownResults_;  // what the results panel shows
 

@@ -49,19 +49,32 @@ QStringList Captions(const CaseRecord& record, const QLocale& locale) {
           Text("Theta-R = %1 °").arg(Vse::ResultText(record.results.thetaR, locale))};
 }
 
+void BeginCase(const CaseRun& run) {
+  run.window.EnablePanels();
+  run.window.MarkCaseToShow();
+}
+
+void FillWindow(const CaseRun& run) {
+  run.window.ClearCharts();
+  CopyPatientToPanel(run);
+  ComputeAll(run);
+}
+
 }  // namespace
 
 bool ConfirmCase(Form1& form, const CaseRun& run) {
   const std::optional<CaseData> data = CheckEntries(form, run.record.weightUnknown);
   if (!data) return false;
   static_cast<CaseData&>(run.record) = *data;
-  run.window.EnablePanels();
-  run.window.MarkCaseToShow();
+  BeginCase(run);
   form.hide();
-  run.window.ClearCharts();
-  CopyPatientToPanel(run);
-  ComputeAll(run);
+  FillWindow(run);
   return true;
+}
+
+void ShowCase(const CaseRun& run) {
+  BeginCase(run);
+  FillWindow(run);
 }
 
 void CopyPatientToPanel(const CaseRun& run) {

@@ -23,6 +23,10 @@ struct CaseRun {
 // refuses the case.
 bool ConfirmCase(Form1& form, const CaseRun& run);
 
+// Takes up a record that was confirmed in an earlier session, as the end of its confirmation did:
+// panels, model, results and diagram.
+void ShowCase(const CaseRun& run);
+
 // Shows the record's patient in the panel. Name, date of birth, body weight and comments are
 // disabled where they hold a placeholder.
 void CopyPatientToPanel(const CaseRun& run);

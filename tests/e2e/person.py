@@ -9,7 +9,8 @@ PATIENCE = 15  # seconds to wait for what is expected to show
 
 
 class Person:
-    def __init__(self, program, folder, language):
+    def __init__(self, program, folder, language, display=None, starter=None):
+        """`starter` is a command that starts the program, when it does not start by itself."""
         environment = dict(
             os.environ,
             LC_ALL=language,
@@ -19,8 +20,11 @@ class Person:
             QT_QPA_PLATFORM="xcb",
         )
         environment.pop("LANGUAGE", None)
+        environment.pop("XDG_DATA_HOME", None)  # everything of this person's lies in the folder
+        if display is not None:
+            environment["DISPLAY"] = display
         self.name = os.path.basename(program)
-        self.process = subprocess.Popen([program], env=environment, cwd=folder)
+        self.process = subprocess.Popen(starter or [program], env=environment, cwd=folder)
         self.application = self.wait(self._find_application, "the program on the accessibility bus")
 
     def wait(self, look, what):

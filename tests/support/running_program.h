@@ -23,9 +23,10 @@
 class RunningProgram {
  public:
   explicit RunningProgram(const QLocale& locale = QLocale::c(),
-                          const QStringList& helpFolders = {TELMARION_HELP_DIR})
-      : window(
-            {messages, files, printers, [] { return QDate(2026, 11, 15); }, locale, helpFolders}) {
+                          const QStringList& helpFolders = {TELMARION_HELP_DIR},
+                          const QString& recoveryFolder = {})
+      : window({messages, files, printers, [] { return QDate(2026, 11, 15); }, locale, helpFolders,
+                recoveryFolder}) {
     window.show();
   }
 

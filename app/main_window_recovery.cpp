@@ -1,0 +1,65 @@
+// How the main window keeps work for the next start and takes it up again.
+#include <QFileInfo>
+#include <utility>
+
+#include "app/main_window.h"
+
+namespace {
+
+constexpr QStringView kQuestion =
+    u"A case was not saved when TELMARION ended. It was kept.\n"
+    u"Do you want to go on with it ?\n\n"
+    u"\"No\" discards it. \"Cancel\" keeps it for another start.";
+constexpr QStringView kTitle = u"TELMARION Start";
+
+}  // namespace
+
+void MDIForm1::OfferKeptWork() {
+  if (!recovery_.IsPending()) return;
+  const MessageDoor::Answer answer =
+      doors_.messages.AskYesNoCancel(this, kQuestion.toString(), kTitle.toString());
+  if (systemEnds_) return;
+  if (answer == MessageDoor::Answer::No) return recovery_.Discard();
+  if (answer == MessageDoor::Answer::Cancel) return recovery_.Leave();
+  QString trouble;
+  const std::optional<KeptWork> work = recovery_.Take(trouble);
+  if (work) return GoOnWith(*work);
+  doors_.messages.ShowError(this, trouble, QStringLiteral("Error"));
+}
+
+void MDIForm1::GoOnWith(const KeptWork& work) {
+  if (work.data) {
+    static_cast<CaseData&>(session_.Record()) = *work.data;
+    ShowCase(Run());
+    session_.NoteRecovered(work.file);
+    ShowFileInUse();
+  }
+  if (!work.entries) return;
+  LoadForm();
+  session_.NoteNew();
+  const CaseEntries proposed = form_->Entries();
+  form_->SetEntries(*work.entries);
+  ShowForm(true);
+  shownEntries_ = proposed;  // what was typed before is to be kept again
+}
+
+KeptWork MDIForm1::WorkToKeep() const {
+  KeptWork work;
+  if (session_.NeedsSaving()) {
+    work.data = session_.Record();
+    work.file = session_.FileInUse();
+  }
+  if (form_ && form_->isVisible() && form_->Entries() != shownEntries_) {
+    work.entries = form_->Entries();
+  }
+  return work;
+}
+
+void MDIForm1::KeepWork() {
+  if (!systemEnds_ && !ending_) recovery_.Keep(WorkToKeep());
+}
+
+void MDIForm1::EndForSystem() {
+  KeepWork();
+  systemEnds_ = true;
+}

@@ -1,0 +1,178 @@
+// The places of kept work: who gets which, and what lies there.
+#include "app/recovery_file.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace {
+
+KeptWork WorkOf(const QString& name) {
+  KeptWork work;
+  work.data.emplace();
+  work.data->patient.name = name;
+  return work;
+}
+
+QString NameIn(RecoveryFile& file) {
+  QString trouble;
+  const std::optional<KeptWork> work = file.Take(trouble);
+  EXPECT_TRUE(trouble.isEmpty()) << trouble.toStdString();
+  return work ? work->data->patient.name : QString();
+}
+
+class RecoveryFiles : public testing::Test {
+ protected:
+  QStringList Kept() { return QDir(folder_).entryList({"*.json"}, QDir::Files); }
+
+  // A session that ended without a clean end.
+  void LeaveBehind(const KeptWork& work) {
+    RecoveryFile file(folder_);
+    ASSERT_FALSE(file.IsPending());
+    file.Keep(work);
+  }
+
+  QTemporaryDir top_;
+  const QString folder_ = top_.filePath("share/telmarion");
+};
+
+TEST_F(RecoveryFiles, AFirstSessionFindsNothing) {
+  const RecoveryFile file(folder_);
+  EXPECT_FALSE(file.IsPending());
+  EXPECT_FALSE(file.Path().isEmpty());
+  EXPECT_TRUE(Kept().isEmpty());
+}
+
+TEST_F(RecoveryFiles, TheNextSessionFindsWhatWasKept) {
+  LeaveBehind(WorkOf("Kovac Ana"));
+  RecoveryFile next(folder_);
+  ASSERT_TRUE(next.IsPending());
+  EXPECT_EQ(NameIn(next), "Kovac Ana");
+  EXPECT_FALSE(next.IsPending());
+  EXPECT_EQ(Kept().size(), 1) << "it stays until something else is kept";
+}
+
+TEST_F(RecoveryFiles, NothingIsLeftAfterACleanEnd) {
+  RecoveryFile file(folder_);
+  file.Keep(WorkOf("A"));
+  EXPECT_EQ(Kept().size(), 1);
+  file.Remove();
+  EXPECT_TRUE(Kept().isEmpty());
+}
+
+TEST_F(RecoveryFiles, EmptyWorkRemovesWhatWasKept) {
+  RecoveryFile file(folder_);
+  file.Keep(WorkOf("A"));
+  file.Keep({});
+  EXPECT_TRUE(Kept().isEmpty());
+}
+
+TEST_F(RecoveryFiles, NobodyElseCanReadThem) {
+  LeaveBehind(WorkOf("A"));
+  const auto others = QFile::ReadGroup | QFile::ReadOther | QFile::WriteGroup | QFile::WriteOther;
+  EXPECT_FALSE(QFile(QDir(folder_).filePath(Kept().first())).permissions() & others);
+}
+
+// Pending work survives everything but a decision.
+TEST_F(RecoveryFiles, PendingWorkIsNotOverwritten) {
+  LeaveBehind(WorkOf("A"));
+  {
+    RecoveryFile next(folder_);
+    next.Keep(WorkOf("B"));
+    next.Remove();
+  }
+  RecoveryFile later(folder_);
+  EXPECT_EQ(NameIn(later), "A");
+}
+
+TEST_F(RecoveryFiles, DiscardedWorkIsGone) {
+  LeaveBehind(WorkOf("A"));
+  RecoveryFile next(folder_);
+  next.Discard();
+  EXPECT_TRUE(Kept().isEmpty());
+  EXPECT_FALSE(next.IsPending());
+}
+
+TEST_F(RecoveryFiles, LeftWorkWaitsForAnotherStart) {
+  LeaveBehind(WorkOf("A"));
+  {
+    RecoveryFile next(folder_);
+    next.Leave();
+    EXPECT_FALSE(next.IsPending());
+    next.Keep(WorkOf("B"));
+    EXPECT_EQ(Kept().size(), 2);
+    next.Remove();
+  }
+  RecoveryFile later(folder_);
+  EXPECT_EQ(NameIn(later), "A");
+}
+
+TEST_F(RecoveryFiles, TwoSessionsAtATimeKeepApart) {
+  RecoveryFile first(folder_);
+  first.Keep(WorkOf("A"));
+  RecoveryFile second(folder_);
+  EXPECT_FALSE(second.IsPending()) << "the first session is still running";
+  second.Keep(WorkOf("B"));
+  EXPECT_EQ(Kept().size(), 2);
+  first.Remove();
+  EXPECT_EQ(Kept().size(), 1);
+}
+
+TEST_F(RecoveryFiles, OfTwoSessionsThatDiedBothAreOffered) {
+  {
+    RecoveryFile first(folder_);
+    RecoveryFile second(folder_);
+    first.Keep(WorkOf("A"));
+    second.Keep(WorkOf("B"));
+  }
+  RecoveryFile third(folder_);
+  EXPECT_EQ(NameIn(third), "A");
+  third.Remove();
+  RecoveryFile fourth(folder_);
+  EXPECT_EQ(NameIn(fourth), "B");
+}
+
+// A session that was killed leaves its lock; the process it names is gone.
+TEST_F(RecoveryFiles, TheLockOfADeadSessionDoesNotHold) {
+  LeaveBehind(WorkOf("A"));
+  QFile lock(QDir(folder_).filePath("unsaved-case-1.lock"));
+  ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
+  lock.write("999999999\ntelmarion\n" + QSysInfo::machineHostName().toUtf8() + "\n");
+  lock.close();
+  RecoveryFile next(folder_);
+  EXPECT_TRUE(next.IsPending());
+}
+
+TEST_F(RecoveryFiles, DamagedWorkIsPutAside) {
+  LeaveBehind(WorkOf("A"));
+  const QString path = QDir(folder_).filePath(Kept().first());
+  ASSERT_TRUE(QFile::resize(path, 20));
+  RecoveryFile next(folder_);
+  QString trouble;
+  EXPECT_FALSE(next.Take(trouble));
+  EXPECT_TRUE(trouble.contains("damaged")) << trouble.toStdString();
+  EXPECT_TRUE(trouble.contains(path + ".damaged")) << trouble.toStdString();
+  EXPECT_TRUE(QFile::exists(path + ".damaged"));
+  EXPECT_TRUE(Kept().isEmpty()) << "it is not offered again";
+}
+
+TEST_F(RecoveryFiles, AFolderThatCannotBeMadeKeepsNothing) {
+  QFile file(top_.filePath("share"));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  RecoveryFile none(folder_);
+  EXPECT_TRUE(none.Path().isEmpty());
+  EXPECT_FALSE(none.IsPending());
+  none.Keep(WorkOf("A"));
+  none.Remove();
+}
+
+TEST(RecoveryFile, WithoutAFolderKeepsNothing) {
+  RecoveryFile none{QString()};
+  EXPECT_TRUE(none.Path().isEmpty());
+  none.Keep(WorkOf("A"));
+}
+
+}  // namespace
