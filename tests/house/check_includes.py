@@ -25,7 +25,8 @@ ROOMS = set(ALLOWED) | EVERYTHING
 TOOLKIT = {"model": "none", "case": "core", "batch": "core"}
 QT_CORE_ONLY = re.compile(
     r"^(Qt|QtCore/.*|QAnyStringView|QByteArray\w*|QChar|QCoreApplication|QCryptographicHash|QDate|"
-    r"QDateTime|QDir|QDirIterator|QFile|QFileInfo|QIODevice|QLatin1Char|QLatin1String|QLocale|QList|"
+    r"QDateTime|QDir|QDirIterator|QFile|QFileInfo|QIODevice|QJsonArray|QJsonDocument|"
+    r"QJsonObject|QJsonValue|QLatin1Char|QLatin1String|QLocale|QList|"
     r"QLockFile|QObject|QRegularExpression|QSaveFile|QStandardPaths|QString|QStringBuilder|"
     r"QStringConverter|QStringDecoder|QStringEncoder|QStringList|QStringLiteral|QStringView|"
     r"QSysInfo|QTemporaryDir|QTemporaryFile|QTextStream|QTime|QTimeZone|QVariant|QtGlobal|"
