@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr double kTwipsPerPixel = 15.0;   // 1440 / 96
-constexpr double kPointsPerPixel = 0.75;  // 72 / 96
 constexpr double kWholeTurn = 2.0 * std::numbers::pi;
 
 bool IsFinite(QPointF p) {
@@ -49,7 +47,7 @@ double Sweep(double start, double end) {
 }  // namespace
 
 PictureBox::PictureBox(QSizeF size, double pixelRatio) : size_(size), pixelRatio_(pixelRatio) {
-  FollowSize();
+  scale_.Follow(size_, PixelSize());
 }
 
 QSize PictureBox::PixelSize() const {
@@ -60,84 +58,34 @@ void PictureBox::SetSize(QSizeF size, double pixelRatio) {
   if (size == size_ && pixelRatio == pixelRatio_) return;
   size_ = size;
   pixelRatio_ = pixelRatio;
-  FollowSize();
+  scale_.Follow(size_, PixelSize());
   ++generation_;
   Changed();
 }
 
-void PictureBox::FollowSize() {
-  const QPointF origin(0, 0);
-  switch (mode_) {
-    case ScaleUnit::User:
-      return;
-    case ScaleUnit::Twips:
-      scale_ = QRectF(origin, size_ * kTwipsPerPixel);
-      return;
-    case ScaleUnit::Points:
-      scale_ = QRectF(origin, size_ * kPointsPerPixel);
-      return;
-    case ScaleUnit::Pixels:
-      scale_ = QRectF(origin, PixelSize());
-      return;
-  }
-}
-
-void PictureBox::SetScaleMode(ScaleUnit mode) {
-  mode_ = mode;
-  FollowSize();
-}
-
-void PictureBox::SetScaleLeft(double left) {
-  Scale(left, ScaleTop(), left + ScaleWidth(), ScaleTop() + ScaleHeight());
-}
-
-void PictureBox::SetScaleTop(double top) {
-  Scale(ScaleLeft(), top, ScaleLeft() + ScaleWidth(), top + ScaleHeight());
-}
-
-void PictureBox::SetScaleWidth(double width) {
-  mode_ = ScaleUnit::User;
-  scale_.setWidth(width);
-}
-
-void PictureBox::SetScaleHeight(double height) {
-  mode_ = ScaleUnit::User;
-  scale_.setHeight(height);
-}
-
-void PictureBox::Scale(double x1, double y1, double x2, double y2) {
-  mode_ = ScaleUnit::User;
-  scale_ = QRectF(x1, y1, x2 - x1, y2 - y1);
-}
-
-void PictureBox::SetDrawWidth(int width) {
-  assert(width >= 1);
-  drawWidth_ = width;
-}
-
 void PictureBox::Line(QPointF from, QPointF to, Colour colour) {
-  Draw(LineShape{from, to}, PenOf(colour), {}, scale_);
+  Draw(LineShape{from, to}, PenOf(colour), {}, scale_.Area());
 }
 
 void PictureBox::LineBox(QPointF from, QPointF to, Colour colour) {
-  Draw(BoxShape{from, to}, PenOf(colour), fill_, scale_);
+  Draw(BoxShape{from, to}, PenOf(colour), Filling(), scale_.Area());
 }
 
 void PictureBox::LineFilledBox(QPointF from, QPointF to, Colour colour) {
-  Draw(BoxShape{from, to}, PenOf(colour), {colour, FillKind::Solid}, scale_);
+  Draw(BoxShape{from, to}, PenOf(colour), {colour, FillKind::Solid}, scale_.Area());
 }
 
 void PictureBox::Circle(QPointF centre, double radius, Colour colour) {
-  Draw(ArcShape{centre, radius, 0.0, kWholeTurn}, PenOf(colour), fill_, scale_);
+  Draw(ArcShape{centre, radius, 0.0, kWholeTurn}, PenOf(colour), Filling(), scale_.Area());
 }
 
 void PictureBox::Circle(QPointF centre, double radius, Colour colour, double start, double end) {
-  Draw(ArcShape{centre, radius, start, Sweep(start, end)}, PenOf(colour), {}, scale_);
+  Draw(ArcShape{centre, radius, start, Sweep(start, end)}, PenOf(colour), {}, scale_.Area());
 }
 
 void PictureBox::Polygon(const QPolygon& points) {
   assert(!points.isEmpty());
-  Draw(PolygonShape{points}, PenOf(foreColor_), fill_, QRectF(QPointF(0, 0), PixelSize()));
+  Draw(PolygonShape{points}, PenOf(ForeColor()), Filling(), QRectF(QPointF(0, 0), PixelSize()));
 }
 
 void PictureBox::Draw(Shape shape, Pen pen, Fill fill, const QRectF& scale) {
@@ -184,9 +132,11 @@ void PictureBox::Changed() {
 }
 
 QPointF PictureBox::UserPoint(QPointF part) const {
-  return {scale_.left() + part.x() * scale_.width(), scale_.top() + part.y() * scale_.height()};
+  const QRectF& area = scale_.Area();
+  return {area.left() + part.x() * area.width(), area.top() + part.y() * area.height()};
 }
 
 QPointF PictureBox::PartPoint(QPointF user) const {
-  return {(user.x() - scale_.left()) / scale_.width(), (user.y() - scale_.top()) / scale_.height()};
+  const QRectF& area = scale_.Area();
+  return {(user.x() - area.left()) / area.width(), (user.y() - area.top()) / area.height()};
 }

@@ -9,13 +9,11 @@
 #include <functional>
 #include <vector>
 
+#include "platform/drawing_tools.h"
 #include "platform/picture.h"
+#include "platform/user_scale.h"
 
-// The unit of the user coordinates: twips are 1/1440 inch, points 1/72 inch; a pixel is a pixel of
-// the device, 1/96 inch divided by the device's pixel ratio. The numbers are the classic ones.
-enum class ScaleUnit { User = 0, Twips = 1, Points = 2, Pixels = 3 };
-
-class PictureBox {
+class PictureBox : public DrawingTools {
  public:
   // `size` in device-independent pixels (1/96 inch), `pixelRatio` device pixels in each.
   explicit PictureBox(QSizeF size = {600, 400}, double pixelRatio = 1.0);
@@ -33,30 +31,18 @@ class PictureBox {
   // The user coordinates. Setting a mode other than User moves the origin to the top left corner;
   // setting one of the four numbers switches to User. Width and height may be negative (the axis
   // then runs the other way); while one of them is zero nothing is drawn.
-  ScaleUnit ScaleMode() const { return mode_; }
-  double ScaleLeft() const { return scale_.left(); }
-  double ScaleTop() const { return scale_.top(); }
-  double ScaleWidth() const { return scale_.width(); }
-  double ScaleHeight() const { return scale_.height(); }
-  void SetScaleMode(ScaleUnit mode);
-  void SetScaleLeft(double left);
-  void SetScaleTop(double top);
-  void SetScaleWidth(double width);
-  void SetScaleHeight(double height);
+  ScaleUnit ScaleMode() const { return scale_.Mode(); }
+  double ScaleLeft() const { return scale_.Area().left(); }
+  double ScaleTop() const { return scale_.Area().top(); }
+  double ScaleWidth() const { return scale_.Area().width(); }
+  double ScaleHeight() const { return scale_.Area().height(); }
+  void SetScaleMode(ScaleUnit mode) { scale_.SetMode(mode, size_, PixelSize()); }
+  void SetScaleLeft(double left) { scale_.SetLeft(left); }
+  void SetScaleTop(double top) { scale_.SetTop(top); }
+  void SetScaleWidth(double width) { scale_.SetWidth(width); }
+  void SetScaleHeight(double height) { scale_.SetHeight(height); }
   // User scale by its top left and bottom right corner.
-  void Scale(double x1, double y1, double x2, double y2);
-
-  // Pen and fill of what is drawn from now on. ForeColor is the pen of Polygon.
-  Colour ForeColor() const { return foreColor_; }
-  int DrawWidth() const { return drawWidth_; }
-  LineStyle DrawStyle() const { return drawStyle_; }
-  FillKind FillStyle() const { return fill_.kind; }
-  Colour FillColor() const { return fill_.colour; }
-  void SetForeColor(Colour colour) { foreColor_ = colour; }
-  void SetDrawWidth(int width);  // at least 1
-  void SetDrawStyle(LineStyle style) { drawStyle_ = style; }
-  void SetFillStyle(FillKind kind) { fill_.kind = kind; }
-  void SetFillColor(Colour colour) { fill_.colour = colour; }
+  void Scale(double x1, double y1, double x2, double y2) { scale_.Set(x1, y1, x2, y2); }
 
   // All coordinates in user units. A shape with a coordinate that is not finite is left out.
   void Line(QPointF from, QPointF to, Colour colour);
@@ -104,18 +90,11 @@ class PictureBox {
 
  private:
   void Draw(Shape shape, Pen pen, Fill fill, const QRectF& scale);
-  Pen PenOf(Colour colour) const { return {colour, drawWidth_, drawStyle_}; }
-  void FollowSize();
   void Changed();
 
   QSizeF size_;
   double pixelRatio_ = 1.0;
-  ScaleUnit mode_ = ScaleUnit::Twips;
-  QRectF scale_;
-  Colour foreColor_ = kBlack;
-  int drawWidth_ = 1;
-  LineStyle drawStyle_ = LineStyle::Solid;
-  Fill fill_;
+  UserScale scale_;
   bool autoRedraw_ = true;
   Colour backColor_ = kButtonFace;
   Picture background_;

@@ -45,14 +45,9 @@ void RasterBox::SetScaleMode(ScaleUnit mode) {
   scale_.SetMode(mode, size_, image_.size());
 }
 
-void RasterBox::SetDrawWidth(int width) {
-  assert(width >= 1);
-  drawWidth_ = width;
-}
-
 Stroke RasterBox::StrokeOf(Colour colour) const {
-  const auto width = static_cast<int>(std::lround(drawWidth_ * pixelRatio_));
-  return {PixelColour(colour), std::max(1, width), drawStyle_};
+  const auto width = static_cast<int>(std::lround(DrawWidth() * pixelRatio_));
+  return {PixelColour(colour), std::max(1, width), DrawStyle()};
 }
 
 QPoint RasterBox::PixelOf(QPointF user) const {
@@ -69,9 +64,9 @@ void RasterBox::Line(QPointF from, QPointF to, Colour colour) {
 
 void RasterBox::Polygon(std::span<const QPoint> points) {
   assert(!points.empty());
-  if (fill_.kind == FillKind::Solid) filler_.Fill(image_, points, PixelColour(fill_.colour));
-  if (drawStyle_ == LineStyle::None) return;
-  const Stroke stroke = StrokeOf(foreColor_);
+  if (FillStyle() == FillKind::Solid) filler_.Fill(image_, points, PixelColour(FillColor()));
+  if (DrawStyle() == LineStyle::None) return;
+  const Stroke stroke = StrokeOf(ForeColor());
   QPoint last = points.back();
   for (const QPoint& point : points) {
     DrawStroke(image_, last, point, stroke);

@@ -7,12 +7,12 @@
 #include <QSize>
 #include <span>
 
+#include "platform/drawing_tools.h"
 #include "platform/picture.h"
-#include "platform/picture_box.h"
 #include "platform/raster.h"
 #include "platform/user_scale.h"
 
-class RasterBox {
+class RasterBox : public DrawingTools {
  public:
   // `size` in device-independent pixels (1/96 inch), `pixelRatio` device pixels in each.
   explicit RasterBox(QSizeF size = {600, 400}, double pixelRatio = 1.0);
@@ -35,18 +35,7 @@ class RasterBox {
   void SetScaleMode(ScaleUnit mode);
   void Scale(double x1, double y1, double x2, double y2) { scale_.Set(x1, y1, x2, y2); }
 
-  // Pen and fill of what is drawn from now on. ForeColor is the pen of Polygon. A width of 1 is
-  // PixelRatio() device pixels, at least one.
-  Colour ForeColor() const { return foreColor_; }
-  int DrawWidth() const { return drawWidth_; }
-  LineStyle DrawStyle() const { return drawStyle_; }
-  FillKind FillStyle() const { return fill_.kind; }
-  Colour FillColor() const { return fill_.colour; }
-  void SetForeColor(Colour colour) { foreColor_ = colour; }
-  void SetDrawWidth(int width);  // at least 1
-  void SetDrawStyle(LineStyle style) { drawStyle_ = style; }
-  void SetFillStyle(FillKind kind) { fill_.kind = kind; }
-  void SetFillColor(Colour colour) { fill_.colour = colour; }
+  // A pen's width of 1 is PixelRatio() device pixels, at least one.
 
   // In user units, without smoothing. A line with a coordinate that is not finite is left out.
   void Line(QPointF from, QPointF to, Colour colour);
@@ -68,10 +57,6 @@ class RasterBox {
   QSizeF size_;
   double pixelRatio_ = 1.0;
   UserScale scale_;
-  Colour foreColor_ = kBlack;
-  int drawWidth_ = 1;
-  LineStyle drawStyle_ = LineStyle::Solid;
-  ::Fill fill_;
   Colour backColor_ = kButtonFace;
   QImage image_;
   PolygonFiller filler_;

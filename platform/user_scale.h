@@ -4,7 +4,9 @@
 #include <QRectF>
 #include <QSize>
 
-#include "platform/picture_box.h"
+// The unit of the user coordinates: twips are 1/1440 inch, points 1/72 inch; a pixel is a pixel of
+// the device, 1/96 inch divided by the device's pixel ratio. The numbers are the classic ones.
+enum class ScaleUnit { User = 0, Twips = 1, Points = 2, Pixels = 3 };
 
 class UserScale {
  public:
@@ -21,6 +23,12 @@ class UserScale {
 
   // User scale by its top left and bottom right corner.
   void Set(double x1, double y1, double x2, double y2);
+
+  // User scale, one number of it. Moving an edge leaves width and height as they are.
+  void SetLeft(double left);
+  void SetTop(double top);
+  void SetWidth(double width);
+  void SetHeight(double height);
 
  private:
   ScaleUnit mode_ = ScaleUnit::Twips;
