@@ -3,6 +3,7 @@
 Each folder is a room with a job of its own, and includes run one way. A change that needs a new arrow
 needs a thought first: does the code live in the right room?
 """
+import graphlib
 import pathlib
 import re
 import sys
@@ -56,18 +57,34 @@ def forbidden(room, quote, header):
     return ""
 
 
-def check(top):
-    """All forbidden includes below `top`, one line of text each."""
-    found = []
+def includes(top):
+    """Room, file, quote and header of every include below `top`."""
     for room in sorted(ROOMS):
         for path in sorted((top / room).rglob("*")):
-            if path.suffix not in {".h", ".cpp"}:
-                continue
-            for quote, header in INCLUDE.findall(path.read_text(encoding="utf-8")):
-                reason = forbidden(room, quote, header)
-                if reason:
-                    found.append(f"{path.relative_to(top)}: {header}: {reason}")
-    return found
+            if path.suffix in {".h", ".cpp"}:
+                for quote, header in INCLUDE.findall(path.read_text(encoding="utf-8")):
+                    yield room, path.relative_to(top), quote, header
+
+
+def circle(found):
+    """The first circle of files that include each other, a header and its source being one."""
+    graph = {}
+    for _, path, quote, header in found:
+        mine, other = path.with_suffix(""), pathlib.PurePath(header).with_suffix("")
+        if quote == '"' and mine != other:
+            graph.setdefault(mine, set()).add(other)
+    try:
+        graphlib.TopologicalSorter(graph).prepare()
+    except graphlib.CycleError as trouble:
+        return ["a circle: " + " < ".join(str(name) for name in trouble.args[1])]
+    return []
+
+
+def check(top):
+    """All forbidden includes below `top` and a circle, one line of text each."""
+    found = list(includes(top))
+    reasons = [(path, header, forbidden(room, quote, header)) for room, path, quote, header in found]
+    return [f"{path}: {header}: {why}" for path, header, why in reasons if why] + circle(found)
 
 
 def main():

@@ -8,10 +8,14 @@ import check_includes
 
 class CheckIncludes(unittest.TestCase):
     def found_in(self, path, line):
+        return self.found_among({path: line})
+
+    def found_among(self, files):
         with tempfile.TemporaryDirectory() as folder:
-            file = pathlib.Path(folder) / path
-            file.parent.mkdir(parents=True)
-            file.write_text(line + "\n", encoding="utf-8")
+            for path, line in files.items():
+                file = pathlib.Path(folder) / path
+                file.parent.mkdir(parents=True, exist_ok=True)
+                file.write_text(line + "\n", encoding="utf-8")
             return check_includes.check(pathlib.Path(folder))
 
     def test_allowed(self):
@@ -43,6 +47,12 @@ class CheckIncludes(unittest.TestCase):
             ("report/a.cpp", "#include <case/b.h>"),
         ]:
             self.assertEqual(len(self.found_in(path, line)), 1, (path, line))
+
+    def test_circle(self):
+        files = {"case/a.cpp": '#include "case/b.h"', "case/b.cpp": '#include "case/c.h"'}
+        self.assertEqual(self.found_among(files), [])
+        files["case/c.h"] = '#include "case/a.h"'
+        self.assertEqual(len(self.found_among(files)), 1)
 
 
 if __name__ == "__main__":
