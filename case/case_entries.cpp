@@ -1,7 +1,7 @@
 // From typed units to held units.
 #include "case/case_entries.h"
 
-#include "case/case_record.h"
+#include "model/resultant_force.h"
 
 namespace Vse {
 
@@ -13,6 +13,14 @@ double HeldRadius(double typed, QStringView unit) {
 }
 
 }  // namespace
+
+double DegreesToRadians(double degrees) {
+  return degrees * Sila::kPi / 180.0;
+}
+
+double RadiansToDegrees(double radians) {
+  return radians * 180.0 / Sila::kPi;
+}
 
 double HeldValue(Measure measure, double typed, QStringView unit) {
   if (IsAngle(measure)) return unit == kDegree ? DegreesToRadians(typed) : typed;

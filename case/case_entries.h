@@ -46,6 +46,10 @@ struct CaseEntries {
 
 namespace Vse {
 
+// Degrees to radians and back, with the force model's π.
+double DegreesToRadians(double degrees);
+double RadiansToDegrees(double radians);
+
 // A typed number in the unit that the record holds: lengths in cm, the head radius in m, angles in
 // radians. `unit` is the text of the unit list; a length that is not in mm counts as cm, a radius
 // that is neither in mm nor in m as cm, an angle that is not in degrees as radians.

@@ -3,14 +3,6 @@
 
 namespace Vse {
 
-double DegreesToRadians(double degrees) {
-  return degrees * Sila::kPi / 180.0;
-}
-
-double RadiansToDegrees(double radians) {
-  return radians * 180.0 / Sila::kPi;
-}
-
 namespace {
 
 double Geometry::*Member(Measure measure) {

@@ -64,10 +64,6 @@ inline constexpr double kAssumedBodyWeight = 60.0;  // kg, when the body weight 
 inline constexpr QStringView kUnknown = u"Unknown";
 inline constexpr QStringView kNoComments = u"No";
 
-// Degrees to radians and back, with the force model's π.
-double DegreesToRadians(double degrees);
-double RadiansToDegrees(double radians);
-
 // The record's geometry, one measure at a time, in held units.
 double ValueOf(const Geometry& geometry, Measure measure);
 void SetValue(Geometry& geometry, Measure measure, double value);
