@@ -101,8 +101,8 @@ void PrintDiagram(const Sheet& sheet, const Case& printed) {
   PrinterPage& page = sheet.page;
   const double height = page.ScaleWidth() / 3.0;
   if (page.CurrentY() + height > Print::BottomOf(page)) Print::TurnPage(sheet);
-  const double x = page.ScaleWidth() / 5.0;
-  const double y = page.CurrentY();
+  const double diagramX = page.ScaleWidth() / 5.0;
+  const double diagramY = page.CurrentY();
 
   PictureBox box;
   box.SetDrawStyle(LineStyle::Solid);
@@ -111,9 +111,9 @@ void PrintDiagram(const Sheet& sheet, const Case& printed) {
   labels.leftHip.backColor = labels.rightHip.backColor = kWhite;
   DiagramTexts texts(page);
   Vizual::DrawCaseDiagram(printed.record, IsAbsolute(printed),
-                          Vizual::Target::Printer(box, labels, texts), x, y);
+                          Vizual::Target::Printer(box, labels, texts), diagramX, diagramY);
   const double width = height * box.Size().width() / box.Size().height();
-  page.PaintPicture(box.Image(), QRectF(x, y, width, height));
+  page.PaintPicture(box.Image(), QRectF(diagramX, diagramY, width, height));
 }
 
 }  // namespace
