@@ -11,7 +11,7 @@ build release telmarion telmarion-batch
 if [ $# -gt 0 ]; then
   exec "$root/build/release/batch/telmarion-batch" "$@"
 fi
-if [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; then
+if find_display; then
   exec "$root/build/release/app/telmarion"
 fi
 echo "There is no display to open a window on; these are the example hips, computed."

@@ -48,3 +48,28 @@ build() {
   cmake -S "$root" --preset "$preset" "${options[@]}" >/dev/null || fail "the build could not be configured (see above)"
   cmake --build "$root/build/$preset" --target "$@" || fail "the build failed (see above)"
 }
+
+# Whether a server answers behind DISPLAY. The name is not enough: a session that has ended leaves it
+# behind.
+x_answers() {
+  [ -n "${DISPLAY:-}" ] && xdotool getmouselocation >/dev/null 2>&1
+}
+
+# The same for WAYLAND_DISPLAY, which names a socket.
+wayland_answers() {
+  [ -n "${WAYLAND_DISPLAY:-}" ] && /usr/bin/python3 - 2>/dev/null <<'PYTHON'
+import os
+import socket
+
+folder = os.environ.get("XDG_RUNTIME_DIR", "")
+with socket.socket(socket.AF_UNIX) as door:
+    door.connect(os.path.join(folder, os.environ["WAYLAND_DISPLAY"]))
+PYTHON
+}
+
+# Leaves those displays in the environment that answer; fails when none does.
+find_display() {
+  wayland_answers || unset WAYLAND_DISPLAY
+  x_answers || unset DISPLAY
+  [ -n "${WAYLAND_DISPLAY:-}${DISPLAY:-}" ]
+}

@@ -9,6 +9,12 @@ PATIENCE = 15  # seconds to wait for what is expected to show
 
 
 class Person:
+    """In front of an X server."""
+
+    platform = "xcb"
+    # Everything of this person's lies in the folder.
+    unset = ["LANGUAGE", "WAYLAND_DISPLAY", "XDG_DATA_HOME"]
+
     def __init__(self, program, folder, language, display=None, starter=None):
         """`starter` is a command that starts the program, when it does not start by itself."""
         environment = dict(
@@ -17,10 +23,10 @@ class Person:
             HOME=folder,
             XDG_RUNTIME_DIR=folder,
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
-            QT_QPA_PLATFORM="xcb",
+            QT_QPA_PLATFORM=self.platform,
         )
-        environment.pop("LANGUAGE", None)
-        environment.pop("XDG_DATA_HOME", None)  # everything of this person's lies in the folder
+        for name in self.unset:
+            environment.pop(name, None)
         if display is not None:
             environment["DISPLAY"] = display
         self.name = os.path.basename(program)
@@ -114,6 +120,14 @@ class Person:
         self.type(text)
         self.wait(lambda: box.queryText().getText(0, -1) == text, f"{name} to hold {text!r}")
 
+    def _tab_to(self, thing, name):
+        for _ in range(20):
+            if thing.getState().contains(pyatspi.STATE_FOCUSED):
+                return
+            self.keys("Tab")
+            time.sleep(0.1)
+        raise AssertionError(f"Tab does not lead to {name}")
+
     def choose(self, list_name, text, window):
         """Goes from a box to the unit list behind it, and types the unit."""
         def look():
@@ -130,8 +144,9 @@ class Person:
     def pick(self, list_name, text, window):
         """Unfolds a list and takes an entry by its letters."""
         combo = self._list(list_name, window)
-        combo.queryAction().doAction(0)
-        time.sleep(0.3)  # the list unfolds
+        self._tab_to(combo, list_name)
+        self.keys("alt+Down")
+        self.wait(lambda: combo.getState().contains(pyatspi.STATE_EXPANDED), f"{list_name} unfolded")
         self.type(text)
         self.keys("Return")
         self.wait(lambda: combo.name == text, f"{list_name} to show {text!r}")
@@ -153,9 +168,9 @@ class Person:
         box.queryAction().doAction(0)
         self.wait(lambda: box.getState().contains(pyatspi.STATE_CHECKED), f"{name} to be ticked")
 
-    def drag(self, thing, right, down):
-        """Drags the mouse from a third of the thing's width, by this many pixels."""
-        area = thing.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+    def drag(self, window, right, down):
+        """Drags the mouse from a third of the window's width, by this many pixels."""
+        area = self.find(*window).queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
         x, y = area.x + area.width // 3, area.y + area.height // 2
         steps = ["mousemove", str(x), str(y), "mousedown", "1"]
         for part in range(1, 6):
