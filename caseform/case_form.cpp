@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QShortcut>
+#include <cmath>
 #include <utility>
 
 #include "case/case_record.h"
@@ -175,7 +176,8 @@ bool Form1::CheckDateOfBirth(const QString& text) {
   if (text.trimmed().isEmpty() || text == Vse::kUnknown) return true;
   if (Vse::IsValidDate(text, locale_)) return true;
   const std::optional<double> year = ReadNumber(text);
-  if (year && *year / 1000.0 > 1.0 && *year / 1000.0 < 3.0) return true;
+  const bool whole = year && *year == std::trunc(*year);
+  if (whole && *year / 1000.0 > 1.0 && *year / 1000.0 < 3.0) return true;
   entryError_ = true;
   ShowError("wrong date");
   return false;

@@ -58,8 +58,8 @@ class Form1 : public QDialog {
   // was typed in radians shows "wrong angle". Empty when it was refused.
   std::optional<double> ConfirmMeasure(Measure measure, const MeasureEntry& entry);
 
-  // True for an empty text, "Unknown", a valid date and a year from 1001 to 2999; else shows "wrong
-  // date" and nothing else.
+  // True for an empty text, "Unknown", a valid date and a whole year from 1001 to 2999; else shows
+  // "wrong date" and nothing else.
   bool CheckDateOfBirth(const QString& text);
 
   void reject() override;

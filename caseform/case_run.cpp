@@ -54,9 +54,9 @@ void BeginCase(const CaseRun& run) {
   run.window.MarkCaseToShow();
 }
 
-void FillWindow(const CaseRun& run) {
+void FillWindow(const CaseEntries& entries, const CaseRun& run) {
   run.window.ClearCharts();
-  CopyPatientToPanel(run);
+  CopyPatientToPanel(entries, run);
   ComputeAll(run);
 }
 
@@ -68,26 +68,26 @@ bool ConfirmCase(Form1& form, const CaseRun& run) {
   static_cast<CaseData&>(run.record) = *data;
   BeginCase(run);
   form.hide();
-  FillWindow(run);
+  FillWindow(form.Entries(), run);
   return true;
 }
 
 void ShowCase(const CaseRun& run) {
   BeginCase(run);
-  FillWindow(run);
+  FillWindow(Vse::EntriesOf(run.record, run.locale, {}), run);
 }
 
-void CopyPatientToPanel(const CaseRun& run) {
+void CopyPatientToPanel(const CaseEntries& entries, const CaseRun& run) {
   const PatientTexts& patient = run.record.patient;
-  const auto set = [&](QString PatientTexts::*box, QStringView placeholder) {
-    run.window.SetPatientBox(box, patient.*box, patient.*box != placeholder);
+  const auto set = [&](QString PatientTexts::*box, bool enabled = true) {
+    run.window.SetPatientBox(box, patient.*box, enabled);
   };
-  set(&PatientTexts::name, Vse::kUnknown);
-  set(&PatientTexts::dateOfBirth, Vse::kUnknown);
-  set(&PatientTexts::bodyWeight, Vse::kUnknown);
-  set(&PatientTexts::comments, Vse::kNoComments);
-  run.window.SetPatientBox(&PatientTexts::sex, patient.sex, true);
-  run.window.SetPatientBox(&PatientTexts::hip, patient.hip, true);
+  set(&PatientTexts::name, patient.name != Vse::kUnknown);  // one that was typed has a blank
+  set(&PatientTexts::sex);
+  set(&PatientTexts::dateOfBirth, !entries.dateOfBirth.isEmpty());
+  set(&PatientTexts::bodyWeight, !run.record.weightUnknown);
+  set(&PatientTexts::hip);
+  set(&PatientTexts::comments, !entries.comments.isEmpty());
 }
 
 bool ComputeAll(const CaseRun& run) {

@@ -4,6 +4,7 @@
 
 #include <QLocale>
 
+#include "case/case_entries.h"
 #include "case/case_record.h"
 #include "caseform/case_form.h"
 #include "caseform/case_window.h"
@@ -28,8 +29,9 @@ bool ConfirmCase(Form1& form, const CaseRun& run);
 void ShowCase(const CaseRun& run);
 
 // Shows the record's patient in the panel. Name, date of birth, body weight and comments are
-// disabled where they hold a placeholder.
-void CopyPatientToPanel(const CaseRun& run);
+// disabled where `entries`, which the record was made of, has nothing and a placeholder stands in.
+// "Unknown" or "No" that was typed is no placeholder.
+void CopyPatientToPanel(const CaseEntries& entries, const CaseRun& run);
 
 // Runs the model on the record. Gives true when stresses were computed and shown; otherwise the
 // reason has been shown and the results panel keeps what it showed.

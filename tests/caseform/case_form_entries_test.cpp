@@ -67,8 +67,8 @@ TEST_P(InLocale, TakesDatesAndYears) {
 }
 
 TEST_P(InLocale, RefusesOtherDatesWithOneMessage) {
-  for (const char* text :
-       {"956", "1000", "3000", "abc", "1.2.3.4", "31.2.1956", "-1956", "0", "unknown"}) {
+  for (const char* text : {"956", "1000", "3000", "abc", "1.2.3.4", "31.2.1956", "-1956", "0",
+                           "unknown", "1956.5", "1956,5", "1000.5", "2999.9"}) {
     form_->BeginConfirmation();
     EXPECT_FALSE(form_->CheckDateOfBirth(text)) << text;
     EXPECT_EQ(door_.Take(), Messages{kWrongDate}) << text;
