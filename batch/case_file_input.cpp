@@ -7,8 +7,10 @@
 #include <QString>
 #include <algorithm>
 
+#include "batch/chunk_reader.h"
 #include "batch/cohort_error.h"
 #include "batch/columns.h"
+#include "batch/input_file.h"
 #include "case/case_conversion.h"
 #include "case/case_file.h"
 
@@ -65,11 +67,26 @@ std::string CaseRecordText(const QString& path) {
   return Record(fields << entries.bodyWeight << (readable ? QString() : Trouble(contents)));
 }
 
+// Spreadsheets save tables separated by tabs under names that end with ".txt". Only a plain file is
+// looked into: a pipe gives its beginning once.
+bool BeginsWithHeader(const std::string& path) {
+  constexpr ChunkLimits kBeginning = {.readSize = 4096, .recordSize = 65536};
+  if (!QFileInfo(QString::fromStdString(path)).isFile()) return false;
+  try {
+    InputFile file(path);
+    ChunkReader reader([&](std::span<char> buffer) { return file.Read(buffer); }, kBeginning);
+    return LooksLikeHeader(reader.ReadHeader().value_or(std::string()));
+  } catch (const CohortError&) {
+    return false;
+  }
+}
+
 }  // namespace
 
 bool IsCaseFileInput(const std::string& path) {
   const QString name = QString::fromStdString(path);
-  return name.endsWith(QStringLiteral(".txt"), Qt::CaseInsensitive) || QFileInfo(name).isDir();
+  if (QFileInfo(name).isDir()) return true;
+  return name.endsWith(QStringLiteral(".txt"), Qt::CaseInsensitive) && !BeginsWithHeader(path);
 }
 
 CaseFileInput::CaseFileInput(const std::string& path) : text_(HeaderRecord()) {

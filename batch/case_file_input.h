@@ -8,7 +8,8 @@
 
 namespace Cohort {
 
-// Whether a path stands for case files: a folder, or a name that ends with ".txt".
+// Whether a path stands for case files: a folder, or a name that ends with ".txt" unless the file
+// begins with the header row of a table.
 bool IsCaseFileInput(const std::string& path);
 
 // Reads as CSV with a header row: file, name, sex, dateOfBirth, hip, comments, the measures and the

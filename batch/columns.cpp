@@ -106,15 +106,16 @@ std::size_t CountInputs(std::string_view header, char delimiter) {
       [](std::string_view field) { return FindInput(ReadTitle(field).name).has_value(); }));
 }
 
-char FindDelimiter(std::string_view header) {
-  char best = ',';
-  std::size_t bestCount = 0;
+struct BestDelimiter {
+  char delimiter = ',';
+  std::size_t inputs = 0;  // found under it
+};
+
+BestDelimiter FindDelimiter(std::string_view header) {
+  BestDelimiter best;
   for (const char delimiter : {',', ';', '\t'}) {
     const std::size_t count = CountInputs(header, delimiter);
-    if (count > bestCount) {
-      best = delimiter;
-      bestCount = count;
-    }
+    if (count > best.inputs) best = {delimiter, count};
   }
   return best;
 }
@@ -127,7 +128,7 @@ Columns ReadColumns(std::string_view header, std::optional<char> delimiter) {
     throw CohortError("the header holds NUL bytes; the file must be text in UTF-8, not UTF-16");
   }
   Columns columns;
-  columns.delimiter = delimiter.value_or(FindDelimiter(header));
+  columns.delimiter = delimiter.value_or(FindDelimiter(header).delimiter);
   RecordParser parser(columns.delimiter);
   if (parser.Parse(header) != RecordFault::None) {
     throw CohortError("the header has a broken quote");
@@ -136,6 +137,10 @@ Columns ReadColumns(std::string_view header, std::optional<char> delimiter) {
   for (std::size_t i = 0; i < columns.names.size(); ++i) TakeColumn(columns, i);
   CheckComplete(columns);
   return columns;
+}
+
+bool LooksLikeHeader(std::string_view row) {
+  return FindDelimiter(WithoutByteOrderMark(row)).inputs >= 2;
 }
 
 }  // namespace Cohort

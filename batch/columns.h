@@ -41,4 +41,7 @@ struct Columns {
 // unit, a measure that is missing or there twice, a column named like one of the results.
 Columns ReadColumns(std::string_view header, std::optional<char> delimiter);
 
+// Whether a row is meant as a header, complete or not: it names two measures or more.
+bool LooksLikeHeader(std::string_view row);
+
 }  // namespace Cohort

@@ -66,6 +66,7 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Cohort::CohortSettings
   app.set_help_flag("-h,--help", "Print this text");
   app.add_option("FILE", settings.inputs,
                  "CSV files with the same columns, or case files (.txt) and folders of them;\n"
+                 "a .txt file that begins with a header row is read as a table;\n"
                  "standard input without any, or for -")
       ->type_name(" ");
   app.add_option("-o,--output", settings.output,

@@ -158,4 +158,13 @@ TEST(Delimiter, IsTakenAsGiven) {
   EXPECT_EQ(Cohort::ReadColumns(kPlain, ',').delimiter, ',');
 }
 
+TEST(Header, IsWhatNamesTwoMeasuresUnderSomeDelimiter) {
+  for (const char* row : {kPlain.c_str(), "lizm;name;\"xizm [mm]\"", "thetaCE\tbodyWeight"}) {
+    EXPECT_TRUE(Cohort::LooksLikeHeader(row)) << row;
+  }
+  for (const char* row : {"", "lizm", "lizm xizm", "TELMARION", "Lizm,Xizm", "10.4,0.5,6"}) {
+    EXPECT_FALSE(Cohort::LooksLikeHeader(row)) << row;
+  }
+}
+
 }  // namespace
