@@ -1,21 +1,12 @@
-// The case file, byte for byte, and everything that can happen to it.
+// The case file, byte for byte, as it is composed and parsed.
 #include "case/case_file.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <csignal>
 
 #include "case/case_conversion.h"
 #include "case/case_file_labels.h"
-#include "tests/support/default_geometry.h"
+#include "tests/case/case_file_sample.h"
 #include "tests/support/row_name.h"
-#include "tests/support/small_files.h"
 
 void PrintTo(const QString& text, std::ostream* out) {
   *out << '"' << text.toStdString() << '"';
@@ -25,83 +16,8 @@ namespace {
 
 using Vse::CaseFileContents;
 
-CaseRecord DefaultCase() {
-  CaseRecord record;
-  record.patient = {.name = "Surname Given",
-                    .sex = "F",
-                    .dateOfBirth = "15.11.1956",
-                    .bodyWeight = "70",
-                    .hip = "L",
-                    .comments = "No"};
-  record.geometry = DefaultGeometry();
-  record.bodyWeight = 70.0;
-  Vse::RunModel(record);
-  return record;
-}
-
-// The degree sign is one byte, B0, in every code page.
-const QByteArray kDefaultFile =
-    "TELMARION                                        15.11.2026\r\n"
-    "\n\r\n"
-    "Name          : Surname Given\n\r\n"
-    "Sex           : F\n\r\n"
-    "Date of birth : 15.11.1956\n\r\n"
-    "Body weight   : 70 kg\n\r\n"
-    "Hip           : L\n\r\n"
-    "Comments      : No\n\r\n"
-    "\n\r\n"
-    "lizm          = 10.4 cm\n\r\n"
-    "xizm          = 0.5 cm\n\r\n"
-    "zizm          = 6 cm\n\r\n"
-    "Cizm          = 4.4 cm\n\r\n"
-    "Hizm          = 16 cm\n\r\n"
-    "zasuk         = 0 \xB0  \n\r\n"
-    "theta-CE      = 30 \xB0  \n\r\n"
-    "radius of head= 0.025 m \n\r\n"
-    "\n\r\n"
-    "R/Wb          = 2.812\n\r\n"
-    "Theta-R       = 8.476 \xB0 \n\r\n"
-    "Pmax/Wb       = 3006.761 m^-2\n\r\n"
-    "Pmax = 2066847.58429341 Pa\n\r\n";
-
-CaseEntries DefaultEntries() {
-  CaseEntries entries;
-  entries.surname = "Surname ";
-  entries.firstName = "Given";
-  entries.sex = CaseEntries::Sex::Female;
-  entries.dateOfBirth = "15.11.1956";
-  entries.bodyWeight = "70";
-  entries.hip = CaseEntries::Hip::Left;
-  entries.comments = "No";
-  entries.measures = {{{"10.4", "cm"},
-                       {"0.5", "cm"},
-                       {"6", "cm"},
-                       {"4.4", "cm"},
-                       {"16", "cm"},
-                       {"0 ", "  °  "},
-                       {"30 ", "  °  "},
-                       {"0.025", "m"}}};
-  return entries;
-}
-
-QByteArray Compose(const CaseRecord& record, const QLocale& locale = QLocale::c()) {
-  return Vse::ComposeCaseFile(record, "15.11.2026", locale);
-}
-
 CaseFileContents Parse(const QByteArray& bytes, const QLocale& locale = QLocale::c()) {
   return Vse::ParseCaseFile(bytes, locale);
-}
-
-void Put(const QString& path, const QByteArray& bytes) {
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  ASSERT_EQ(file.write(bytes), bytes.size());
-}
-
-QByteArray Get(const QString& path) {
-  QFile file(path);
-  EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-  return file.readAll();
 }
 
 TEST(CaseFileWriter, WritesTheseBytes) {
@@ -360,101 +276,6 @@ TEST(CodePages, FallBackToUtf8WithoutAMarkWhenALetterHasNoPlace) {
 TEST(CodePages, AMarkThatAnEditorAddedIsDropped) {
   EXPECT_TRUE(Parse("\xEF\xBB\xBF" + QString::fromLatin1(kDefaultFile).toUtf8()).entries ==
               DefaultEntries());
-}
-
-TEST(CaseFileOnDisk, ComesBack) {
-  const QTemporaryDir folder;
-  const QString path = folder.filePath("case.txt");
-  EXPECT_EQ(Vse::WriteCaseFile(path, DefaultCase(), "15.11.2026", QLocale::c()), "");
-  EXPECT_EQ(Get(path), kDefaultFile);
-  EXPECT_TRUE(Vse::ReadCaseFile(path, QLocale::c()).entries == DefaultEntries());
-  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
-}
-
-TEST(CaseFileOnDisk, AFailedWriteLeavesTheOldFileAndTellsWhy) {
-  const QTemporaryDir folder;
-  QDir(folder.path()).mkdir("case.txt");
-  EXPECT_NE(Vse::WriteCaseFile(folder.filePath("case.txt"), DefaultCase(), "", QLocale::c()), "");
-  EXPECT_NE(Vse::WriteCaseFile(folder.filePath("none/case.txt"), DefaultCase(), "", QLocale::c()),
-            "");
-  EXPECT_NE(Vse::WriteCaseFile("/proc/case.txt", DefaultCase(), "", QLocale::c()), "");
-  EXPECT_TRUE(QDir(folder.filePath("case.txt")).exists());
-}
-
-TEST(CaseFileOnDisk, AFullDiskIsReportedAndTheOldFileStays) {
-  const QTemporaryDir folder;
-  const QString path = folder.filePath("case.txt");
-  Put(path, "old");
-  {
-    const SmallFiles full(100);
-    EXPECT_NE(Vse::WriteCaseFile(path, DefaultCase(), "", QLocale::c()), "");
-  }
-  EXPECT_EQ(Get(path), "old");
-  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
-}
-
-TEST(CaseFileOnDisk, WhatCouldNotBeReadAgainIsNotWritten) {
-  const QTemporaryDir folder;
-  CaseRecord record = DefaultCase();
-  record.patient.comments = QString(static_cast<int>(Vse::kLargestCaseFile), 'x');
-  const QString path = folder.filePath("case.txt");
-  EXPECT_NE(Vse::WriteCaseFile(path, record, "", QLocale::c()), "");
-  EXPECT_FALSE(QFile::exists(path));
-}
-
-TEST(CaseFileOnDisk, WhatCannotBeReadIsReported) {
-  const QTemporaryDir folder;
-  QDir(folder.path()).mkdir("folder.txt");
-  ASSERT_EQ(mkfifo(qPrintable(folder.filePath("pipe.txt")), 0600), 0);
-  for (const char* name : {"folder.txt", "none.txt", "pipe.txt"}) {
-    const CaseFileContents contents = Vse::ReadCaseFile(folder.filePath(name), QLocale::c());
-    EXPECT_EQ(contents.problem, CaseFileContents::Problem::Unreadable) << name;
-    EXPECT_NE(contents.reason, "") << name;
-  }
-}
-
-TEST(CaseFileOnDisk, LargerThanAMebibyteIsNoCaseFile) {
-  const QTemporaryDir folder;
-  const QString path = folder.filePath("large.txt");
-  CaseRecord record = DefaultCase();
-  record.patient.comments =
-      QString(static_cast<int>(Vse::kLargestCaseFile - kDefaultFile.size() + 2), 'x');
-  Put(path, Compose(record));
-  EXPECT_EQ(Vse::ReadCaseFile(path, QLocale::c()).problem, CaseFileContents::Problem::None);
-  record.patient.comments += "x";
-  Put(path, Compose(record));
-  EXPECT_EQ(Vse::ReadCaseFile(path, QLocale::c()).problem,
-            CaseFileContents::Problem::NotCorrectFile);
-  QFile sparse(path);
-  ASSERT_TRUE(sparse.open(QIODevice::ReadWrite));
-  ASSERT_TRUE(sparse.resize(qint64{1} << 30));
-  EXPECT_EQ(Vse::ReadCaseFile(path, QLocale::c()).problem,
-            CaseFileContents::Problem::NotCorrectFile);
-}
-
-// Killed at any moment of writing, the program leaves a whole file: the old one or the new one.
-TEST(CaseFileOnDisk, IsWholeWhateverMomentTheProgramDiesAt) {
-  const QTemporaryDir folder;
-  const QString path = folder.filePath("case.txt");
-  CaseRecord other = DefaultCase();
-  other.patient.comments = QString(200000, 'x');
-  const QByteArray otherFile = Compose(other);
-  ASSERT_EQ(Vse::WriteCaseFile(path, DefaultCase(), "15.11.2026", QLocale::c()), "");
-  for (int round = 0; round < 25; ++round) {
-    const pid_t writer = fork();
-    ASSERT_GE(writer, 0);
-    if (writer == 0) {
-      for (;;) {
-        Vse::WriteCaseFile(path, other, "15.11.2026", QLocale::c());
-        Vse::WriteCaseFile(path, DefaultCase(), "15.11.2026", QLocale::c());
-      }
-    }
-    usleep(3000 + 977 * static_cast<unsigned>(round));
-    kill(writer, SIGKILL);
-    waitpid(writer, nullptr, 0);
-    const QByteArray found = Get(path);
-    EXPECT_TRUE(found == kDefaultFile || found == otherFile) << found.size();
-  }
 }
 
 }  // namespace
