@@ -8,7 +8,9 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "diagram/case_diagram.h"
 #include "platform/print_dialog.h"
@@ -252,22 +254,29 @@ TEST(Report, LeavesTheScreensDiagramAlone) {
   EXPECT_EQ(labels.stressLegend.backColor, kButtonFace);
 }
 
-// Notes the pointer's shape at the end of the document.
+bool PointerIsHourglass() {
+  const QCursor* pointer = QGuiApplication::overrideCursor();
+  return pointer != nullptr && pointer->shape() == Qt::WaitCursor;
+}
+
+// Notes the pointer's shape whenever the document turns to its device, and at its end.
 class PointerTarget final : public PrintTarget {
  public:
   explicit PointerTarget(QString error) : error_(std::move(error)), writer_(&out_) {
     out_.open(QIODevice::WriteOnly);
   }
-  QPagedPaintDevice& Device() override { return writer_; }
+  QPagedPaintDevice& Device() override {
+    hourglass.push_back(PointerIsHourglass());
+    return writer_;
+  }
   QString Check() override { return {}; }
   QString Deliver() override {
-    const QCursor* pointer = QGuiApplication::overrideCursor();
-    hourglass = pointer != nullptr && pointer->shape() == Qt::WaitCursor;
+    hourglass.push_back(PointerIsHourglass());
     return error_;
   }
   QString Refusal(const QString& reason) const override { return reason; }
 
-  bool hourglass = false;
+  std::vector<bool> hourglass;
 
  private:
   QString error_;
@@ -281,9 +290,36 @@ TEST(Report, ShowsAnHourglassAndPutsThePointerBack) {
   for (const QString& error : {QString(), QStringLiteral("no paper")}) {
     PointerTarget target(error);
     EXPECT_EQ(Print::PrintCase(target, {record, results, German()}, PrintedDate()), error);
-    EXPECT_TRUE(target.hourglass);
+    EXPECT_TRUE(target.hourglass.back());
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
   }
+}
+
+TEST(Report, ShowsTheHourglassFromTheBeginningOfTheBodyToTheEndOfTheDocument) {
+  const CaseRecord record = UsualCase();
+  const ResultTexts results = Vse::ResultTextsOf(record, German());
+  PointerTarget target({});
+  PrinterPage page(target);
+  const Print::Sheet sheet{page, {}};
+  Print::PrintPageHeader(sheet, Print::kTitle.toString());
+  EXPECT_EQ(std::count(target.hourglass.begin(), target.hourglass.end(), true), 0);
+  target.hourglass.clear();
+  Print::PrintReport(sheet, {record, results, German()});
+  EXPECT_EQ(std::count(target.hourglass.begin(), target.hourglass.end(), false), 0);
+  EXPECT_GT(target.hourglass.size(), 10U);
+  EXPECT_FALSE(PointerIsHourglass());
+}
+
+TEST(Report, GivesBackThePointerThatItFound) {
+  const CaseRecord record = UsualCase();
+  const ResultTexts results = Vse::ResultTextsOf(record, German());
+  QGuiApplication::setOverrideCursor(Qt::CrossCursor);
+  PointerTarget target({});
+  Print::PrintCase(target, {record, results, German()}, PrintedDate());
+  ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
+  EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::CrossCursor);
+  QGuiApplication::restoreOverrideCursor();
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
 TEST(Report, TellsOfATargetThatCannotBeWritten) {

@@ -1,4 +1,5 @@
 // The mouse over the 3D view, event by event.
+#include <QElapsedTimer>
 #include <numbers>
 
 #include "tests/view3d/head_fixture.h"
@@ -81,6 +82,26 @@ TEST_F(HeadMouseTest, TheTimerDrawsTheSameTurnAgain) {
     EXPECT_FLOAT_EQ(View().angles.third, kPi + Turn(40) + kTickTurn);
   }
   Release({160, 200});
+}
+
+// On the real clock. The picture is wiped, so that each tick must draw it again.
+TEST_F(HeadMouseTest, TheTimerTicksEveryHalfSecondUntilTheRelease) {
+  Press({200, 200});
+  Move({160, 200});
+  TickOnce();
+  const QImage moved = Image().copy();
+  QSignalSpy ticks(Timer(), &QTimer::timeout);
+  QElapsedTimer clock;
+  clock.start();
+  for (int tick = 1; tick <= 2; ++tick) {
+    Picture()->Box().Cls();
+    ASSERT_TRUE(ticks.wait(5000));
+    EXPECT_GE(clock.elapsed(), tick * 450) << "a timer of this kind may be 5 % early";
+    EXPECT_EQ(ticks.count(), tick);
+    EXPECT_EQ(Image(), moved);
+  }
+  Release({160, 200});
+  EXPECT_FALSE(ticks.wait(600));
 }
 
 TEST_F(HeadMouseTest, TheReleaseDrawsInFullWithTheBarAtRest) {
