@@ -7,6 +7,8 @@
 #include <QSaveFile>
 #include <QtGlobal>
 
+#include "storage/whole_file.h"
+
 namespace {
 
 constexpr int kPlaces = 16;  // sessions at a time whose work is kept
@@ -19,7 +21,7 @@ bool WriteForOwnerOnly(const QString& path, const QByteArray& text) {
   QSaveFile file(path);
   return file.open(QIODevice::WriteOnly) &&
          file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) &&
-         file.write(text) == text.size() && file.commit();
+         file.write(text) == text.size() && CommitWholeFile(file).isEmpty();
 }
 
 }  // namespace

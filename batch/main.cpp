@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstdio>
 #include <exception>
+#include <iostream>
 #include <new>
 #include <optional>
 #include <string>
@@ -84,7 +85,12 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Cohort::CohortSettings
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == 0) return app.exit(error);
+    if (error.get_exit_code() == 0) {
+      app.exit(error);  // prints the help or the version
+      if (std::cout.flush()) return kAllComputed;
+      Complain("standard output: cannot be written");
+      return kTrouble;
+    }
     Complain(std::string(error.what()) + "; --help lists what is possible");
     return kTrouble;
   }

@@ -9,9 +9,11 @@
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include "batch/cohort_error.h"
 #include "batch/input_file.h"
+#include "storage/whole_file.h"
 
 namespace Cohort {
 
@@ -29,7 +31,7 @@ class StreamOutput final : public TextSink {
   StreamOutput(const StreamOutput&) = delete;
   StreamOutput& operator=(const StreamOutput&) = delete;
   ~StreamOutput() override {
-    if (descriptor_ != STDOUT_FILENO) close(descriptor_);
+    if (descriptor_ > STDOUT_FILENO) close(descriptor_);
   }
 
   void Write(std::string_view text) override {
@@ -43,7 +45,13 @@ class StreamOutput final : public TextSink {
     }
   }
 
-  void Finish() override {}
+  // A file system over a network may keep trouble with earlier writes until the end.
+  void Finish() override {
+    const int result = close(std::exchange(descriptor_, -1));
+    if (result != 0 && errno != EINTR) {
+      throw CannotWrite(name_, std::generic_category().message(errno));
+    }
+  }
 
  private:
   int descriptor_;
@@ -53,26 +61,26 @@ class StreamOutput final : public TextSink {
 class SavedOutput final : public TextSink {
  public:
   explicit SavedOutput(const std::string& path) : file_(QFile::decodeName(path.c_str())) {
-    if (!file_.open(QIODevice::WriteOnly)) throw Trouble();
+    if (!file_.open(QIODevice::WriteOnly)) throw Trouble(file_.errorString());
   }
 
   void Write(std::string_view text) override {
     // On a disk that fills up the first call writes what still fits, the second tells the reason.
     while (!text.empty()) {
       const qint64 count = file_.write(text.data(), static_cast<qint64>(text.size()));
-      if (count <= 0) throw Trouble();
+      if (count <= 0) throw Trouble(file_.errorString());
       text.remove_prefix(static_cast<std::size_t>(count));
     }
   }
 
   void Finish() override {
-    if (!file_.commit()) throw Trouble();
+    const QString reason = CommitWholeFile(file_);
+    if (!reason.isEmpty()) throw Trouble(reason);
   }
 
  private:
-  CohortError Trouble() const {
-    return CannotWrite(QFile::encodeName(file_.fileName()).toStdString(),
-                       file_.errorString().toStdString());
+  CohortError Trouble(const QString& reason) const {
+    return CannotWrite(QFile::encodeName(file_.fileName()).toStdString(), reason.toStdString());
   }
 
   QSaveFile file_;

@@ -1,10 +1,9 @@
 // Writing a case file.
-#include <QSaveFile>
-
 #include "case/case_file.h"
 #include "case/case_file_labels.h"
 #include "case/code_page.h"
 #include "case/number_text.h"
+#include "storage/whole_file.h"
 
 namespace Vse {
 
@@ -81,12 +80,7 @@ QString WriteCaseFile(const QString& path, const CaseRecord& record, const QStri
   if (bytes.size() > kLargestCaseFile) {
     return QStringLiteral("The comments are too long for a case file (at most 1 MiB).");
   }
-  // Without the flush, commit would not notice that the last bytes found no room.
-  QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
-    return file.errorString();
-  }
-  return file.commit() ? QString() : file.errorString();
+  return WriteWholeFile(path, bytes);
 }
 
 }  // namespace Vse

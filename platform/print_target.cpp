@@ -5,11 +5,12 @@
 #include <QFileInfo>
 #include <QLibrary>
 #include <QMarginsF>
-#include <QSaveFile>
 #include <cstdint>
 #include <filesystem>
 #include <system_error>
 #include <utility>
+
+#include "storage/whole_file.h"
 
 namespace {
 
@@ -18,12 +19,7 @@ constexpr int kDotsPerInch = 1200;
 QString WriteFile(const QString& path, const QByteArray& bytes) {
   const QFileInfo there(path);
   if (there.exists() && !there.isFile()) return QStringLiteral("not a file");
-  // Without the flush, commit would not notice that the last bytes found no room.
-  QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
-    return file.errorString();
-  }
-  return file.commit() ? QString() : file.errorString();
+  return WriteWholeFile(path, bytes);
 }
 
 // The toolkit sends the document to the print system and does not look at the answer. The print

@@ -11,19 +11,20 @@ import sys
 # Room: the rooms of ours that it may include.
 ALLOWED = {
     "model": set(),
-    "case": {"model"},
-    "platform": set(),
+    "storage": set(),
+    "case": {"model", "storage"},
+    "platform": {"storage"},
     "diagram": {"case", "platform"},
     "caseform": {"case", "model", "diagram", "platform"},
     "report": {"case", "diagram", "platform"},
-    "view3d": {"case", "platform"},
-    "batch": {"case", "model"},
+    "view3d": {"case", "platform", "storage"},
+    "batch": {"case", "model", "storage"},
 }
 EVERYTHING = {"app", "tests", "bench"}  # may include every room
 ROOMS = set(ALLOWED) | EVERYTHING
 
 # Toolkit headers that a room may use: none, those without windows, or all.
-TOOLKIT = {"model": "none", "case": "core", "batch": "core"}
+TOOLKIT = {"model": "none", "storage": "core", "case": "core", "batch": "core"}
 QT_CORE_ONLY = re.compile(
     r"^(Qt|QtCore/.*|QAnyStringView|QByteArray\w*|QChar|QCoreApplication|QCryptographicHash|QDate|"
     r"QDateTime|QDir|QDirIterator|QFile|QFileInfo|QIODevice|QJsonArray|QJsonDocument|"

@@ -24,6 +24,7 @@ class CheckIncludes(unittest.TestCase):
             ("model/a.cpp", '#include "model/b.h"'),
             ("case/a.h", "#include <QString>"),
             ("case/a.h", '#include "model/b.h"'),
+            ("platform/a.cpp", '#include "storage/b.h"'),
             ("app/a.cpp", '#include "report/b.h"'),
             ("platform/a.cpp", "#include <QMessageBox>"),
             ("tests/model/a.cpp", '#include "view3d/b.h"'),

@@ -1,0 +1,34 @@
+// Makes one call to the system fail on demand, for files in one folder only. The library stands in
+// front of the C library: in a test program that is linked with it, or preloaded into another.
+//
+// A preloaded library takes its orders from the environment: TELMARION_FAULT_FOLDER,
+// TELMARION_FAULT_KIND ("once", "from then on", "part", "full"), TELMARION_FAULT_ERROR (a number of
+// errno.h) and TELMARION_FAULT_NUMBER. When it strikes it writes the call's name to the file
+// TELMARION_FAULT_REPORT.
+#pragma once
+
+#include <string>
+
+namespace Faults {
+
+enum class Kind {
+  Once,        // one call fails
+  FromThenOn,  // so do all behind it, but for what cleans up: close and unlink
+  Part,        // one read or write handles a few bytes of what was asked
+  Full,        // one write does, and all behind it fail: a disk that fills up
+};
+
+struct Fault {
+  Kind kind = Kind::Once;
+  int error = 0;  // what failing calls leave in errno
+};
+
+// From now on the call with this number, from 1, among those that concern `folder` (absolute, no
+// link) or what is in it strikes. Kinds Part and Full number reads and writes alone.
+void Arm(const std::string& folder, const Fault& fault, int number);
+
+// Lets all calls through again. Gives the call that the fault has struck; empty when there were
+// fewer calls.
+std::string Disarm();
+
+}  // namespace Faults
