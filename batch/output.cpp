@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <QByteArrayView>
 #include <QFile>
 #include <QSaveFile>
 #include <cerrno>
@@ -61,26 +62,21 @@ class StreamOutput final : public TextSink {
 class SavedOutput final : public TextSink {
  public:
   explicit SavedOutput(const std::string& path) : file_(QFile::decodeName(path.c_str())) {
-    if (!file_.open(QIODevice::WriteOnly)) throw Trouble(file_.errorString());
+    if (!file_.open(QIODevice::WriteOnly)) Refuse(file_.errorString());
   }
 
   void Write(std::string_view text) override {
-    // On a disk that fills up the first call writes what still fits, the second tells the reason.
-    while (!text.empty()) {
-      const qint64 count = file_.write(text.data(), static_cast<qint64>(text.size()));
-      if (count <= 0) throw Trouble(file_.errorString());
-      text.remove_prefix(static_cast<std::size_t>(count));
-    }
+    Expect(WritePiece(file_, QByteArrayView(text.data(), static_cast<qsizetype>(text.size()))));
   }
 
-  void Finish() override {
-    const QString reason = CommitWholeFile(file_);
-    if (!reason.isEmpty()) throw Trouble(reason);
-  }
+  void Finish() override { Expect(CommitWholeFile(file_)); }
 
  private:
-  CohortError Trouble(const QString& reason) const {
-    return CannotWrite(QFile::encodeName(file_.fileName()).toStdString(), reason.toStdString());
+  void Expect(const QString& reason) const {
+    if (!reason.isEmpty()) Refuse(reason);
+  }
+  [[noreturn]] void Refuse(const QString& reason) const {
+    throw CannotWrite(QFile::encodeName(file_.fileName()).toStdString(), reason.toStdString());
   }
 
   QSaveFile file_;

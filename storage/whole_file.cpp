@@ -23,14 +23,23 @@ QString Sync(int descriptor) {
 
 QString WriteWholeFile(const QString& path, const QByteArray& bytes) {
   QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
-    return file.errorString();
+  if (!file.open(QIODevice::WriteOnly)) return file.errorString();
+  const QString reason = WritePiece(file, bytes);
+  return reason.isEmpty() ? CommitWholeFile(file) : reason;
+}
+
+// On a disk that fills up the first call writes what still fits, the second tells the reason.
+QString WritePiece(QSaveFile& file, QByteArrayView bytes) {
+  while (!bytes.isEmpty()) {
+    const qint64 count = file.write(bytes.data(), bytes.size());
+    if (count <= 0) return file.errorString();
+    bytes = bytes.sliced(count);
   }
-  return CommitWholeFile(file);
+  return {};
 }
 
 QString CommitWholeFile(QSaveFile& file) {
-  if (!file.flush()) return file.errorString();
+  if (!file.flush() && !file.flush()) return file.errorString();  // twice, as above
   const QString reason = Sync(file.handle());
   if (!reason.isEmpty()) return reason;
   return file.commit() ? QString() : file.errorString();

@@ -3,14 +3,17 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QSaveFile>
 #include <QString>
 
-// Both give the system's reason when they fail, and an empty text when the file stands whole in its
-// place. After a failure the file that was there before is untouched, and no other is left behind.
+// Each gives the system's reason when it fails, else an empty text.
 
-// Makes or replaces the file at `path`.
+// Makes or replaces the file at `path`. After a failure the file that was there before is
+// untouched, and no other is left behind.
 QString WriteWholeFile(const QString& path, const QByteArray& bytes);
 
-// The end of a file that has been written piece by piece. Nothing may be written to it afterwards.
+// The same piece by piece: for an open file any number of pieces, then the commit, after which
+// nothing may be written. A file that is destroyed without it is as if it had failed.
+QString WritePiece(QSaveFile& file, QByteArrayView bytes);
 QString CommitWholeFile(QSaveFile& file);

@@ -7,7 +7,7 @@
 #include <QString>
 #include <cerrno>
 #include <cstring>
-#include <sstream>
+#include <iostream>
 #include <string>
 #include <vector>
 
@@ -31,12 +31,10 @@ inline std::vector<Fault> WhileReading() {
   return faults;
 }
 
-inline std::string NameOf(const Fault& fault, int number, const std::string& call) {
+inline std::string NameOf(const Fault& fault) {
   constexpr const char* kKinds[] = {"once", "from then on", "part", "full"};
-  std::ostringstream name;
-  name << kKinds[static_cast<int>(fault.kind)] << ", " << std::strerror(fault.error) << ", call "
-       << number << ": " << (call.empty() ? "not reached" : call);
-  return name.str();
+  const std::string kind = kKinds[static_cast<int>(fault.kind)];
+  return fault.error == 0 ? kind : kind + ", " + std::strerror(fault.error);
 }
 
 // For the first call of `operate` that concerns files in `folder`, then the second, and so on until
@@ -51,9 +49,13 @@ int Walk(const QString& folder, const Fault& fault, const Prepare& prepare, cons
     Arm(place, fault, number);
     operate();
     const std::string call = Disarm();
-    const testing::ScopedTrace trace(__FILE__, __LINE__, NameOf(fault, number, call));
+    const testing::ScopedTrace trace(
+        __FILE__, __LINE__, NameOf(fault) + ": call " + std::to_string(number) + ", " + call);
     check();
-    if (call.empty()) return number - 1;
+    if (call.empty()) {
+      std::cout << NameOf(fault) << ": " << number - 1 << " calls struck\n";
+      return number - 1;
+    }
   }
   ADD_FAILURE() << "the operation never comes to an end";
   return kMostCalls;

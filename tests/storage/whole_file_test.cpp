@@ -42,17 +42,30 @@ TEST_F(WholeFileTest, AFailureNamesTheReason) {
   EXPECT_EQ(WriteWholeFile(folder_.filePath("none/file"), "new"), "No such file or directory");
 }
 
+// Few bytes wait in memory for the end, many are written at once.
 TEST_F(WholeFileTest, IsOldOrNewWhateverFails) {
-  const QByteArray fresh(5000, 'n');
-  QString reason;
-  for (const Faults::Fault& fault : Faults::WhileWriting()) {
-    const int calls = Faults::Walk(
-        folder_.path(), fault, [&] { Put("old"); }, [&] { reason = WriteWholeFile(Path(), fresh); },
-        [&] {
-          EXPECT_EQ(Bytes(), reason.isEmpty() ? fresh : QByteArray("old")) << reason.toStdString();
-          EXPECT_EQ(Files(), QStringList{"file"});
-        });
-    EXPECT_GE(calls, 1);
+  for (const qsizetype size : {5000, 50000}) {
+    const QByteArray fresh(size, 'n');
+    for (const Faults::Fault& fault : Faults::WhileWriting()) {
+      QString reason;
+      const int calls = Faults::Walk(
+          folder_.path(), fault, [&] { Put("old"); },
+          [&] { reason = WriteWholeFile(Path(), fresh); },
+          [&] {
+            EXPECT_EQ(Bytes(), reason.isEmpty() ? fresh : QByteArray("old"))
+                << reason.toStdString();
+            EXPECT_EQ(Files(), QStringList{"file"});
+          });
+      EXPECT_GE(calls, 1);
+    }
+  }
+}
+
+TEST_F(WholeFileTest, ADiskThatFillsUpIsGivenAsTheReason) {
+  for (const qsizetype size : {5000, 50000}) {
+    Faults::Arm(folder_.path().toStdString(), {Faults::Kind::Full, ENOSPC}, 1);
+    EXPECT_EQ(WriteWholeFile(Path(), QByteArray(size, 'n')), "No space left on device");
+    EXPECT_EQ(Faults::Disarm(), "write");
   }
 }
 
@@ -60,8 +73,8 @@ TEST_F(WholeFileTest, PiecesThatFindNoRoomAtTheEndAreNoticed) {
   Put("old");
   QSaveFile file(Path());
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  ASSERT_TRUE(file.write("a few bytes that wait in memory"));
-  Faults::Arm(folder_.path().toStdString(), {Faults::Kind::FromThenOn, ENOSPC}, 1);
+  ASSERT_EQ(file.write(QByteArray(5000, 'n')), 5000);  // they wait in memory
+  Faults::Arm(folder_.path().toStdString(), {Faults::Kind::Full, ENOSPC}, 1);
   EXPECT_EQ(CommitWholeFile(file), "No space left on device");
   Faults::Disarm();
   EXPECT_EQ(Bytes(), "old");
