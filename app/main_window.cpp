@@ -10,6 +10,7 @@
 #include "case/case_conversion.h"
 #include "case/case_file.h"
 #include "case/date_text.h"
+#include "diagram/diagram_words.h"
 #include "report/report.h"
 
 namespace {
@@ -226,6 +227,7 @@ void MDIForm1::ShowFileInUse() {
   setWindowTitle(name.isEmpty() ? Text("TELMARION[*]") : name + Text("[*] - TELMARION"));
   setWindowModified(session_.NeedsSaving());
   fileLabel_->setText(path);
+  fileLabel_->setAccessibleName(Text("File in use: ") + (path.isEmpty() ? Text("none") : path));
 }
 
 void MDIForm1::EnablePanels() {
@@ -244,7 +246,8 @@ void MDIForm1::ClearCharts() {
   box.Cls();
   box.SetDrawStyle(LineStyle::Solid);
   diagram_->Labels() = {};
-  captions_->clear();
+  SetCaptions({});
+  diagram_->setAccessibleDescription(Text("Empty."));
 }
 
 void MDIForm1::SetPatientBox(QString PatientTexts::*box, const QString& text, bool enabled) {
@@ -256,6 +259,7 @@ void MDIForm1::SetResults(const ResultTexts& results) {
   results_->SetResults(results);
   LoadView3D();
   view3d_->CaseComputed();
+  diagram_->setAccessibleDescription(Vizual::DiagramWords(session_.Record(), doors_.locale));
 }
 
 Vizual::Target MDIForm1::Diagram() {
@@ -264,4 +268,5 @@ Vizual::Target MDIForm1::Diagram() {
 
 void MDIForm1::SetCaptions(const QStringList& captions) {
   captions_->setText(captions.join(u'\n'));
+  captions_->setAccessibleName(Text("Captions of the diagram: ") + captions.join(Text(", ")));
 }

@@ -63,7 +63,6 @@ void MDIForm1::BuildContent() {
   diagram_->setMinimumSize(300, 200);
   captions_ = new QLabel;
   captions_->setObjectName(Text("Picture2"));
-  captions_->setAccessibleName(Text("Captions of the diagram"));
   captions_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   captions_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
   captions_->setFont(WithTimes(captions_->font()));
@@ -82,10 +81,10 @@ void MDIForm1::BuildContent() {
   columns->setChildrenCollapsible(false);
   columns->setSizes({320, 640});
   setCentralWidget(columns);
+  ClearCharts();
 
   fileLabel_ = new QLabel;
   fileLabel_->setObjectName(Text("lblFile"));
-  fileLabel_->setAccessibleName(Text("File in use"));
   statusBar()->addWidget(fileLabel_, 1);
   resize(960, 640);
 }

@@ -21,7 +21,12 @@ QLineEdit* MakeBox(const char* objectName, const char* caption) {
   return box;
 }
 
-// Its caption stands on the left, its unit on the right.
+// A screen reader may be silent on the sign.
+QString SpokenUnit(const char* unit) {
+  return Text(unit) == Text("°") ? Text("degrees") : Text(unit);
+}
+
+// Its caption stands on the left, its unit on the right; both are in its accessible name.
 QLabel* AddRow(QGridLayout* grid, int row, const char* caption, QWidget* box,
                const char* unit = nullptr) {
   auto* label = new QLabel(Text(caption));
@@ -29,6 +34,7 @@ QLabel* AddRow(QGridLayout* grid, int row, const char* caption, QWidget* box,
   grid->addWidget(label, row, 0);
   grid->addWidget(box, row, 1);
   if (unit == nullptr) return nullptr;
+  box->setAccessibleName(box->accessibleName() + Text(" in ") + SpokenUnit(unit));
   auto* unitLabel = new QLabel(Text(unit));
   grid->addWidget(unitLabel, row, 2);
   return unitLabel;

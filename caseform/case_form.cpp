@@ -40,6 +40,12 @@ QString TextOf(const QPlainTextEdit* box) {
   return text.trimmed().isEmpty() ? QString() : text;
 }
 
+// In words what the red lines of the picture say.
+QString MarkedDimension(const QWidget& box) {
+  const QString& meaning = box.accessibleDescription();
+  return "Marked in red: " + box.accessibleName() + (meaning.isEmpty() ? "" : ", " + meaning);
+}
+
 // A press of the mouse or an open list would be lost to a message box.
 bool IsBusyWithMouse() {
   return QGuiApplication::mouseButtons() != Qt::NoButton ||
@@ -227,6 +233,7 @@ void Form1::SetHighlighted(const QWidget* box, bool highlighted) {
   for (std::size_t i = 0; i < kMeasureCount; ++i) {
     if (controls_.measures[i].text != box) continue;
     controls_.picture->SetHighlighted(static_cast<Measure>(i), highlighted);
+    controls_.picture->setAccessibleDescription(highlighted ? MarkedDimension(*box) : QString());
   }
 }
 

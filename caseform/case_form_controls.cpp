@@ -2,7 +2,6 @@
 #include "caseform/case_form_controls.h"
 
 #include <QAbstractItemView>
-#include <QComboBox>
 #include <QDialog>
 #include <QFontMetrics>
 #include <QGridLayout>
@@ -18,6 +17,7 @@
 
 #include "caseform/form_fonts.h"
 #include "caseform/hip_picture.h"
+#include "platform/choice_list.h"
 
 namespace {
 
@@ -33,8 +33,9 @@ struct MeasureRow {
   const char* combo;
   const char* label;    // an ampersand marks the access key
   const char* caption;  // as a screen reader says it
-  const char* hint;
+  const char* hint;     // what it is
   const char* proposed;
+  const char* words = "";  // what it is, where there is no hint
 };
 
 // "pelvic heigh" is spelt so, and x is the vertical coordinate. Deliberate.
@@ -43,13 +44,13 @@ constexpr std::array kRows = {
                "10.40"},
     MeasureRow{Measure::Cizm, "Text4", "Combo4", "&C", "C", "pelvic width", "4.40"},
     MeasureRow{Measure::Hizm, "Text5", "Combo5", "&H", "H", "pelvic heigh", "16.00"},
-    MeasureRow{Measure::ThetaCE, "Text9", "Combo7", "ϑ C&E", "CE", "", "30.0"},
+    MeasureRow{Measure::ThetaCE, "Text9", "Combo7", "ϑ C&E", "CE", "", "30.0", "centre-edge angle"},
     MeasureRow{Measure::Xizm, "Text2", "Combo2", "&x  trochanter", "x  trochanter",
                "vertical coordinate of trochanter", "0.50"},
     MeasureRow{Measure::Zizm, "Text3", "Combo3", "&z  trochanter", "z  trochanter",
                "horizontal coordinate of trochanter", "6.00"},
-    MeasureRow{Measure::Zasuk, "Text6", "Combo6", "φ  &rotation angle", "rotation angle", "",
-               "0.0"},
+    MeasureRow{Measure::Zasuk, "Text6", "Combo6", "φ  &rotation angle", "rotation angle", "", "0.0",
+               "turn of the trochanter point about the head centre"},
     MeasureRow{Measure::HeadRadius, "Text13", "Combo8", "ra&dius of head", "radius of head",
                "radius of femoral head", "2.5"}};
 constexpr std::size_t kPelvisRows = 4;  // the rest belongs to the femur
@@ -143,7 +144,8 @@ QPlainTextEdit* Builder::CommentsBox() {
   auto* box = new QPlainTextEdit;
   box->setObjectName("Text12");
   box->setAccessibleName("Comments");
-  SetHint(box, "polovicna medkolcna razdalja");  // the hint of l/2. Deliberate.
+  // The hint of l/2. Deliberate, but not for a screen reader, which would read it each time.
+  box->setToolTip("polovicna medkolcna razdalja");
   box->setTabChangesFocus(true);
   box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
   constexpr int kLines = 3;
@@ -160,6 +162,7 @@ QWidget* Builder::PatientFrame() {
   c.dateOfBirth = LineBox("Text11", "Birth", "date of birth");
   c.bodyWeight = NumberBox("Text10", "Weight", "body weight");
   c.comments = CommentsBox();
+  c.bodyWeight->setAccessibleName("Weight in kg");
   c.surname->setMinimumWidth(kNameWidth);
   c.firstName->setMinimumWidth(kDateWidth);
   QWidget* sex =
@@ -205,11 +208,10 @@ QGridLayout* Builder::MeasureGrid(const QString& heading, std::size_t from, std:
     const MeasureRow& row = kRows[i];
     MeasureControls& controls = controls_.measures[static_cast<std::size_t>(row.measure)];
     controls.text = NumberBox(row.text, row.caption, row.hint);
-    controls.unit = new QComboBox;
+    if (*row.hint == 0) controls.text->setAccessibleDescription(row.words);
+    controls.unit = new ChoiceList;
     controls.unit->setObjectName(row.combo);
     controls.unit->setAccessibleName(QString(row.caption) + " unit");
-    // On the accessibility bus a list's name is the text that it shows; this tells what it is for.
-    controls.unit->setAccessibleDescription(controls.unit->accessibleName());
     controls.unit->view()->setObjectName(controls.unit->objectName() + "List");
     controls.unit->view()->setAccessibleName(controls.unit->accessibleName());
     controls.unit->addItems(Units(row.measure));

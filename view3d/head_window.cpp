@@ -1,10 +1,9 @@
-// Loading, drawing and turning of the 3D view.
+// Loading and drawing of the 3D view.
 #include "view3d/head_window.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QGuiApplication>
-#include <QMouseEvent>
 #include <QPointer>
 #include <QShowEvent>
 #include <QSignalBlocker>
@@ -14,12 +13,12 @@
 
 #include "case/number_text.h"
 #include "view3d/bitmap_file.h"
+#include "view3d/head_words.h"
 
 namespace {
 
 constexpr float kPi = std::numbers::pi_v<float>;
 constexpr float kTickTurn = kPi / 30.0F;
-constexpr int kDragSteps = 5;        // resolution while the mouse moves
 constexpr int kDragInterval = 500;   // ms
 constexpr int kUnansweredTime = 20;  // ms that a drawing may go on without events being handled
 constexpr Colour kFirstSphereColour = 0xD0D8D8;
@@ -62,9 +61,9 @@ void PlaceLabel(QLabel& label, QPointF centre) {
 }  // namespace
 
 FormGula::FormGula(HeadWindowNeeds needs, QWidget* parent)
-    : QWidget(parent, Qt::Window),
+    : QMainWindow(parent),
       needs_(std::move(needs)),
-      controls_(MakeHeadControls(this)),
+      controls_(MakeHeadControls(*this)),
       timer_(new QTimer(this)) {
   setObjectName(QStringLiteral("FormGula"));
   setWindowTitle(kCaption);
@@ -96,7 +95,7 @@ void FormGula::CaseComputed() {
 }
 
 void FormGula::showEvent(QShowEvent* event) {
-  QWidget::showEvent(event);
+  QMainWindow::showEvent(event);
   if (!event->spontaneous() && !loaded_) Load();
 }
 
@@ -104,11 +103,11 @@ void FormGula::closeEvent(QCloseEvent* event) {
   loaded_ = false;
   dragging_ = false;
   timer_->stop();
-  QWidget::closeEvent(event);
+  QMainWindow::closeEvent(event);
 }
 
 void FormGula::changeEvent(QEvent* event) {
-  QWidget::changeEvent(event);
+  QMainWindow::changeEvent(event);
   if (event->type() == QEvent::ActivationChange && isActiveWindow()) Activate();
   if (event->type() == QEvent::PaletteChange) {
     FollowPalette(controls_, palette());
@@ -150,6 +149,17 @@ void FormGula::Activate() {
 void FormGula::ReadCase() {
   view_.headCase = computed_ ? *computed_ : HeadCaseOf(needs_.record, needs_.thetaPolText());
   ShowLegendCaptions();
+  TellCase();
+}
+
+// What the pictures show, for a screen reader.
+void FormGula::TellCase() {
+  controls_.picTest->setAccessibleDescription(HeadWords(view_.headCase, needs_.locale));
+  controls_.Mierka->setAccessibleDescription(LegendWords(view_.headCase));
+}
+
+void FormGula::TellTurn() {
+  controls_.CoorPic->setAccessibleDescription(TurnWords(view_.angles, needs_.locale));
 }
 
 void FormGula::ShowLegendCaptions() {
@@ -261,6 +271,7 @@ void FormGula::DrawPoleAndLabel() {
 
 void FormGula::DrawAxesAndLabels() {
   PlaceAxisLabels(DrawAxes(controls_.CoorPic->Box(), view_.angles));
+  TellTurn();
 }
 
 // Beside the ends of the axes. Where two ends coincide, the later label stands beside the earlier.
@@ -277,71 +288,6 @@ void FormGula::PlaceAxisLabels(const std::array<QPointF, 3>& ends) {
     }
     labels[i]->setGeometry(area);
   }
-}
-
-bool FormGula::eventFilter(QObject* watched, QEvent* event) {
-  const auto pixel = [&] {
-    return controls_.picTest->PixelPoint(static_cast<QMouseEvent*>(event)->position());
-  };
-  switch (event->type()) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonDblClick:
-      PressMouse(pixel());
-      return true;
-    case QEvent::MouseMove:
-      MoveMouse(pixel());
-      return true;
-    case QEvent::MouseButtonRelease:
-      if (static_cast<QMouseEvent*>(event)->buttons() == Qt::NoButton) ReleaseMouse();
-      return true;
-    default:
-      return QWidget::eventFilter(watched, event);
-  }
-}
-
-// A click without a move turns nothing: the latest position is this one.
-void FormGula::PressMouse(QPointF pixel) {
-  if (dragging_) return;  // a second button begins no second drag
-  dragging_ = true;
-  savedThird_ = view_.angles.third;
-  savedFirst_ = view_.angles.first;
-  from_ = to_ = pixel;
-  controls_.picTest->setCursor(Qt::ClosedHandCursor);
-}
-
-void FormGula::MoveMouse(QPointF pixel) {
-  view_.sphereSteps = view_.areaSteps = kDragSteps;
-  timer_->setInterval(kDragInterval);
-  to_ = pixel;
-  if (!dragging_) return;
-  controls_.LabelP->hide();
-  timer_->start();
-  Tick();
-}
-
-void FormGula::Tick() {
-  Draw(Work::DragStep);
-}
-
-// A drag over the drawing radius turns the head by half a turn.
-void FormGula::TurnByDrag() {
-  const QPointF way = from_ - to_;
-  view_.angles.third = static_cast<float>(way.x()) * kPi / view_.radius + savedThird_;
-  view_.angles.first = static_cast<float>(way.y()) * kPi / view_.radius + savedFirst_;
-}
-
-// The drag is over before the drawing begins: a timer or a click that comes while it is made finds
-// nothing half done. The progress bar rests, as during the drag.
-void FormGula::ReleaseMouse() {
-  if (!dragging_) return;
-  TurnByDrag();
-  dragging_ = false;
-  timer_->stop();
-  controls_.picTest->setCursor(Qt::OpenHandCursor);
-  ReadResolutions();
-  showsProgress_ = false;
-  DrawAxesAndLabels();
-  Draw(Work::FullDrawing);
 }
 
 void FormGula::SavePicture() {

@@ -4,9 +4,9 @@
 
 #include <QElapsedTimer>
 #include <QLocale>
+#include <QMainWindow>
 #include <QPointF>
 #include <QTimer>
-#include <QWidget>
 #include <array>
 #include <functional>
 #include <optional>
@@ -28,7 +28,7 @@ struct HeadWindowNeeds {
   QLocale locale;
 };
 
-class FormGula : public QWidget {
+class FormGula : public QMainWindow {
   Q_OBJECT
  public:
   explicit FormGula(HeadWindowNeeds needs, QWidget* parent = nullptr);
@@ -44,7 +44,9 @@ class FormGula : public QWidget {
   void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
-  // The mouse over picTest.
+  // A frame around picTest while it has the focus.
+  void paintEvent(QPaintEvent* event) override;
+  // The mouse over picTest, and the keys while it has the focus.
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -55,6 +57,7 @@ class FormGula : public QWidget {
   void Activate();
   void ReadCase();
   void ShowLegendCaptions();
+  void TellCase();
   void ReadResolutions();
 
   // Draws now; while a drawing is being made, abandons that one and draws as soon as it has let go.
@@ -65,6 +68,7 @@ class FormGula : public QWidget {
   void DrawDragStep();
   void DrawPoleAndLabel();
   void DrawAxesAndLabels();
+  void TellTurn();
   void PlaceAxisLabels(const std::array<QPointF, 3>& ends);
   bool MayGoOn();
 
@@ -72,6 +76,7 @@ class FormGula : public QWidget {
   void MoveMouse(QPointF pixel);
   void ReleaseMouse();
   void TurnByDrag();
+  bool TurnByKey(const QKeyEvent& key);
   void Tick();
 
   void RedrawFully();

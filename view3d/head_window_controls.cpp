@@ -5,6 +5,8 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "platform/choice_list.h"
+
 namespace {
 
 constexpr int kGrid = 8;  // device-independent pixels
@@ -37,7 +39,7 @@ QCheckBox* MakeCheck(const char* name, const char* caption, QWidget* window) {
 // A list with its label above.
 QComboBox* AddList(QVBoxLayout* column, const char* name, const char* caption, QWidget* window) {
   auto* label = new QLabel(QLatin1String(caption), window);
-  auto* list = Named(new QComboBox(window), name, label->text());
+  auto* list = Named(new ChoiceList(window), name, label->text());
   label->setBuddy(list);
   column->addWidget(label);
   column->addWidget(list);
@@ -143,10 +145,13 @@ QLabel* MakePoleLabel(RasterView* picTest) {
 
 }  // namespace
 
-HeadControls MakeHeadControls(QWidget* window) {
+HeadControls MakeHeadControls(QMainWindow& mainWindow) {
   HeadControls c;
+  auto* window = new QWidget;
+  mainWindow.setCentralWidget(window);
   c.picTest = Named(new RasterView(window), "picTest", QStringLiteral("Femoral head"));
   c.picTest->setMinimumSize(kSmallestPicture, kSmallestPicture);
+  c.picTest->setFocusPolicy(Qt::StrongFocus);
   c.LabelP = MakePoleLabel(c.picTest);
   auto* column = new QWidget(window);
   column->setFixedWidth(kColumnWidth);

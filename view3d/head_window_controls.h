@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
+#include <QMainWindow>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QWidget>
@@ -38,9 +39,9 @@ struct HeadControls {
   QPushButton* Command1 = nullptr;
 };
 
-// Makes the controls, empty, and lays them out in `window`: the picture takes the space, the rest
+// Makes the controls, empty, and lays them out in the window: the picture takes the space, the rest
 // stands in a narrow column on the right.
-HeadControls MakeHeadControls(QWidget* window);
+HeadControls MakeHeadControls(QMainWindow& mainWindow);
 
 // Gives the labels on the pictures the pictures' ground, which stays light on a dark desktop.
 void FollowPalette(const HeadControls& controls, const QPalette& palette);

@@ -22,6 +22,7 @@ struct MeasureRow {
   const char* proposed;
   QStringList units;
   const char* unit;
+  const char* words = "";  // what a screen reader says where there is no hint
 };
 
 class MeasureControlsTable : public CaseForm, public testing::WithParamInterface<MeasureRow> {};
@@ -39,7 +40,7 @@ TEST_P(MeasureControlsTable, IsThere) {
   auto* list = Find<QComboBox>(row.list);
   EXPECT_EQ(box->accessibleName(), row.caption);
   EXPECT_EQ(box->toolTip(), row.hint);
-  EXPECT_EQ(box->accessibleDescription(), row.hint);
+  EXPECT_EQ(box->accessibleDescription(), QString(row.hint) + row.words);
   EXPECT_EQ(box->text(), row.proposed);
   EXPECT_TRUE(box->alignment().testFlag(Qt::AlignRight));
   EXPECT_EQ(list->accessibleName(), QString(row.caption) + " unit");
@@ -68,8 +69,10 @@ INSTANTIATE_TEST_SUITE_P(
                    "horizontal coordinate of trochanter", "6.00", kLength, "cm"},
         MeasureRow{"Cizm", "Text4", "Combo4", "C", "pelvic width", "4.40", kLength, "cm"},
         MeasureRow{"Hizm", "Text5", "Combo5", "H", "pelvic heigh", "16.00", kLength, "cm"},
-        MeasureRow{"Zasuk", "Text6", "Combo6", "rotation angle", "", "0.0", kAngle, "  °  "},
-        MeasureRow{"ThetaCE", "Text9", "Combo7", "CE", "", "30.0", kAngle, "  °  "},
+        MeasureRow{"Zasuk", "Text6", "Combo6", "rotation angle", "", "0.0", kAngle, "  °  ",
+                   "turn of the trochanter point about the head centre"},
+        MeasureRow{"ThetaCE", "Text9", "Combo7", "CE", "", "30.0", kAngle, "  °  ",
+                   "centre-edge angle"},
         MeasureRow{"HeadRadius", "Text13", "Combo8", "radius of head", "radius of femoral head",
                    "2.5", QStringList{"mm", "cm", "m"}, "cm"}),
     RowName());
@@ -79,6 +82,8 @@ struct PatientRow {
   const char* box;
   const char* caption;
   const char* hint;
+  const char* accessibleName;
+  const char* description;
 };
 
 class PatientControlsTable : public CaseForm, public testing::WithParamInterface<PatientRow> {};
@@ -86,9 +91,9 @@ class PatientControlsTable : public CaseForm, public testing::WithParamInterface
 TEST_P(PatientControlsTable, IsThereAndEmpty) {
   const PatientRow& row = GetParam();
   QWidget* box = Control(row.box);
-  EXPECT_EQ(box->accessibleName(), row.caption);
+  EXPECT_EQ(box->accessibleName(), row.accessibleName);
   EXPECT_EQ(box->toolTip(), row.hint);
-  EXPECT_EQ(box->accessibleDescription(), row.hint);
+  EXPECT_EQ(box->accessibleDescription(), row.description);
   EXPECT_TRUE(Control("Frame2")->isAncestorOf(box));
   const QLabel* label = LabelOf(*form_, box);
   ASSERT_NE(label, nullptr);
@@ -97,14 +102,16 @@ TEST_P(PatientControlsTable, IsThereAndEmpty) {
   EXPECT_TRUE(line == nullptr || line->text().isEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, PatientControlsTable,
-                         testing::Values(PatientRow{"FirstName", "Text7", "First name", ""},
-                                         PatientRow{"Surname", "Text8", "Surname", ""},
-                                         PatientRow{"Weight", "Text10", "Weight", "body weight"},
-                                         PatientRow{"Birth", "Text11", "Birth", "date of birth"},
-                                         PatientRow{"Comments", "Text12", "Comments",
-                                                    "polovicna medkolcna razdalja"}),
-                         RowName());
+INSTANTIATE_TEST_SUITE_P(
+    Table, PatientControlsTable,
+    testing::Values(
+        PatientRow{"FirstName", "Text7", "First name", "", "First name", ""},
+        PatientRow{"Surname", "Text8", "Surname", "", "Surname", ""},
+        PatientRow{"Weight", "Text10", "Weight", "body weight", "Weight in kg", "body weight"},
+        PatientRow{"Birth", "Text11", "Birth", "date of birth", "Birth", "date of birth"},
+        PatientRow{"Comments", "Text12", "Comments", "polovicna medkolcna razdalja", "Comments",
+                   ""}),
+    RowName());
 
 TEST_F(CaseForm, IsModalAndSaysWhatItIs) {
   EXPECT_EQ(form_->windowTitle(), "TELMARRION data");

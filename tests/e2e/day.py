@@ -81,7 +81,7 @@ class Day(unittest.TestCase):
 
     def look_at_the_head(self, person):
         person.press("3D vizualization")
-        window = ("filler", "3D vizualization TELMARION")
+        window = ("frame", "3D vizualization TELMARION")
         person.find(*window)
         person.pick("Articular sphere", "Medium", window)
         person.pick("Weight-bearing area", "High", window)
@@ -96,7 +96,7 @@ class Day(unittest.TestCase):
         self.assertTrue(self.differ("before.bmp", "turned.bmp"))
 
     def save_the_head(self, person, name):
-        person.press("Save picture", top=person.find("filler", "3D vizualization TELMARION"))
+        person.press("Save picture", top=person.find("frame", "3D vizualization TELMARION"))
         person.name_file(self.path(name))
         person.wait(lambda: os.path.exists(self.path(name)), name)
         self.assertEqual(self.content(name)[:2], b"BM")

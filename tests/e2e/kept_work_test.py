@@ -131,7 +131,7 @@ class KeptWork(unittest.TestCase):
 
     def test_the_death_of_the_screen(self):
         self.screen = OtherScreen()
-        person = self.start(display=self.screen.display)
+        person = self.start(DISPLAY=self.screen.display)
         self.confirm_a_case(person)
         self.screen.die()
         person.wait_for_end()

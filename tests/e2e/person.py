@@ -15,8 +15,9 @@ class Person:
     # Everything of this person's lies in the folder.
     unset = ["LANGUAGE", "WAYLAND_DISPLAY", "XDG_DATA_HOME"]
 
-    def __init__(self, program, folder, language, display=None, starter=None):
-        """`starter` is a command that starts the program, when it does not start by itself."""
+    def __init__(self, program, folder, language, starter=None, **settings):
+        """`starter` is a command that starts the program, when it does not start by itself.
+        `settings` are added to its environment."""
         environment = dict(
             os.environ,
             LC_ALL=language,
@@ -24,11 +25,10 @@ class Person:
             XDG_RUNTIME_DIR=folder,
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
             QT_QPA_PLATFORM=self.platform,
+            **settings,
         )
         for name in self.unset:
             environment.pop(name, None)
-        if display is not None:
-            environment["DISPLAY"] = display
         self.name = os.path.basename(program)
         self.process = subprocess.Popen(starter or [program], env=environment, cwd=folder)
         self.application = self.wait(self._find_application, "the program on the accessibility bus")
@@ -70,10 +70,15 @@ class Person:
     def _showing(thing):
         return thing.getState().contains(pyatspi.STATE_SHOWING)
 
+    @staticmethod
+    def _is_named(thing, name):
+        """By its caption; the name of a number's box has the unit behind it."""
+        return thing.name == name or thing.name.startswith(name + " in ")
+
     def find(self, role, name, top=None):
         def look():
             for thing in self._all(top):
-                if thing.getRoleName() == role and thing.name == name and self._showing(thing):
+                if thing.getRoleName() == role and self._is_named(thing, name) and self._showing(thing):
                     return thing
             return None
 
@@ -104,7 +109,7 @@ class Person:
         subprocess.run(["xdotool", "key", "--clearmodifiers", *keys], check=True)
 
     def type(self, text):
-        subprocess.run(["xdotool", "type", "--delay", "8", text], check=True)
+        subprocess.run(["xdotool", "type", "--delay", "8", "--", text], check=True)
 
     def enter(self, name, text, window):
         """Goes to a box as the Tab key would, and types over what is in it."""
@@ -130,38 +135,28 @@ class Person:
 
     def choose(self, list_name, text, window):
         """Goes from a box to the unit list behind it, and types the unit."""
-        def look():
-            for thing in self._all(self.find(*window)):
-                if thing.getRoleName() == "combo box" and thing.description == list_name:
-                    return thing
-            return None
-
-        combo = self.wait(look, f"the list {list_name!r}")
+        combo = self.find("combo box", list_name, self.find(*window))
         self.keys("Tab")
         self.type(text)
-        self.wait(lambda: combo.name == text, f"{list_name} to show {text!r}")
+        self.wait(lambda: self.chosen(combo) == text, f"{list_name} to show {text!r}")
 
     def pick(self, list_name, text, window):
         """Unfolds a list and takes an entry by its letters."""
-        combo = self._list(list_name, window)
+        combo = self.find("combo box", list_name, self.find(*window))
         self._tab_to(combo, list_name)
         self.keys("alt+Down")
         self.wait(lambda: combo.getState().contains(pyatspi.STATE_EXPANDED), f"{list_name} unfolded")
         self.type(text)
         self.keys("Return")
-        self.wait(lambda: combo.name == text, f"{list_name} to show {text!r}")
+        self.wait(lambda: self.chosen(combo) == text, f"{list_name} to show {text!r}")
 
-    def _list(self, list_name, window):
-        def look():
-            for thing in self._all(self.find(*window)):
-                named = list_name in (thing.name, thing.description) or any(
-                    o.name == list_name for o in thing
-                )
-                if thing.getRoleName() == "combo box" and named:
-                    return thing
-            return None
-
-        return self.wait(look, f"the list {list_name!r}")
+    @staticmethod
+    def chosen(combo):
+        """The entry that is marked in a list, as a screen reader finds it; None without one."""
+        for entry in combo[0]:
+            if entry.getState().contains(pyatspi.STATE_SELECTED):
+                return entry.name
+        return None
 
     def tick(self, name, window):
         box = self.find("check box", name, self.find(*window))
@@ -233,6 +228,10 @@ class Person:
 
     def screenshot(self, path):
         subprocess.run(["import", "-window", "root", path], check=True)
+
+    def settle(self):
+        """Lets what was set off be painted."""
+        time.sleep(0.4)
 
     def wait_for_end(self):
         return self.process.wait(timeout=PATIENCE)

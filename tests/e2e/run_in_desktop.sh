@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Runs a command in a desktop of its own: an X server without a screen, a window manager, a message bus
-# and the accessibility bus. Everything ends with the command.
+# and the accessibility bus. Everything ends with the command. TELMARION_SCREEN is the screen's size.
 #
 # With --wayland before the command the desktop is Weston, named by WAYLAND_DISPLAY. The X server is
 # then only its screen, keyboard and mouse: Weston's own headless output has no seat, so nobody could
@@ -54,6 +54,6 @@ if [ "${1:-}" = --inside ]; then
   "start_$desktop"
   "$@"
 else
-  exec xvfb-run --auto-servernum --server-args='-screen 0 1281x1024x24 -noreset' \
+  exec xvfb-run --auto-servernum --server-args="-screen 0 ${TELMARION_SCREEN:-1281x1024}x24 -noreset" \
     dbus-run-session -- "$0" --inside "$desktop" "$@"
 fi

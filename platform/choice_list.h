@@ -1,0 +1,13 @@
+// A list to choose from that tells a screen reader what it is for.
+#pragma once
+
+#include <QComboBox>
+
+// The toolkit gives a list's text as its accessible name, and none while nothing is chosen. Here
+// the name is the accessible name that was set; the text is the value, and the entry marked in the
+// list.
+class ChoiceList : public QComboBox {
+  Q_OBJECT
+ public:
+  explicit ChoiceList(QWidget* parent = nullptr);
+};
