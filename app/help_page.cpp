@@ -16,6 +16,9 @@
 #include <QSvgRenderer>
 #include <QTextDocument>
 #include <algorithm>
+#include <array>
+
+#include "platform/readable_palette.h"
 
 namespace {
 
@@ -28,18 +31,16 @@ QColor Mixed(const QColor& ink, const QColor& ground, double share) {
                           part(ink.blueF(), ground.blueF()));
 }
 
-// Some dark themes keep the blue that is meant for white paper.
-QColor LinkColour(const QPalette& palette) {
-  const bool dark = palette.color(QPalette::Base).lightness() < 128;
-  const QColor link = palette.color(QPalette::Link);
-  return dark && link.lightness() < 160 ? QColor(0x7a, 0xb8, 0xff) : link;
+// The ground of tables and notes, which is the harder to read on.
+QColor TintedGround(const QPalette& palette) {
+  return Mixed(palette.color(QPalette::Text), palette.color(QPalette::Base), 0.07);
 }
 
 QString StyleSheet(const QPalette& palette) {
   const QColor ink = palette.color(QPalette::Text);
   const QColor ground = palette.color(QPalette::Base);
   return QStringLiteral(
-             "a { color: %1; text-decoration: none; }"
+             "a { color: %1; text-decoration: underline; }"
              "h1 { font-size: xx-large; font-weight: 600; margin-top: 4px; margin-bottom: 12px; }"
              "h2 { font-size: large; font-weight: 600; margin-top: 22px; margin-bottom: 6px; }"
              "p { margin-top: 6px; margin-bottom: 6px; }"
@@ -51,8 +52,18 @@ QString StyleSheet(const QPalette& palette) {
              "table.data th { background-color: %2; text-align: left; }"
              "table.note { background-color: %2; margin-top: 8px; margin-bottom: 8px; }"
              "table.note td { padding: 6px 12px; }")
-      .arg(LinkColour(palette).name(), Mixed(ink, ground, 0.07).name(),
-           Mixed(ink, ground, 0.3).name());
+      .arg(ReadableOn(TintedGround(palette), palette.color(QPalette::Link)).name(),
+           TintedGround(palette).name(), Mixed(ink, ground, 0.3).name());
+}
+
+// The drawing with the text's colour, and with its own colours so that they can be read here.
+QByteArray InColoursOf(const QPalette& palette, QByteArray svg) {
+  constexpr std::array kOwn = {"#d9483b", "#2f80d0"};
+  svg.replace("currentColor", palette.color(QPalette::Text).name().toLatin1());
+  for (const char* own : kOwn) {
+    svg.replace(own, ReadableOn(TintedGround(palette), QColor(own)).name().toLatin1());
+  }
+  return svg;
 }
 
 }  // namespace
@@ -86,10 +97,9 @@ QVariant HelpPage::loadResource(int type, const QUrl& name) {
                                              : QVariant(content);
 }
 
-// Drawn anew for each size and theme: lines stay sharp, and black ones turn light on dark ground.
-QImage HelpPage::Drawing(QByteArray svg) const {
-  svg.replace("currentColor", palette().color(QPalette::Text).name().toLatin1());
-  QSvgRenderer drawing(svg);
+// Drawn anew for each size and theme: lines stay sharp, and texts can be read on dark ground.
+QImage HelpPage::Drawing(const QByteArray& svg) const {
+  QSvgRenderer drawing(InColoursOf(palette(), svg));
   const double room = std::max(100.0, LineWidth() - 2.0 * document()->documentMargin());
   QSizeF size = QSizeF(drawing.defaultSize()) * zoom_ * std::max(1.0, usualPoints_ / 10.0);
   if (size.width() > room) size.scale(room, size.height(), Qt::KeepAspectRatio);

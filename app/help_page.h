@@ -26,7 +26,7 @@ class HelpPage final : public QTextBrowser {
  private:
   void Restyle();
   int LineWidth() const;
-  QImage Drawing(QByteArray svg) const;
+  QImage Drawing(const QByteArray& svg) const;
 
   const QHelpEngineCore& engine_;
   double usualPoints_;

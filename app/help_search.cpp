@@ -10,6 +10,8 @@
 #include <QRegularExpression>
 #include <QVBoxLayout>
 
+#include "app/roomy_rows.h"
+
 namespace {
 
 QStringList Words(const QString& text) {
@@ -41,6 +43,8 @@ HelpSearch::HelpSearch(QHelpSearchEngine& engine, QWidget* parent)
   status_->setWordWrap(true);
   results_->setObjectName("helpSearchResults");
   results_->setAccessibleName(QStringLiteral("Pages found"));
+  results_->setItemDelegate(new RoomyRows(results_));
+  results_->setEnabled(false);
   auto* button = new QPushButton(QStringLiteral("Find"));
   button->setObjectName("helpSearchButton");
 
@@ -74,6 +78,7 @@ void HelpSearch::Begin() {
 void HelpSearch::Search() {
   wanted_ = !indexed_;
   results_->clear();
+  results_->setEnabled(false);  // an empty list would take the focus without a sign
   if (Words(box_->text()).isEmpty()) return status_->clear();
   status_->setText(QStringLiteral("Searching …"));
   if (indexed_) engine_.search(Query(box_->text()));
@@ -86,6 +91,7 @@ void HelpSearch::ShowResults() {
     item->setData(Qt::UserRole, found.url());
   }
   const int count = results_->count();
+  results_->setEnabled(count > 0);
   status_->setText(count == 0   ? QStringLiteral("Nothing found.")
                    : count == 1 ? QStringLiteral("1 page")
                                 : QStringLiteral("%1 pages").arg(count));

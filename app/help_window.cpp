@@ -23,6 +23,7 @@
 
 #include "app/help_page.h"
 #include "app/help_search.h"
+#include "app/roomy_rows.h"
 #include "app/tool_icons.h"
 #include "platform/message_door.h"
 
@@ -83,6 +84,7 @@ HelpWindow::HelpWindow(std::unique_ptr<HelpFile> file)
   setWindowTitle(QStringLiteral("TELMARION Help"));
 
   panes_->setObjectName("helpPanes");
+  panes_->setAccessibleName(QStringLiteral("Contents, index and search"));
   panes_->setDocumentMode(true);
   panes_->addTab(ContentsPane(), QStringLiteral("&Contents"));
   panes_->addTab(IndexPane(), QStringLiteral("I&ndex"));
@@ -162,6 +164,7 @@ QWidget* HelpWindow::ContentsPane() {
   contents_->setObjectName("helpContents");
   contents_->setAccessibleName(QStringLiteral("Contents"));
   contents_->setFrameShape(QFrame::NoFrame);
+  contents_->setItemDelegate(new RoomyRows(contents_));
   connect(contents_, &QHelpContentWidget::linkActivated, this, &HelpWindow::ShowUrl);
   connect(contents_, &QAbstractItemView::clicked, this, [this](const QModelIndex& row) {
     const auto* model = qobject_cast<const QHelpContentModel*>(contents_->model());
@@ -179,6 +182,7 @@ QWidget* HelpWindow::IndexPane() {
   filter_->setClearButtonEnabled(true);
   index_->setObjectName("helpIndex");
   index_->setAccessibleName(QStringLiteral("Index"));
+  index_->setItemDelegate(new RoomyRows(index_));
   connect(filter_, &QLineEdit::textChanged, index_,
           [this](const QString& text) { index_->filterIndices(text); });
   connect(filter_, &QLineEdit::returnPressed, index_, &QHelpIndexWidget::activateCurrentItem);

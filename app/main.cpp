@@ -6,6 +6,7 @@
 #include "app/help_file.h"
 #include "app/main_window.h"
 #include "app/tool_icons.h"
+#include "platform/readable_palette.h"
 #include "platform/system_end.h"
 
 int main(int argc, char** argv) {
@@ -14,6 +15,7 @@ int main(int argc, char** argv) {
   QApplication::setApplicationVersion(QStringLiteral(TELMARION_VERSION));
   QApplication::setDesktopFileName(QStringLiteral("telmarion"));
   QApplication::setWindowIcon(ApplicationIcon());
+  const PaletteKeeper readable;
 
   DialogMessageDoor messages;
   SystemFileDialog files;

@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QShortcut>
+#include <QStringView>
 #include <cmath>
 #include <utility>
 
@@ -40,6 +41,8 @@ QString TextOf(const QPlainTextEdit* box) {
   return text.trimmed().isEmpty() ? QString() : text;
 }
 
+constexpr QStringView kNothingMarked = u"No dimension is marked.";
+
 // In words what the red lines of the picture say.
 QString MarkedDimension(const QWidget& box) {
   const QString& meaning = box.accessibleDescription();
@@ -64,6 +67,7 @@ Form1::Form1(MessageDoor& messages, const QLocale& locale, QWidget* parent)
   setWindowTitle("TELMARRION data");  // spelt so, deliberately
   setModal(true);
   checkTimer_.setSingleShot(true);
+  controls_.picture->setAccessibleDescription(kNothingMarked.toString());
   SetEntries(DefaultCaseEntries());
   ConnectControls();
   WatchEntries();
@@ -233,7 +237,8 @@ void Form1::SetHighlighted(const QWidget* box, bool highlighted) {
   for (std::size_t i = 0; i < kMeasureCount; ++i) {
     if (controls_.measures[i].text != box) continue;
     controls_.picture->SetHighlighted(static_cast<Measure>(i), highlighted);
-    controls_.picture->setAccessibleDescription(highlighted ? MarkedDimension(*box) : QString());
+    controls_.picture->setAccessibleDescription(highlighted ? MarkedDimension(*box)
+                                                            : kNothingMarked.toString());
   }
 }
 

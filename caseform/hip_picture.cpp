@@ -60,6 +60,7 @@ void DrawPoints(QPainter& painter) {
 }  // namespace
 
 HipPicture::HipPicture(QWidget* parent) : QWidget(parent) {
+  TellPictures();
   setObjectName("Picture1");
   setAccessibleName("Pelvis and femur with the dimensions to measure");
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);

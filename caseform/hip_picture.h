@@ -9,9 +9,11 @@
 
 #include "case/case_entries.h"
 #include "caseform/dimension_marks.h"
+#include "platform/picture_access.h"
 
 class HipPicture : public QWidget {
   Q_OBJECT
+  TELMARION_PICTURE
 
  public:
   explicit HipPicture(QWidget* parent = nullptr);

@@ -9,6 +9,7 @@
 #include <cmath>
 
 PictureView::PictureView(QWidget* parent) : QWidget(parent) {
+  TellPictures();
   box_.OnChange([this] { update(); });
   FitBox();
 }

@@ -6,10 +6,12 @@
 #include <QSize>
 #include <QWidget>
 
+#include "platform/picture_access.h"
 #include "platform/picture_box.h"
 
 class PictureView : public QWidget {
   Q_OBJECT
+  TELMARION_PICTURE
  public:
   explicit PictureView(QWidget* parent = nullptr);
 

@@ -6,6 +6,7 @@
 #include <QResizeEvent>
 
 RasterView::RasterView(QWidget* parent) : QWidget(parent) {
+  TellPictures();
   setAttribute(Qt::WA_OpaquePaintEvent);
 }
 

@@ -5,10 +5,12 @@
 #include <QPointF>
 #include <QWidget>
 
+#include "platform/picture_access.h"
 #include "platform/raster_box.h"
 
 class RasterView : public QWidget {
   Q_OBJECT
+  TELMARION_PICTURE
  public:
   explicit RasterView(QWidget* parent = nullptr);
 

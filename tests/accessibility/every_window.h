@@ -1,0 +1,164 @@
+// Every window of the program, in the states in which a user meets it, for tests that hold for all.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QTabWidget>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+#include <ostream>
+#include <string>
+
+#include "app/about_box.h"
+#include "app/help_window.h"
+#include "tests/support/row_name.h"
+#include "tests/support/running_program.h"
+
+using LookAt = std::function<void(QWidget&)>;
+
+// Opens a window, lets the test look at it while it is open, and closes it.
+struct WindowState {
+  std::string name;
+  std::function<void(const QLocale&, const LookAt&)> visit;
+};
+
+inline void PrintTo(const WindowState& state, std::ostream* out) {
+  *out << state.name;
+}
+
+namespace every_window {
+
+inline void Look(QWidget& window, const LookAt& look) {
+  window.show();
+  window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  QApplication::processEvents();
+  look(window);
+}
+
+// A dialog that is open while `open` runs.
+inline void LookAtDialog(const std::function<void()>& open, const LookAt& look) {
+  bool seen = false;
+  QTimer::singleShot(0, qApp, [&] {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    seen = true;
+    Look(*dialog, look);
+    dialog->reject();
+  });
+  open();
+  EXPECT_TRUE(seen);
+}
+
+inline void MainEmpty(const QLocale& locale, const LookAt& look) {
+  RunningProgram program(locale);
+  Look(program.window, look);
+}
+
+inline void MainWithCase(const QLocale& locale, const LookAt& look) {
+  RunningProgram program(locale);
+  program.ConfirmDefaultCase();
+  Look(program.window, look);
+}
+
+inline void MainWithUnknownPatient(const QLocale& locale, const LookAt& look) {
+  RunningProgram program(locale);
+  program.ConfirmDefaultCase({});
+  Look(program.window, look);
+}
+
+inline void MainRefused(const QLocale& locale, const LookAt& look) {
+  RunningProgram program(locale);
+  program.ConfirmDefaultCase();
+  program.window.Change();
+  program.Type("Text9", "-25");
+  program.PressOk();
+  program.messages.Take();
+  Look(program.window, look);
+}
+
+inline void CaseForm(const QLocale& locale, const LookAt& look) {
+  RunningProgram program(locale);
+  program.window.New();
+  Look(program.Form(), look);
+  program.PressCancel();
+}
+
+inline void NarrowCaseForm(const QLocale& locale, const LookAt& look) {
+  RunningProgram program(locale);
+  program.window.New();
+  program.InForm<QAbstractButton>("Command3")->click();
+  Look(program.Form(), look);
+  program.PressCancel();
+}
+
+inline void Head(const QLocale& locale, const LookAt& look) {
+  RunningProgram program(locale);
+  program.ConfirmDefaultCase();
+  program.window.View3D();
+  program.window.HeadView()->findChild<QAbstractButton*>("Check3")->click();
+  Look(*program.window.HeadView(), look);
+}
+
+inline void Help(int pane, const LookAt& look) {
+  RecordingMessageDoor messages;
+  const auto window = HelpWindow::Open({TELMARION_HELP_DIR}, messages, nullptr);
+  ASSERT_NE(window, nullptr);
+  window->ShowTopic("results");
+  window->findChild<QTabWidget*>("helpPanes")->setCurrentIndex(pane);
+  auto* contents = window->findChild<QAbstractItemView*>("helpContents");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return contents->model()->rowCount() > 0; }));
+  Look(*window, look);
+}
+
+inline void About(const QLocale&, const LookAt& look) {
+  Form3 about;
+  Look(about, look);
+}
+
+inline void ErrorMessage(const QLocale&, const LookAt& look) {
+  LookAtDialog([] { DialogMessageDoor().ShowError(nullptr, "numeric value expected", "Error"); },
+               look);
+}
+
+inline void SaveQuestion(const QLocale&, const LookAt& look) {
+  LookAtDialog(
+      [] {
+        DialogMessageDoor().AskYesNoCancel(nullptr, "Do you want to save data ?", "TELMARION New");
+      },
+      look);
+}
+
+}  // namespace every_window
+
+// All that is ours: the file and the print dialog are the toolkit's own.
+inline std::vector<WindowState> OurWindows() {
+  using namespace every_window;
+  const auto help = [](int pane) {
+    return [pane](const QLocale&, const LookAt& look) { Help(pane, look); };
+  };
+  return {{"MainEmpty", MainEmpty},
+          {"MainWithCase", MainWithCase},
+          {"MainWithUnknownPatient", MainWithUnknownPatient},
+          {"MainRefused", MainRefused},
+          {"CaseForm", CaseForm},
+          {"NarrowCaseForm", NarrowCaseForm},
+          {"Head", Head},
+          {"HelpContents", help(0)},
+          {"HelpIndex", help(1)},
+          {"HelpSearch", help(2)},
+          {"About", About},
+          {"ErrorMessage", ErrorMessage},
+          {"SaveQuestion", SaveQuestion}};
+}
+
+class EveryWindow : public testing::TestWithParam<WindowState> {
+ protected:
+  static void Visit(const LookAt& look, const QLocale& locale = QLocale::c()) {
+    GetParam().visit(locale, look);
+  }
+};
