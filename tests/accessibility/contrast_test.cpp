@@ -38,7 +38,9 @@ double ContrastBetween(const QColor& one, const QColor& other) {
 
 // Ink that lets the ground shine through.
 QColor Laid(const QColor& ink, const QColor& ground) {
-  const auto part = [&](int i, int g) { return int(std::lround(g + (i - g) * double(ink.alphaF()))); };
+  const auto part = [&](int i, int g) {
+    return int(std::lround(g + (i - g) * double(ink.alphaF())));
+  };
   return {part(ink.red(), ground.red()), part(ink.green(), ground.green()),
           part(ink.blue(), ground.blue())};
 }

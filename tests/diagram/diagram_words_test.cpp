@@ -1,0 +1,34 @@
+// The diagram in words.
+#include "diagram/diagram_words.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/default_geometry.h"
+
+namespace {
+
+CaseRecord Computed(const QString& hip, bool weightUnknown) {
+  CaseRecord record;
+  record.patient.hip = hip;
+  record.geometry = DefaultGeometry();
+  record.bodyWeight = 70.0;
+  record.weightUnknown = weightUnknown;
+  EXPECT_EQ(Vse::RunModel(record), Sila::HipOutcome::Ok);
+  return record;
+}
+
+TEST(DiagramWords, TellTheCaseInTheUnitsThatAreDrawn) {
+  EXPECT_EQ(Vizual::DiagramWords(Computed("L", false), QLocale::c()),
+            "Left hip. The resultant force of 1.93 kN is inclined by 8.47 ° to the vertical. The "
+            "contact stress has its pole at 16.41 ° and its peak of 2066847.58 Pa; the edge of the "
+            "socket is at 30 °.");
+}
+
+TEST(DiagramWords, CountInBodyWeightsWhereTheWeightIsNotKnown) {
+  const QString words = Vizual::DiagramWords(Computed("D", true), QLocale("de_DE"));
+  EXPECT_TRUE(words.startsWith("Right hip. The resultant force of 2,81 body weights"))
+      << words.toStdString();
+  EXPECT_TRUE(words.contains("peak of 3006,76 m^-2 over body weight")) << words.toStdString();
+}
+
+}  // namespace
