@@ -209,11 +209,9 @@ QGridLayout* Builder::MeasureGrid(const QString& heading, std::size_t from, std:
     MeasureControls& controls = controls_.measures[static_cast<std::size_t>(row.measure)];
     controls.text = NumberBox(row.text, row.caption, row.hint);
     if (*row.hint == 0) controls.text->setAccessibleDescription(row.words);
-    controls.unit = new ChoiceList;
+    controls.unit = new ChoiceList(QString(row.caption) + " unit");
     controls.unit->setObjectName(row.combo);
-    controls.unit->setAccessibleName(QString(row.caption) + " unit");
     controls.unit->view()->setObjectName(controls.unit->objectName() + "List");
-    controls.unit->view()->setAccessibleName(controls.unit->accessibleName());
     controls.unit->addItems(Units(row.measure));
     controls.unit->setFixedWidth(kUnitWidth);
     const int line = static_cast<int>(i - from) + 1;

@@ -58,8 +58,11 @@ QAccessibleInterface* MakeInterface(const QString& className, QObject* object) {
 
 }  // namespace
 
-ChoiceList::ChoiceList(QWidget* parent) : QComboBox(parent) {
-  QAccessible::installFactory(MakeInterface);  // known from the first list on, never twice
+ChoiceList::ChoiceList(const QString& accessibleName, QWidget* parent) : QComboBox(parent) {
+  // Never taken twice, and before the name is told, which makes the interface.
+  QAccessible::installFactory(MakeInterface);
+  setAccessibleName(accessibleName);
+  view()->setAccessibleName(accessibleName);
   // The toolkit marks the entry when the list is unfolded; a screen reader looks before.
   connect(this, &QComboBox::currentIndexChanged, this,
           [this](int row) { view()->setCurrentIndex(model()->index(row, modelColumn())); });

@@ -4,10 +4,10 @@
 #include <QComboBox>
 
 // The toolkit gives a list's text as its accessible name, and none while nothing is chosen. Here
-// the name is the accessible name that was set; the text is the value, and the entry marked in the
+// the name is what the list is for; the text is the value, and the entry marked in the
 // list.
 class ChoiceList : public QComboBox {
   Q_OBJECT
  public:
-  explicit ChoiceList(QWidget* parent = nullptr);
+  explicit ChoiceList(const QString& accessibleName, QWidget* parent = nullptr);
 };

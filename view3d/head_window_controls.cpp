@@ -39,7 +39,7 @@ QCheckBox* MakeCheck(const char* name, const char* caption, QWidget* window) {
 // A list with its label above.
 QComboBox* AddList(QVBoxLayout* column, const char* name, const char* caption, QWidget* window) {
   auto* label = new QLabel(QLatin1String(caption), window);
-  auto* list = Named(new ChoiceList(window), name, label->text());
+  auto* list = Named(new ChoiceList(label->text(), window), name, label->text());
   label->setBuddy(list);
   column->addWidget(label);
   column->addWidget(list);

@@ -229,6 +229,12 @@ class Person:
     def screenshot(self, path):
         subprocess.run(["import", "-window", "root", path], check=True)
 
+    def fill_the_screen(self, title):
+        subprocess.run(
+            ["xdotool", "search", "--onlyvisible", "--name", f"^{title}$", "windowmove", "0", "0", "windowsize", "--sync", "100%", "100%"],
+            check=True,
+        )
+
     def settle(self):
         """Lets what was set off be painted."""
         time.sleep(0.4)

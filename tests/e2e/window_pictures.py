@@ -1,5 +1,6 @@
 """Pictures of every window of the real program, for a person to judge:
-run_in_desktop.sh /usr/bin/python3 window_pictures.py PROGRAM FOLDER light|dark SCALE LANGUAGE"""
+run_in_desktop.sh /usr/bin/python3 window_pictures.py PROGRAM FOLDER light|dark SCALE LANGUAGE [full]
+With `full` the main window fills the screen."""
 import os
 import sys
 import tempfile
@@ -56,9 +57,6 @@ class Tour:
         self.person.settle()
         self.person.screenshot(os.path.join(self.pictures, f"{self.number:02}-{name}.png"))
 
-    def maximise(self, title):
-        self.person.maximise(title)
-
     def walk(self):
         person = self.person
         self.picture("main-empty")
@@ -71,8 +69,7 @@ class Tour:
         person.keys("Tab")
         person.find("alert", "Error")
         self.picture("message")
-        person.keys("Return")
-        person.gone("alert", "Error")
+        person.answer("numeric value expected", "OK")
         person.enter("l/2", "10.4", FORM)
         person.keys("Return")
         person.gone(*FORM)
@@ -99,12 +96,9 @@ class Tour:
         person.keys("Return")
         person.find("alert", "Sorry")
         self.picture("refused-message")
-        person.keys("Return")
-        person.gone("alert", "Sorry")
+        person.answer("In this range of input data you could not use this model", "OK")
+        person.gone(*FORM)
         self.picture("refused-after")
-        if person.is_there(*FORM):
-            person.keys("Escape")
-            person.gone(*FORM)
         person.press("Change")
         person.enter("CE", "30", FORM)
         person.keys("Return")
@@ -115,8 +109,7 @@ class Tour:
         person.keys("ctrl+n")
         person.find("alert", "TELMARION New")
         self.picture("save-prompt")
-        person.keys("Escape")
-        person.gone("alert", "TELMARION New")
+        person.answer("Do you want to save data ?", "Cancel")
         person.keys("ctrl+s")
         person.wait(person._find_file_dialog, "the file dialog")
         self.picture("save-dialog")
@@ -160,10 +153,12 @@ class Tour:
 
 
 def main():
-    program, pictures, theme, scale, language = sys.argv[1:]
+    program, pictures, theme, scale, language, *full = sys.argv[1:]
     os.makedirs(pictures, exist_ok=True)
     tour = Tour(os.path.abspath(program), os.path.abspath(pictures), theme, scale, language)
     try:
+        if full:
+            tour.person.fill_the_screen("TELMARION")
         tour.walk()
     finally:
         tour.person.leave()

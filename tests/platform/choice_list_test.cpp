@@ -13,14 +13,13 @@ namespace {
 class ChoiceListTest : public testing::Test {
  protected:
   void SetUp() override {
-    list_.setAccessibleName("l/2 unit");
     list_.addItems({"mm", "cm"});
     list_.show();
   }
   QAccessibleInterface* Thing() { return QAccessible::queryAccessibleInterface(&list_); }
   bool IsMarked(int entry) { return Thing()->child(0)->child(entry)->state().selected; }
 
-  ChoiceList list_;
+  ChoiceList list_{"l/2 unit"};
 };
 
 TEST_F(ChoiceListTest, IsNamedByWhatItIsForAndHasItsTextForAValue) {
@@ -34,6 +33,7 @@ TEST_F(ChoiceListTest, IsNamedByWhatItIsForAndHasItsTextForAValue) {
 
 TEST_F(ChoiceListTest, MarksItsEntryThoughItIsFolded) {
   ASSERT_EQ(Thing()->childCount(), 1);
+  EXPECT_EQ(Thing()->child(0)->text(QAccessible::Name), "l/2 unit");
   EXPECT_EQ(Thing()->child(0)->childCount(), 2);
   EXPECT_EQ(Thing()->indexOfChild(Thing()->child(0)), 0);
   for (const int chosen : {1, 0}) {
