@@ -24,6 +24,13 @@ if(TELMARION_WARNINGS_AS_ERRORS)
   target_compile_options(telmarion_settings INTERFACE -Werror)
 endif()
 
+# What users run: Debian's own set against damaged memory. Its compilers make programs that can lie
+# anywhere in memory without being asked.
+target_compile_options(
+  telmarion_settings
+  INTERFACE "$<$<CONFIG:Release>:-fstack-protector-strong;-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
+target_link_options(telmarion_settings INTERFACE "$<$<CONFIG:Release>:-Wl,-z,relro,-z,now>")
+
 # Set by the presets "sanitize" and "coverage".
 set(TELMARION_SANITIZERS "" CACHE STRING "Sanitizers to build with, for example address,undefined")
 if(TELMARION_SANITIZERS)
