@@ -1,4 +1,4 @@
-# Shared by run.sh and test.sh: installing what is missing and building. Sourced, not run.
+# Shared by run.sh, test.sh and package.sh: installing what is missing and building. Sourced, not run.
 # shellcheck shell=bash
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)

@@ -9,6 +9,7 @@ import pyatspi
 from person import Person
 
 PROGRAM = os.path.abspath(sys.argv.pop(1))
+sys.argv.pop(1)  # no pictures are taken
 
 MAIN = ("frame", "TELMARION")
 FORM = ("dialog", "TELMARRION data")

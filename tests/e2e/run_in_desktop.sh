@@ -54,6 +54,8 @@ if [ "${1:-}" = --inside ]; then
   "start_$desktop"
   "$@"
 else
+  # Without -noreset the server starts afresh whenever its last client leaves, and the window manager may
+  # knock just then.
   exec xvfb-run --auto-servernum --server-args="-screen 0 ${TELMARION_SCREEN:-1281x1024}x24 -noreset" \
     dbus-run-session -- "$0" --inside "$desktop" "$@"
 fi

@@ -1,4 +1,0 @@
-# Run by CPack before it packs: folders are open to everybody, whatever the umask of the one who builds.
-file(CHMOD_RECURSE "${CPACK_TEMPORARY_INSTALL_DIRECTORY}"
-     DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ
-                           WORLD_EXECUTE)
