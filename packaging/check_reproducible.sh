@@ -1,31 +1,37 @@
 #!/usr/bin/env bash
-# Builds the package in a fresh folder and compares it, byte for byte, with a given one. Without one it
-# builds twice. The builds differ in folder, time, file system, umask, language and time zone.
-#   check_reproducible.sh [PACKAGE.deb]
+# Builds the package in a fresh folder and compares it, byte for byte, with that of a given build. Without
+# one it builds twice. The builds differ in folder, time, umask, language and time zone.
+#   check_reproducible.sh [BUILD FOLDER]
 set -euo pipefail
 
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-# build FOLDER: packs a copy of the sources that lies in FOLDER; prints the package's path.
+# pack BUILD NAME: prints the path of the package made of a build.
+pack() {
+  cpack --config "$1/CPackConfig.cmake" -B "$work/$2 package" >&2
+  ls "$work/$2 package"/*.deb
+}
+
+# build NAME: builds a copy of the sources and packs it.
 build() {
-  local folder=$1
-  mkdir -p "$folder"
-  tar -C "$top" --exclude=./build --exclude=./.git -c . | tar -C "$folder" -x --touch
+  local sources=$work/$1
+  mkdir "$sources"
+  tar -C "$top" --exclude=./build --exclude=./.git -c . | tar -C "$sources" -x --touch
   # Nothing may come from a compiler cache: that would compare a build with itself.
-  env -u CMAKE_CXX_COMPILER_LAUNCHER cmake -S "$folder" --preset release -DTELMARION_BUILD_TESTS=OFF >&2
-  cmake --build "$folder/build/release" --target package_files >&2
-  (cd "$folder/build/release" && cpack >&2)
-  ls "$folder"/build/release/*.deb
+  env -u CMAKE_CXX_COMPILER_LAUNCHER \
+    cmake -S "$sources" --preset release -DTELMARION_BUILD_TESTS=OFF >&2
+  cmake --build "$sources/build/release" --target package_files >&2
+  pack "$sources/build/release" "$1"
 }
 
 if [ $# -gt 0 ]; then
-  one=$1
+  one=$(pack "$1" given)
 else
-  one=$(umask 022 && LC_ALL=C TZ=UTC build "$work/one")
+  one=$(umask 022 && LC_ALL=C TZ=UTC build first)
 fi
-other=$(umask 077 && LC_ALL=C.UTF-8 TZ=Asia/Kolkata build "$work/a folder/with another name")
+other=$(umask 077 && LC_ALL=C.UTF-8 TZ=Asia/Kolkata build 'a folder with another name')
 sha256sum "$one" "$other"
 cmp "$one" "$other"
 echo "The packages are the same."

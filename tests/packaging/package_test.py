@@ -84,6 +84,8 @@ class Package(unittest.TestCase):
         changelog = SOURCE / "packaging" / "debian" / "changelog"
         latest = run("dpkg-parsechangelog", "--file", changelog, "--show-field", "Version").strip()
         self.assertEqual(latest, self.field("Version"))
+        news = re.findall(r"^## (\S+)", (SOURCE / "CHANGELOG.md").read_text(), re.MULTILINE)
+        self.assertEqual(news[0], VERSION)
         releases = re.findall(r'<release version="([^"]+)"', self.installed("*.metainfo.xml").read_text())
         self.assertEqual(releases[0], VERSION)
 
@@ -107,7 +109,8 @@ class Package(unittest.TestCase):
     def test_dependencies(self):
         for package in ["libqt6widgets6", "libqt6help6", "libqt6printsupport6", "libqt6svg6"]:
             self.assertIn(package, self.depends())
-        for package in ["libqt6sql6-sqlite", "fonts-liberation2"]:  # loaded by name
+        # These are loaded by name.
+        for package in ["libqt6sql6-sqlite", "fonts-liberation2", "fonts-dejavu-core"]:
             self.assertIn(package, self.depends())
         self.assertIn("qt6-wayland", self.field("Recommends"))
 
