@@ -34,9 +34,8 @@ int main(int argc, char** argv) {
   QSvgRenderer picture(arguments[1]);
   const bool written =
       picture.isValid() &&
-      std::all_of(arguments.begin() + 3, arguments.end(), [&](const QString& side) {
-        return WriteIcon(picture, arguments[2], side);
-      });
+      std::all_of(arguments.begin() + 3, arguments.end(),
+                  [&](const QString& side) { return WriteIcon(picture, arguments[2], side); });
   if (!written) std::fprintf(stderr, "make_icons: the icons could not be made\n");
   return written ? 0 : 1;
 }
