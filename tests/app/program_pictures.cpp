@@ -1,66 +1,112 @@
-// Writes pictures of the main window, of the 3D view and of the diagram in both forms into the
-// folder named on the command line, at 100 % and 200 %, in a light and a dark palette.
+// Writes the pictures of docs/ into the folder named on the command line: the main window in light
+// and dark, the case form, the 3D view and the help.
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
 #include <QImage>
-#include <QPalette>
-#include <QStyleFactory>
+#include <QLineEdit>
+#include <QTest>
 #include <cstdio>
 #include <cstdlib>
 
 #include "app/main_window.h"
+#include "platform/readable_palette.h"
+#include "tests/support/palettes.h"
 
 namespace {
 
-void Save(QWidget& widget, const QDir& folder, const QString& name, double scale) {
-  QApplication::processEvents();
-  QImage image(widget.size() * scale, QImage::Format_RGB32);
-  image.setDevicePixelRatio(scale);
-  widget.render(&image);
-  const QString file = QStringLiteral("%1-%2.png").arg(name).arg(static_cast<int>(100.0 * scale));
-  if (!image.save(folder.filePath(file))) {
-    std::fprintf(stderr, "cannot write %s\n", qPrintable(folder.filePath(file)));
-    std::exit(EXIT_FAILURE);
-  }
+[[noreturn]] void Give(const char* trouble, const QString& what) {
+  std::fprintf(stderr, "%s %s\n", trouble, qPrintable(what));
+  std::exit(EXIT_FAILURE);
 }
 
-void Confirm(MDIForm1& window, CaseEntries::Hip hip, const QString& weight) {
+void Save(QWidget& window, const QDir& folder, const QString& name, double scale = 1.0) {
+  window.activateWindow();
+  if (!QTest::qWaitForWindowActive(&window)) Give("does not come to the front:", name);
+  QApplication::processEvents();
+  QImage image(window.size() * scale, QImage::Format_RGB32);
+  image.setDevicePixelRatio(scale);
+  window.render(&image);
+  const QString file = QStringLiteral("%1-%2.png").arg(name).arg(static_cast<int>(100.0 * scale));
+  if (!image.save(folder.filePath(file))) Give("cannot write", folder.filePath(file));
+}
+
+// The toolkit's desktop in these colours, as the program takes it.
+void UseTheme(const QPalette& desktop) {
+  QApplication::setPalette(desktop);
+  QApplication::setPalette(ReadableColours(QApplication::palette()).resolve(desktop));
+}
+
+void FillForm(MDIForm1& window) {
   window.Change();
   CaseEntries entries = window.CaseForm()->Entries();
   entries.surname = "Surname";
   entries.firstName = "Given";
   entries.sex = CaseEntries::Sex::Female;
-  entries.hip = hip;
+  entries.hip = CaseEntries::Hip::Left;
   entries.dateOfBirth = "15.11.1956";
-  entries.bodyWeight = weight;
+  entries.bodyWeight = "70";
   entries.comments = "Dysplasia, before osteotomy.\nSecond look at the radiograph of 2026.";
   window.CaseForm()->SetEntries(entries);
-  window.CaseForm()->findChild<QAbstractButton*>("Command1")->click();
 }
 
-void SaveAll(const QDir& folder, const QString& theme, double scale) {
+void SaveForm(MDIForm1& window, const QDir& folder) {
+  FillForm(window);
+  window.CaseForm()->findChild<QLineEdit*>("Text9")->setFocus();
+  Save(*window.CaseForm(), folder, "case-form-light");
+}
+
+void SaveHead(MDIForm1& window, const QDir& folder) {
+  window.View3D();
+  FormGula& head = *window.HeadView();
+  for (const char* list : {"Combo1", "Combo2"}) {
+    head.findChild<QComboBox*>(list)->setCurrentText("High");
+  }
+  head.findChild<QCheckBox*>("Check2")->setChecked(true);
+  head.findChild<QAbstractButton*>("Command1")->setFocus();
+  Save(head, folder, "view-3d-light");
+}
+
+QWidget& HelpIn(const QWidgetList& windows) {
+  for (QWidget* window : windows) {
+    if (window->objectName() == "HelpWindow") return *window;
+  }
+  Give("not there:", "the help window");
+}
+
+void SaveHelp(MDIForm1& window, const QDir& folder) {
+  window.Help();
+  QWidget& help = HelpIn(QApplication::topLevelWidgets());
+  auto* contents = help.findChild<QAbstractItemView*>("helpContents");
+  const auto isListed = [&] { return contents->model()->rowCount() > 0; };
+  if (!QTest::qWaitFor(isListed)) Give("not listed:", "the help's contents");
+  contents->setFocus();
+  Save(help, folder, "help-light");
+  help.close();
+}
+
+void SaveAll(const QDir& folder) {
   DialogMessageDoor messages;
   SystemFileDialog files;
   SystemPrintDialog printers;
-  MDIForm1 window({messages, files, printers, [] { return QDate(2026, 11, 15); }, QLocale("sl_SI"),
-                   QStringList()});
+  MDIForm1 window({messages,
+                   files,
+                   printers,
+                   [] { return QDate(2026, 11, 15); },
+                   QLocale("sl_SI"),
+                   {QStringLiteral(TELMARION_HELP_DIR)}});
   window.show();
-  auto* diagram = window.findChild<QWidget*>("Picture1");
-  Confirm(window, CaseEntries::Hip::Right, {});
-  if (theme == u"light") Save(*diagram, folder, "diagram-form-l", scale);
-  Confirm(window, CaseEntries::Hip::Left, "70");
-  if (theme == u"light") Save(*diagram, folder, "diagram-form-d", scale);
-  Save(window, folder, "main-window-" + theme, scale);
-  if (scale != 1.0) return;  // the head is drawn in the pixels of the screen it is on
-  window.View3D();
-  for (const char* list : {"Combo1", "Combo2"}) {
-    window.HeadView()->findChild<QComboBox*>(list)->setCurrentText("High");
-  }
-  window.HeadView()->findChild<QCheckBox*>("Check2")->setChecked(true);
-  Save(*window.HeadView(), folder, "view-3d-" + theme, scale);
+  UseTheme(LightPalette());
+  SaveForm(window, folder);
+  window.CaseForm()->findChild<QAbstractButton*>("Command1")->click();
+  for (const double scale : {1.0, 2.0}) Save(window, folder, "main-window-light", scale);
+  SaveHead(window, folder);
+  SaveHelp(window, folder);
+  UseTheme(DarkPalette());
+  Save(window, folder, "main-window-dark");
 }
 
 }  // namespace
@@ -72,13 +118,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: %s FOLDER\n", argv[0]);
     return EXIT_FAILURE;
   }
-  const QDir folder(argv[1]);
   QApplication::setStyle(QStyleFactory::create("Fusion"));
-  for (const double scale : {1.0, 2.0}) SaveAll(folder, "light", scale);
-  const QColor ground(0x2b, 0x2d, 0x30);
-  QPalette dark(ground, ground);
-  dark.setColor(QPalette::Base, QColor(0x1e, 0x1f, 0x22));
-  QApplication::setPalette(dark);
-  SaveAll(folder, "dark", 1.0);
+  SaveAll(QDir(argv[1]));
   return EXIT_SUCCESS;
 }
