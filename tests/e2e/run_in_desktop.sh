@@ -9,9 +9,9 @@ set -euo pipefail
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 
-# wait_until COMMAND…: up to ten seconds.
+# wait_until COMMAND…: up to half a minute, as a busy machine may need.
 wait_until() {
-  for _ in $(seq 100); do
+  for _ in $(seq 300); do
     if "$@" >/dev/null 2>&1; then return; fi
     sleep 0.1
   done
@@ -20,6 +20,7 @@ wait_until() {
 }
 
 start_openbox() {
+  wait_until xdotool getdisplaygeometry # before the X server answers, a window manager would give up
   openbox >/dev/null 2>&1 &
   wait_until xdotool get_num_desktops # a window manager that is there answers for the desktops
 }
