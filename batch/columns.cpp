@@ -92,11 +92,6 @@ void CheckComplete(const Columns& columns) {
   if (count > 1) throw CohortError("the columns " + missing + " are missing");
 }
 
-std::string_view WithoutByteOrderMark(std::string_view text) {
-  constexpr std::string_view kMark = "\xEF\xBB\xBF";
-  return text.starts_with(kMark) ? text.substr(kMark.size()) : text;
-}
-
 std::size_t CountInputs(std::string_view header, char delimiter) {
   RecordParser parser(delimiter);
   parser.Parse(header);
@@ -121,6 +116,11 @@ BestDelimiter FindDelimiter(std::string_view header) {
 }
 
 }  // namespace
+
+std::string_view WithoutByteOrderMark(std::string_view text) {
+  constexpr std::string_view kMark = "\xEF\xBB\xBF";
+  return text.starts_with(kMark) ? text.substr(kMark.size()) : text;
+}
 
 Columns ReadColumns(std::string_view header, std::optional<char> delimiter) {
   header = WithoutByteOrderMark(header);

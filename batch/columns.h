@@ -35,6 +35,9 @@ struct Columns {
   std::array<std::optional<InputColumn>, kInputCount> inputs;
 };
 
+// The text behind a UTF-8 byte order mark, which some programs put before a header.
+std::string_view WithoutByteOrderMark(std::string_view text);
+
 // Reads a header row given without its line end. A byte order mark is passed over. Without a
 // delimiter, that one of comma, semicolon and tab is taken under which the most measures are found.
 // Throws CohortError with a sentence that names neither file nor row: a broken quote, an unknown

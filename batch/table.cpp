@@ -59,9 +59,9 @@ std::string OnOneLine(std::string_view text) {
 TableOutput::TableOutput(std::unique_ptr<TextSink> target, char delimiter, char lineEnd)
     : target_(std::move(target)), lineEnd_(lineEnd), parser_(delimiter) {}
 
-void TableOutput::AddHeader() {
-  const auto& fields = parser_.Fields();
-  for (const std::string_view title : fields) {
+void TableOutput::AddHeader(std::string_view header) {
+  parser_.Parse(header);
+  for (const std::string_view title : parser_.Fields()) {
     Column column;
     column.hidden = IsInput(title);
     column.rounded = IsOneOf(title, kResultNames) && title != kResultNames.back();
@@ -104,8 +104,8 @@ void TableOutput::PrintHeld() {
 }
 
 void TableOutput::AddRecord(std::string_view record) {
+  if (titles_.empty()) return AddHeader(WithoutByteOrderMark(record));
   parser_.Parse(record);
-  if (titles_.empty()) return AddHeader();
   Cells row;
   for (const std::string_view field : parser_.Fields()) {
     // Surplus fields stand behind the named columns.

@@ -33,7 +33,7 @@ class TableOutput final : public TextSink {
   };
 
   void AddRecord(std::string_view record);
-  void AddHeader();
+  void AddHeader(std::string_view header);
   void Fit(const Cells& row);
   void PrintHeld();
   void AppendLine(std::string& out, const Cells& row) const;

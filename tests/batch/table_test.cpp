@@ -51,6 +51,11 @@ TEST(Table, PutsSurplusFieldsBehind) {
             "a  status\n-  --------\n1  ok\n2  error: x  3  4\n<end>");
 }
 
+TEST(Table, PassesOverAByteOrderMark) {
+  EXPECT_EQ(Table("\xEF\xBB\xBF\"name\",rWb\nAnn,1\n"),
+            "name   rWb\n----  ----\nAnn   1.00\n<end>");
+}
+
 TEST(Table, IsJustTheHeaderWithoutRows) {
   EXPECT_EQ(Table("name,rWb\n"), "name  rWb\n----  ---\n<end>");
 }
