@@ -6,11 +6,13 @@
 #include "app/help_file.h"
 #include "app/main_window.h"
 #include "app/tool_icons.h"
+#include "platform/popup_escape.h"
 #include "platform/readable_palette.h"
 #include "platform/system_end.h"
 
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
+  const PopupEscape popupEscape;
   QApplication::setApplicationName(QStringLiteral("telmarion"));
   QApplication::setApplicationVersion(QStringLiteral(TELMARION_VERSION));
   QApplication::setDesktopFileName(QStringLiteral("telmarion"));

@@ -142,13 +142,21 @@ class Person:
 
     def pick(self, list_name, text, window):
         """Unfolds a list and takes an entry by its letters."""
-        combo = self.find("combo box", list_name, self.find(*window))
-        self._tab_to(combo, list_name)
-        self.keys("alt+Down")
-        self.wait(lambda: combo.getState().contains(pyatspi.STATE_EXPANDED), f"{list_name} unfolded")
+        combo = self.unfold(list_name, window)
         self.type(text)
         self.keys("Return")
         self.wait(lambda: self.chosen(combo) == text, f"{list_name} to show {text!r}")
+
+    def unfold(self, list_name, window):
+        combo = self.find("combo box", list_name, self.find(*window))
+        self._tab_to(combo, list_name)
+        self.keys("alt+Down")
+        self.wait(lambda: self.is_unfolded(combo), f"{list_name} to unfold")
+        return combo
+
+    @staticmethod
+    def is_unfolded(combo):
+        return combo.getState().contains(pyatspi.STATE_EXPANDED)
 
     @staticmethod
     def chosen(combo):

@@ -14,6 +14,7 @@ class WaylandDay(Day):
         person = self.start("de_DE.UTF-8")
         self.picture("main-window-empty")
         self.check_that_it_is_native(person)
+        self.fold_a_list_by_escape(person)
         self.enter_a_case(person)
         self.check_the_results(person)
         self.look_at_the_head(person)
@@ -28,6 +29,15 @@ class WaylandDay(Day):
         self.assertTrue(plugins[0].startswith("libqwayland-"), plugins)
         windows = subprocess.check_output(["xdotool", "search", "--class", "."], text=True)
         self.assertEqual(len(windows.split()), 1, "there is a window beside Weston's")
+
+    def fold_a_list_by_escape(self, person):
+        person.press("New")
+        combo = person.unfold("l/2 unit", FORM)
+        person.keys("Escape")
+        person.wait(lambda: not person.is_unfolded(combo), "the list to fold")
+        person.enter("l/2", "104", FORM)  # the form is still there
+        person.keys("Escape")
+        person.gone(*FORM)
 
     def open_again(self, person):
         person.keys("ctrl+o")
