@@ -46,6 +46,17 @@ TEST(MessageDoor, MarkupIsShownAsTyped) {
   door.ShowError(nullptr, "<b>case</b>.txt", "Error");
 }
 
+TEST(MessageDoor, AShortTextLeavesRoomForALongTitle) {
+  DialogMessageDoor door;
+  const QString title = "A title that is longer than what it stands above";
+  WhenOpen([&](QMessageBox& box) {
+    const int buttons = 3 * 24;  // of the frame
+    EXPECT_GT(box.width(), box.fontMetrics().horizontalAdvance(title) + buttons);
+    Press(box, QMessageBox::Ok);
+  });
+  door.ShowError(nullptr, "No", title);
+}
+
 TEST(MessageDoor, YesNoGivesTheAnswer) {
   DialogMessageDoor door;
   for (const auto& [button, answer] : {std::pair(QMessageBox::Yes, MessageDoor::Answer::Yes),
