@@ -32,10 +32,21 @@ bool Exists(int day, int month, const QString& year) {
          QDate::isValid(2000 + year.toInt(), month, day);
 }
 
+// Digits of every script as those of ours; the toolkit does not read the ones of Adlam and Chakma.
+QString WithWesternDigits(const QString& text) {
+  QList<uint> letters = text.toUcs4();
+  for (uint& letter : letters) {
+    if (QChar::category(letter) == QChar::Number_DecimalDigit) {
+      letter = U'0' + static_cast<uint>(QChar::digitValue(letter));
+    }
+  }
+  return QString::fromUcs4(reinterpret_cast<const char32_t*>(letters.data()), letters.size());
+}
+
 bool IsDateInDigits(const QString& text, const QLocale& locale) {
   static const QRegularExpression form(
       QStringLiteral("^([0-9]{1,2})([./-])\\s*([0-9]{1,2})\\2\\s*([0-9]{4}|[0-9]{2})$"));
-  const auto match = form.match(text);
+  const auto match = form.match(WithWesternDigits(text));
   if (!match.hasMatch()) return false;
   int day = match.captured(1).toInt();
   int month = match.captured(3).toInt();

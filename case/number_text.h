@@ -11,7 +11,8 @@ namespace Vse {
 // Reads a number that a person typed. Blanks around it are ignored. It is an optional sign, digits
 // with at most one separator (point or comma, whatever the locale; one side may be empty) and an
 // optional exponent. Empty for anything else: group marks, hexadecimal, "nan", "inf", currency, and
-// numbers too large for a double. A number too small for a double is 0.
+// numbers above 1E+300, whose radians or fifteen digits would be beyond a double. A number too
+// small for a double is 0.
 std::optional<double> ReadNumber(std::string_view text);
 
 // Int(x·10^n) / 10^n, where Int rounds towards minus infinity: -3.456 to 2 decimals is -3.46.

@@ -215,7 +215,7 @@ TEST(Confirmation, PressingOkTwiceComputesOnce) {
 
 TEST(Confirmation, AbsurdNumbersEndInTheModelsRefusal) {
   RunningProgram program;
-  for (const char* weight : {"1e308", "0"}) {
+  for (const char* weight : {"1e300", "0"}) {
     program.window.Change();
     program.Type("Text10", weight);
     program.PressOk();
