@@ -56,3 +56,15 @@ class Case(unittest.TestCase):
         for name, value in (known or KNOWN).items():
             self.assertTrue(math.isclose(float(row[name]), value, rel_tol=1e-11), (name, row[name]))
         self.assertEqual(row["status"], "ok")
+
+
+def case_file(name="Surname Given", weight="70", ce="30", comments="No"):
+    """A case file as the windowed program writes it."""
+    records = [
+        "", f"Name          : {name}", "Sex           : F", "Date of birth : 1956",
+        f"Body weight   : {weight} kg", "Hip           : L", f"Comments      : {comments}", "",
+        "lizm          = 10,4 cm", "xizm          = 0,5 cm", "zizm          = 6 cm",
+        "Cizm          = 4,4 cm", "Hizm          = 16 cm", "zasuk         = 0 °  ",
+        f"theta-CE      = {ce} °  ", "radius of head= 0,025 m ", "", "R/Wb          = 0"]
+    text = "TELMARION".ljust(49) + "15.11.2026\r\n" + "".join(r + "\n\r\n" for r in records)
+    return text.encode("cp1252")
