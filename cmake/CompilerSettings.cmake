@@ -31,7 +31,7 @@ target_compile_options(
   INTERFACE "$<$<CONFIG:Release>:-fstack-protector-strong;-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
 target_link_options(telmarion_settings INTERFACE "$<$<CONFIG:Release>:-Wl,-z,relro,-z,now>")
 
-# Set by the presets "sanitize" and "coverage".
+# Set by the presets "sanitize", "thread", "fuzz" and "coverage".
 set(TELMARION_SANITIZERS "" CACHE STRING "Sanitizers to build with, for example address,undefined")
 if(TELMARION_SANITIZERS)
   target_compile_options(
@@ -43,4 +43,8 @@ option(TELMARION_COVERAGE "Count the lines that the tests run" OFF)
 if(TELMARION_COVERAGE)
   target_compile_options(telmarion_settings INTERFACE --coverage -fprofile-abs-path)
   target_link_options(telmarion_settings INTERFACE --coverage)
+endif()
+option(TELMARION_FUZZ "Build the fuzz targets with libFuzzer; needs clang" OFF)
+if(TELMARION_FUZZ)
+  target_compile_options(telmarion_settings INTERFACE -fsanitize=fuzzer-no-link)
 endif()
