@@ -37,8 +37,7 @@ QLabel* Picture(const QWidget& window) {
   auto* label = new QLabel;
   label->setObjectName("imgIcon");
   label->setAccessibleName(QStringLiteral("TELMARION"));
-  label->setPixmap(
-      ApplicationIcon().pixmap(QSize(kIconSide, kIconSide), window.devicePixelRatioF()));
+  label->setPixmap(ApplicationPicture(kIconSide, window.devicePixelRatioF()));
   label->setAlignment(Qt::AlignTop);
   return label;
 }

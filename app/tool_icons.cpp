@@ -172,6 +172,8 @@ class ToolIconEngine final : public QIconEngine {
   ToolPicture picture_;
 };
 
+const QLatin1String kApplicationPicture(":/telmarion/telmarion.svg");
+
 QPixmap Rendered(QSvgRenderer& picture, int side) {
   QPixmap pixmap(side, side);
   pixmap.fill(Qt::transparent);
@@ -187,8 +189,15 @@ QIcon ToolIcon(ToolPicture picture) {
 }
 
 QIcon ApplicationIcon() {
-  QSvgRenderer picture(QStringLiteral(":/telmarion/telmarion.svg"));
+  QSvgRenderer picture(kApplicationPicture);
   QIcon icon;
   for (const int side : {16, 24, 32, 48, 64, 128, 256}) icon.addPixmap(Rendered(picture, side));
   return icon;
+}
+
+QPixmap ApplicationPicture(int side, double devicePixelRatio) {
+  QSvgRenderer picture(kApplicationPicture);
+  QPixmap pixmap = Rendered(picture, qRound(side * devicePixelRatio));
+  pixmap.setDevicePixelRatio(devicePixelRatio);
+  return pixmap;
 }

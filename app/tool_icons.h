@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QIcon>
+#include <QPixmap>
 
 enum class ToolPicture { New, Open, Save, Back, Forward, Home, Smaller, Larger };
 
@@ -11,3 +12,7 @@ QIcon ToolIcon(ToolPicture picture);
 
 // The program's own icon, in the sizes that desktops ask for (16 to 256 pixels).
 QIcon ApplicationIcon();
+
+// The same as a picture of `side` pixels, for a window's content. Asked for at its own size it does
+// not pass the toolkit's cache, which an icon made anew would fill with each use.
+QPixmap ApplicationPicture(int side, double devicePixelRatio);

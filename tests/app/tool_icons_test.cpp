@@ -124,4 +124,15 @@ TEST(ApplicationIcon, HasTheSizesOfDesktops) {
   }
 }
 
+TEST(ApplicationPicture, IsDrawnAtItsOwnSizeOnEveryScreen) {
+  for (const double ratio : {1.0, 1.5, 2.0}) {
+    const QPixmap picture = ApplicationPicture(96, ratio);
+    EXPECT_EQ(picture.deviceIndependentSize(), QSizeF(96, 96));
+    const QImage image = picture.toImage();
+    EXPECT_EQ(image.width(), qRound(96 * ratio));
+    EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0) << ratio;
+    EXPECT_EQ(image.pixelColor(image.width() / 2, image.width() * 5 / 8).alpha(), 255) << ratio;
+  }
+}
+
 }  // namespace
