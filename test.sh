@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds and runs every test. With the name of a preset (debug, sanitize,
-# coverage) it does so under that preset; without, under release.
+# thread, coverage) it does so under that preset; without, under release.
 set -euo pipefail
 # shellcheck source=packaging/setup.sh
 source "$(dirname "${BASH_SOURCE[0]}")/packaging/setup.sh"
