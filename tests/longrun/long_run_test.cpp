@@ -23,8 +23,12 @@ void ExpectNoGrowth(const std::vector<Sample>& samples) {
   // Between the two quarters lie half of the rounds. In few of them the processor's moods weigh
   // more than what the program does.
   const double slower = samples.back().rounds < 5000 ? 1.0 : 0.5;
-  EXPECT_EQ(FindGrowth(samples, &Sample::residentKiB, "resident memory", {4096.0, 0.0}), "");
-  EXPECT_EQ(FindGrowth(samples, &Sample::heapKiB, "the heap", {256.0, 0.0}), "");
+  // A sanitizer brings a heap of its own, which the C library knows nothing of. It holds back what
+  // is freed, and looks for what is lost itself.
+  if (samples.back().heapKiB > 0.0) {
+    EXPECT_EQ(FindGrowth(samples, &Sample::residentKiB, "resident memory", {4096.0, 0.0}), "");
+    EXPECT_EQ(FindGrowth(samples, &Sample::heapKiB, "the heap", {256.0, 0.0}), "");
+  }
   EXPECT_EQ(FindGrowth(samples, &Sample::handles, "the number of open files", {}), "");
   EXPECT_EQ(FindGrowth(samples, &Sample::widgets, "the number of widgets", {}), "");
   EXPECT_EQ(FindGrowth(samples, &Sample::objects, "the number of objects", {}), "");

@@ -1,10 +1,10 @@
 // The commands in the order of a day's work.
 #include "tests/longrun/round.h"
 
+#include <QDialog>
 #include <QMouseEvent>
 #include <QPushButton>
 
-#include "app/about_box.h"
 #include "platform/raster_view.h"
 
 namespace {
@@ -103,7 +103,9 @@ void AskForHelp(RunningProgram& program, int number) {
   HandleEvents();
   program.Command("mnuAbout");
   HandleEvents();
-  program.window.findChild<Form3*>()->close();
+  auto* about = program.InWindow<QDialog>("Form3");
+  EXPECT_TRUE(about->isVisible());
+  about->close();
   if (number % kClosedEvery != 0) return;
   for (QWidget* window : QApplication::topLevelWidgets()) {
     if (window->inherits("HelpWindow")) window->close();
@@ -122,4 +124,5 @@ void WorkOneRound(RunningProgram& program, int number) {
   AskForHelp(program, number);
   Save(program);
   HandleEvents();
+  EXPECT_EQ(program.window.findChild<QDialog*>("Form3"), nullptr);
 }
