@@ -24,8 +24,9 @@ QString Sync(int descriptor) {
 QString WriteWholeFile(const QString& path, const QByteArray& bytes) {
   QSaveFile file(path);
   if (!file.open(QIODevice::WriteOnly)) return file.errorString();
-  const QString reason = WritePiece(file, bytes);
-  return reason.isEmpty() ? CommitWholeFile(file) : reason;
+  QString reason = WritePiece(file, bytes);
+  if (reason.isEmpty()) reason = CommitWholeFile(file);
+  return reason;
 }
 
 // On a disk that fills up the first call writes what still fits, the second tells the reason.
@@ -40,7 +41,7 @@ QString WritePiece(QSaveFile& file, QByteArrayView bytes) {
 
 QString CommitWholeFile(QSaveFile& file) {
   if (!file.flush() && !file.flush()) return file.errorString();  // twice, as above
-  const QString reason = Sync(file.handle());
-  if (!reason.isEmpty()) return reason;
-  return file.commit() ? QString() : file.errorString();
+  QString reason = Sync(file.handle());
+  if (reason.isEmpty() && !file.commit()) reason = file.errorString();
+  return reason;
 }
