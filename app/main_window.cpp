@@ -22,10 +22,6 @@ constexpr QStringView kExtension = u"txt";
 constexpr QStringView kSaveQuestion = u"Do you want to save data ?";
 constexpr QStringView kEndTitle = u"TELMARION End";
 
-QString Text(const char* text) {
-  return QString::fromUtf8(text);
-}
-
 // What is wrong with which file, for a message.
 QString FileTrouble(const QString& path, const QString& reason) {
   return QFileInfo(path).fileName() + QStringLiteral(": ") + reason;
@@ -34,7 +30,7 @@ QString FileTrouble(const QString& path, const QString& reason) {
 }  // namespace
 
 MDIForm1::MDIForm1(const AppDoors& doors) : doors_(doors), recovery_(doors.recoveryFolder) {
-  setObjectName(Text("MDIForm1"));
+  setObjectName(QStringLiteral("MDIForm1"));
   BuildContent();
   BuildMenus();
   BuildToolBar();
@@ -77,8 +73,8 @@ void MDIForm1::CancelForm() {
 
 void MDIForm1::New() {
   if (session_.NeedsSaving()) {
-    const Answer answer =
-        doors_.messages.AskYesNoCancel(this, kSaveQuestion.toString(), Text("TELMARION New"));
+    const Answer answer = doors_.messages.AskYesNoCancel(this, kSaveQuestion.toString(),
+                                                         QStringLiteral("TELMARION New"));
     if (answer == Answer::Yes) SaveCase();
     if (answer != Answer::No) return;
   }
@@ -89,8 +85,8 @@ void MDIForm1::New() {
 
 void MDIForm1::Open() {
   if (!session_.saveOK()) {
-    const Answer answer =
-        doors_.messages.AskYesNoCancel(this, Text("Do you want to save data"), Text("Open"));
+    const Answer answer = doors_.messages.AskYesNoCancel(
+        this, QStringLiteral("Do you want to save data"), QStringLiteral("Open"));
     if (answer == Answer::Yes) SaveCase();
     if (answer != Answer::No) return;
   }
@@ -98,11 +94,11 @@ void MDIForm1::Open() {
   if (path.isEmpty()) return;
   const Vse::CaseFileContents contents = Vse::ReadCaseFile(path, doors_.locale);
   if (contents.problem == Vse::CaseFileContents::Problem::NotCorrectFile) {
-    doors_.messages.ShowError(this, Text("Not correct file"), Text("Error"));
+    doors_.messages.ShowError(this, QStringLiteral("Not correct file"), QStringLiteral("Error"));
     return;
   }
   if (contents.problem == Vse::CaseFileContents::Problem::Unreadable) {
-    doors_.messages.ShowError(this, FileTrouble(path, contents.reason), Text("Error"));
+    doors_.messages.ShowError(this, FileTrouble(path, contents.reason), QStringLiteral("Error"));
     return;
   }
   if (!form_) LoadForm();
@@ -129,7 +125,7 @@ MDIForm1::SaveOutcome MDIForm1::SaveCase() {
   const QString date = Vse::ShortDate(doors_.today(), doors_.locale);
   const QString trouble = Vse::WriteCaseFile(path, session_.Record(), date, doors_.locale);
   if (!trouble.isEmpty()) {
-    doors_.messages.ShowError(this, FileTrouble(path, trouble), Text("Error"));
+    doors_.messages.ShowError(this, FileTrouble(path, trouble), QStringLiteral("Error"));
     return SaveOutcome::Failed;
   }
   session_.NoteSaved(path);
@@ -139,15 +135,15 @@ MDIForm1::SaveOutcome MDIForm1::SaveCase() {
 }
 
 void MDIForm1::Print() {
-  const Answer answer =
-      doors_.messages.AskYesNo(this, Text("Print results?"), Text("TELMARION print"));
+  const Answer answer = doors_.messages.AskYesNo(this, QStringLiteral("Print results?"),
+                                                 QStringLiteral("TELMARION print"));
   if (answer != Answer::Yes) return;
   const std::unique_ptr<PrintTarget> target =
       doors_.printers.AskPrinter(this, Print::kTitle.toString(), doors_.locale);
   if (!target) return;
   const Print::Case printed = {session_.Record(), shownResults_, doors_.locale};
   const QString trouble = Print::PrintCase(*target, printed, doors_.today());
-  if (!trouble.isEmpty()) doors_.messages.ShowError(this, trouble, Text("Error"));
+  if (!trouble.isEmpty()) doors_.messages.ShowError(this, trouble, QStringLiteral("Error"));
 }
 
 void MDIForm1::Change() {
@@ -179,7 +175,7 @@ void MDIForm1::Help() {
     help_ = HelpWindow::Open(doors_.helpFolders, doors_.messages, this);
     if (!help_) return;
   }
-  help_->ShowTopic(session_.HasCase() ? Text("results") : Text("first-case"));
+  help_->ShowTopic(session_.HasCase() ? QStringLiteral("results") : QStringLiteral("first-case"));
 }
 
 void MDIForm1::About() {
@@ -224,10 +220,12 @@ QString MDIForm1::ProposedFileName() const {
 void MDIForm1::ShowFileInUse() {
   const QString& path = session_.FileInUse();
   const QString name = QFileInfo(path).fileName();
-  setWindowTitle(name.isEmpty() ? Text("TELMARION[*]") : name + Text("[*] - TELMARION"));
+  setWindowTitle(name.isEmpty() ? QStringLiteral("TELMARION[*]")
+                                : name + QStringLiteral("[*] - TELMARION"));
   setWindowModified(session_.NeedsSaving());
   fileLabel_->setText(path);
-  fileLabel_->setAccessibleName(Text("File in use: ") + (path.isEmpty() ? Text("none") : path));
+  fileLabel_->setAccessibleName(QStringLiteral("File in use: ") +
+                                (path.isEmpty() ? QStringLiteral("none") : path));
 }
 
 void MDIForm1::EnablePanels() {
@@ -247,7 +245,7 @@ void MDIForm1::ClearCharts() {
   box.SetDrawStyle(LineStyle::Solid);
   diagram_->Labels() = {};
   SetCaptions({});
-  diagram_->setAccessibleDescription(Text("Empty."));
+  diagram_->setAccessibleDescription(QStringLiteral("Empty."));
 }
 
 void MDIForm1::SetPatientBox(QString PatientTexts::*box, const QString& text, bool enabled) {
@@ -268,5 +266,6 @@ Vizual::Target MDIForm1::Diagram() {
 
 void MDIForm1::SetCaptions(const QStringList& captions) {
   captions_->setText(captions.join(u'\n'));
-  captions_->setAccessibleName(Text("Captions of the diagram: ") + captions.join(Text(", ")));
+  captions_->setAccessibleName(QStringLiteral("Captions of the diagram: ") +
+                               captions.join(QStringLiteral(", ")));
 }

@@ -11,18 +11,13 @@
 
 #include "app/main_window.h"
 #include "app/tool_icons.h"
+#include "platform/window_grid.h"
 
 namespace {
 
-constexpr int kGrid = 8;  // px
-
-QString Text(const char* text) {
-  return QString::fromUtf8(text);
-}
-
 // The type of the tool buttons and of everything that belongs to the diagram.
 QFont WithTimes(QFont font) {
-  font.setFamilies({Text("Times New Roman"), Text("Liberation Serif")});
+  font.setFamilies({QStringLiteral("Times New Roman"), QStringLiteral("Liberation Serif")});
   font.setPointSizeF(font.pointSizeF() * 1.1);  // its letters are smaller than the desktop's
   return font;
 }
@@ -58,11 +53,11 @@ void MDIForm1::BuildContent() {
   results_->setEnabled(false);
 
   diagram_ = new Vizual::DiagramView;
-  diagram_->setObjectName(Text("Picture1"));
-  diagram_->setAccessibleName(Text("Hip stress diagram"));
+  diagram_->setObjectName(QStringLiteral("Picture1"));
+  diagram_->setAccessibleName(QStringLiteral("Hip stress diagram"));
   diagram_->setMinimumSize(300, 200);
   captions_ = new QLabel;
-  captions_->setObjectName(Text("Picture2"));
+  captions_->setObjectName(QStringLiteral("Picture2"));
   captions_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   captions_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
   captions_->setFont(WithTimes(captions_->font()));
@@ -84,21 +79,21 @@ void MDIForm1::BuildContent() {
   ClearCharts();
 
   fileLabel_ = new QLabel;
-  fileLabel_->setObjectName(Text("lblFile"));
+  fileLabel_->setObjectName(QStringLiteral("lblFile"));
   statusBar()->addWidget(fileLabel_, 1);
   resize(960, 640);
 }
 
 QAction* MDIForm1::AddCommand(const char* name, const char* caption, void (MDIForm1::*command)()) {
-  auto* action = new QAction(Text(caption), this);
-  action->setObjectName(Text(name));
+  auto* action = new QAction(QString::fromUtf8(caption), this);
+  action->setObjectName(QString::fromUtf8(name));
   connect(action, &QAction::triggered, this, command);
   return action;
 }
 
 void MDIForm1::BuildMenus() {
-  QMenu* file = menuBar()->addMenu(Text("&File"));
-  file->setObjectName(Text("mnuFile"));
+  QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
+  file->setObjectName(QStringLiteral("mnuFile"));
   const auto add = [this](QMenu* menu, const char* name, const char* caption,
                           const QKeySequence& keys, void (MDIForm1::*command)()) {
     QAction* action = AddCommand(name, caption, command);
@@ -115,20 +110,20 @@ void MDIForm1::BuildMenus() {
   file->addSeparator();
   add(file, "mnuExit", "E&xit", QKeySequence(Qt::CTRL | Qt::Key_Q), &MDIForm1::Exit);
 
-  QMenu* edit = menuBar()->addMenu(Text("&Edit"));
-  edit->setObjectName(Text("mnuEdit"));
+  QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
+  edit->setObjectName(QStringLiteral("mnuEdit"));
   add(edit, "mnuChange", "&Change", {}, &MDIForm1::Change);
 
-  QMenu* help = menuBar()->addMenu(Text("&Help"));
-  help->setObjectName(Text("mnuHelp"));
+  QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
+  help->setObjectName(QStringLiteral("mnuHelp"));
   add(help, "mnuHelpT", "&Help", QKeySequence(Qt::Key_F1), &MDIForm1::Help);
   add(help, "mnuAbout", "&About", {}, &MDIForm1::About);
   for (QAction* command : std::as_const(caseCommands_)) command->setEnabled(false);
 }
 
 void MDIForm1::BuildToolBar() {
-  auto* bar = new QToolBar(Text("Tools"));
-  bar->setObjectName(Text("Toolbar"));
+  auto* bar = new QToolBar(QStringLiteral("Tools"));
+  bar->setObjectName(QStringLiteral("Toolbar"));
   bar->setFont(WithTimes(bar->font()));
   bar->setMovable(false);
   bar->setContextMenuPolicy(Qt::PreventContextMenu);
@@ -136,12 +131,12 @@ void MDIForm1::BuildToolBar() {
   const auto add = [this, bar](const char* name, const char* caption, const char* hint,
                                const QIcon& icon, void (MDIForm1::*command)()) {
     QAction* action = AddCommand("", caption, command);
-    action->setToolTip(Text(hint));
+    action->setToolTip(QString::fromUtf8(hint));
     action->setIcon(icon);
     bar->addAction(action);
     QWidget* button = bar->widgetForAction(action);
-    button->setObjectName(Text(name));
-    button->setAccessibleName(Text(caption));
+    button->setObjectName(QString::fromUtf8(name));
+    button->setAccessibleName(QString::fromUtf8(caption));
     button->setFocusPolicy(Qt::TabFocus);
     return action;
   };

@@ -4,38 +4,35 @@
 #include <QFontMetrics>
 #include <QGridLayout>
 
+#include "platform/window_grid.h"
+
 namespace {
-
-constexpr int kGrid = 8;  // px
-
-QString Text(const char* text) {
-  return QString::fromUtf8(text);
-}
 
 // A box that can be read and copied from, named for tests and screen readers.
 QLineEdit* MakeBox(const char* objectName, const char* caption) {
   auto* box = new QLineEdit;
-  box->setObjectName(Text(objectName));
-  box->setAccessibleName(Text(caption));
+  box->setObjectName(QString::fromUtf8(objectName));
+  box->setAccessibleName(QString::fromUtf8(caption));
   box->setReadOnly(true);
   return box;
 }
 
 // A screen reader may be silent on the sign.
 QString SpokenUnit(const char* unit) {
-  return Text(unit) == Text("°") ? Text("degrees") : Text(unit);
+  return QString::fromUtf8(unit) == QStringLiteral("°") ? QStringLiteral("degrees")
+                                                        : QString::fromUtf8(unit);
 }
 
 // Its caption stands on the left, its unit on the right; both are in its accessible name.
 QLabel* AddRow(QGridLayout* grid, int row, const char* caption, QWidget* box,
                const char* unit = nullptr) {
-  auto* label = new QLabel(Text(caption));
+  auto* label = new QLabel(QString::fromUtf8(caption));
   label->setBuddy(box);
   grid->addWidget(label, row, 0);
   grid->addWidget(box, row, 1);
   if (unit == nullptr) return nullptr;
-  box->setAccessibleName(box->accessibleName() + Text(" in ") + SpokenUnit(unit));
-  auto* unitLabel = new QLabel(Text(unit));
+  box->setAccessibleName(box->accessibleName() + QStringLiteral(" in ") + SpokenUnit(unit));
+  auto* unitLabel = new QLabel(QString::fromUtf8(unit));
   grid->addWidget(unitLabel, row, 2);
   return unitLabel;
 }
@@ -48,8 +45,8 @@ QGridLayout* MakeGrid(QWidget* panel) {
   grid->setColumnStretch(1, 1);
   // The boxes of both panels stand below each other.
   const QFontMetrics metrics(panel->font());
-  grid->setColumnMinimumWidth(0, metrics.horizontalAdvance(Text("Date of birth")));
-  grid->setColumnMinimumWidth(2, metrics.horizontalAdvance(Text("m^-2")));
+  grid->setColumnMinimumWidth(0, metrics.horizontalAdvance(QStringLiteral("Date of birth")));
+  grid->setColumnMinimumWidth(2, metrics.horizontalAdvance(QStringLiteral("m^-2")));
   return grid;
 }
 
@@ -67,16 +64,16 @@ QLineEdit* MakeNumberBox(const char* objectName, const char* caption) {
 }  // namespace
 
 PatientPanel::PatientPanel(QWidget* parent)
-    : QGroupBox(Text("Patient"), parent),
+    : QGroupBox(QStringLiteral("Patient"), parent),
       name_(MakeBox("txtName", "Name")),
       sex_(MakeBox("txtSex", "Sex")),
       hip_(MakeBox("txtHip", "Hip")),
       dateOfBirth_(MakeBox("txtDateOfBirth", "Date of birth")),
       bodyWeight_(MakeNumberBox("txtBodyWeight", "Weight")),
       comments_(new QPlainTextEdit) {
-  setObjectName(Text("framePatient"));
-  comments_->setObjectName(Text("txtComments"));
-  comments_->setAccessibleName(Text("Comments"));
+  setObjectName(QStringLiteral("framePatient"));
+  comments_->setObjectName(QStringLiteral("txtComments"));
+  comments_->setAccessibleName(QStringLiteral("Comments"));
   comments_->setReadOnly(true);
   comments_->setTabChangesFocus(true);
   comments_->setMinimumHeight(3 * fontMetrics().lineSpacing());
@@ -116,13 +113,13 @@ void PatientPanel::EnableBoxes() {
 }
 
 ResultsPanel::ResultsPanel(QWidget* parent)
-    : QGroupBox(Text("Results"), parent),
+    : QGroupBox(QStringLiteral("Results"), parent),
       rWb_(MakeNumberBox("txtRWb", "R/Wb")),
       thetaR_(MakeNumberBox("txtThetaR", "Theta-R")),
       thetaPol_(MakeNumberBox("txtThetaPol", "Theta-pol")),
       pmaxWb_(MakeNumberBox("txtPmaxWb", "Pmax/Wb")),
       pmax_(MakeNumberBox("txtPmax", "Pmax")) {
-  setObjectName(Text("frameResults"));
+  setObjectName(QStringLiteral("frameResults"));
   QGridLayout* grid = MakeGrid(this);
   AddRow(grid, 0, "R/Wb", rWb_);
   AddRow(grid, 1, "Theta-R", thetaR_, "°");
@@ -130,8 +127,8 @@ ResultsPanel::ResultsPanel(QWidget* parent)
   AddRow(grid, 3, "Pmax/Wb", pmaxWb_, "m^-2");
   pmaxUnit_ = AddRow(grid, 4, "Pmax", pmax_, "Pa");
   pmaxLabel_ = qobject_cast<QLabel*>(grid->itemAtPosition(4, 0)->widget());
-  pmaxLabel_->setObjectName(Text("lblPmax"));
-  pmaxUnit_->setObjectName(Text("lblPmaxUnit"));
+  pmaxLabel_->setObjectName(QStringLiteral("lblPmax"));
+  pmaxUnit_->setObjectName(QStringLiteral("lblPmaxUnit"));
 }
 
 void ResultsPanel::SetResults(const ResultTexts& results) {

@@ -18,10 +18,10 @@
 #include "caseform/form_fonts.h"
 #include "caseform/hip_picture.h"
 #include "platform/choice_list.h"
+#include "platform/window_grid.h"
 
 namespace {
 
-constexpr int kGrid = 8;  // pixels
 constexpr int kNumberWidth = 10 * kGrid;
 constexpr int kUnitWidth = 9 * kGrid;
 constexpr int kNameWidth = 16 * kGrid;

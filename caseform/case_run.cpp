@@ -10,10 +10,6 @@
 
 namespace {
 
-QString Text(const char* text) {
-  return QString::fromUtf8(text);
-}
-
 // The body weight in kg. An empty box is an unknown weight: the model then takes 60 kg.
 std::optional<double> ConfirmBodyWeight(Form1& form, const QString& text, bool& weightUnknown) {
   if (!text.isEmpty()) return form.ConfirmNumber(text);
@@ -45,8 +41,9 @@ QStringList Captions(const CaseRecord& record, const QLocale& locale) {
   const Geometry& g = record.geometry;
   const QString edge = Vse::NumberText(Vse::RadiansToDegrees(g.thetaCE), locale);
   const QString radius = Vse::NumberText(g.headRadius * kCentimetresPerMetre, locale);
-  return {Text("Theta-CE = %1 °").arg(edge), Text("Radius of femoral head = %1 cm").arg(radius),
-          Text("Theta-R = %1 °").arg(Vse::ResultText(record.results.thetaR, locale))};
+  return {QStringLiteral("Theta-CE = %1 °").arg(edge),
+          QStringLiteral("Radius of femoral head = %1 cm").arg(radius),
+          QStringLiteral("Theta-R = %1 °").arg(Vse::ResultText(record.results.thetaR, locale))};
 }
 
 void BeginCase(const CaseRun& run) {
@@ -96,15 +93,16 @@ bool ComputeAll(const CaseRun& run) {
       ShowResults(run);
       return true;
     case Sila::HipOutcome::DivisionByZero:
-      run.messages.ShowError(run.window.Widget(), Text("Division by zero"), Text("Error"));
+      run.messages.ShowError(run.window.Widget(), QStringLiteral("Division by zero"),
+                             QStringLiteral("Error"));
       return false;
     case Sila::HipOutcome::OutOfRange:
     case Sila::HipOutcome::NoPole:
       break;
   }
   run.messages.ShowError(run.window.Widget(),
-                         Text("In this range of input data you could not use this model"),
-                         Text("Sorry"));
+                         QStringLiteral("In this range of input data you could not use this model"),
+                         QStringLiteral("Sorry"));
   return false;
 }
 

@@ -6,10 +6,10 @@
 #include <QVBoxLayout>
 
 #include "platform/choice_list.h"
+#include "platform/window_grid.h"
 
 namespace {
 
-constexpr int kGrid = 8;  // device-independent pixels
 constexpr int kColumnWidth = 25 * kGrid;
 constexpr int kAxesSize = 14 * kGrid;
 constexpr int kLegendWidth = 5 * kGrid;
