@@ -1,11 +1,15 @@
 // Force, range check and stress in their order.
 #include "model/hip_model.h"
 
+#include <cmath>
+
 namespace Sila {
 
 HipOutcome ComputeHip(const HipInputs& inputs, HipState& state) {
   ComputeHipForce(inputs.force, state.force);
-  if (!IsWithinModelRange(state.force.thetaR)) return HipOutcome::OutOfRange;
+  // An absurd weight gives a force beyond a double: no fault of the radius, which ends otherwise.
+  const bool hasForce = std::isfinite(state.force.rWb);
+  if (!hasForce || !IsWithinModelRange(state.force.thetaR)) return HipOutcome::OutOfRange;
   Tlakm::ComputeContactStress({.headRadius = inputs.headRadius,
                                .thetaCE = inputs.thetaCE,
                                .bodyWeight = inputs.force.bodyWeight,
