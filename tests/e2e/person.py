@@ -223,7 +223,8 @@ class Person:
         self.keys("ctrl+a")
         self.type(path)
         self.keys("Return")
-        self.wait(lambda: not self._find_file_dialog(), "the file dialog to close")
+        # The program may end with the file that it asked for.
+        self.wait(lambda: self.has_ended() or not self._find_file_dialog(), "the file dialog to close")
 
     def _find_file_dialog(self):
         for thing in self.application:
@@ -247,10 +248,13 @@ class Person:
         """Lets what was set off be painted."""
         time.sleep(0.4)
 
+    def has_ended(self):
+        return self.process.poll() is not None
+
     def wait_for_end(self):
         return self.process.wait(timeout=PATIENCE)
 
     def leave(self):
-        if self.process.poll() is None:
+        if not self.has_ended():
             self.process.kill()
             self.process.wait()
