@@ -255,6 +255,8 @@ INSTANTIATE_TEST_SUITE_P(Table, CodePages,
                                          Page{"Turkish", "tr_TR", u"Şahin"_qs,
                                               "\xDE"
                                               "ahin"},
+                                         Page{"Azerbaijani", "az_Latn_AZ", u"Şirin"_qs, "\xDEirin"},
+                                         Page{"Uzbek", "uz_Cyrl_UZ", u"Ли"_qs, "\xCB\xE8"},
                                          Page{"Latvian", "lv_LV", u"Ķ"_qs, "\xCD"}),
                          RowName());
 
