@@ -85,6 +85,19 @@ TEST(HipPicture, HasTenLinesAndNineLabels) {
   EXPECT_EQ(picture.findChildren<DimensionLabel*>().size(), 9);
 }
 
+TEST(HipPicture, NamesEveryMeasureForAllTimes) {
+  const HipPicture picture;
+  QString names;
+  for (std::size_t i = 0; i < kMeasureCount; ++i) {
+    for (const DimensionLabel* label : picture.LabelsOf(static_cast<Measure>(i))) {
+      EXPECT_TRUE(label->isVisible());
+      names += label->text();
+    }
+    names += QLatin1Char(' ');
+  }
+  EXPECT_EQ(names, u"l/2 x z C H φ ϑCE r "_qs);
+}
+
 TEST(HipPicture, NoLabelLiesOnALineOrOnAnother) {
   const HipPicture picture;
   const QList<DimensionLabel*> labels = picture.findChildren<DimensionLabel*>();
