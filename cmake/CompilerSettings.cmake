@@ -41,7 +41,9 @@ if(TELMARION_SANITIZERS)
 endif()
 option(TELMARION_COVERAGE "Count the lines that the tests run" OFF)
 if(TELMARION_COVERAGE)
-  target_compile_options(telmarion_settings INTERFACE --coverage -fprofile-abs-path)
+  # The cohort program counts from several threads.
+  target_compile_options(telmarion_settings INTERFACE --coverage -fprofile-abs-path
+                                                      -fprofile-update=atomic)
   target_link_options(telmarion_settings INTERFACE --coverage)
 endif()
 option(TELMARION_FUZZ "Build the fuzz targets with libFuzzer; needs clang" OFF)
