@@ -7,7 +7,7 @@ set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/packaging/setup.sh"
 
 least=95 # percent
-core=('model/' 'case/' 'caseform/case_(form|run)\.')
+core=('model/' 'case/' 'caseform/')
 rooms=(model case platform diagram caseform report view3d app batch)
 report=build/coverage/report
 
