@@ -7,8 +7,8 @@ set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/packaging/setup.sh"
 
 least=95 # percent
-core=('model/' 'case/' 'caseform/')
-rooms=(model case platform diagram caseform report view3d app batch)
+core=('model/' 'case/' 'caseform/' 'storage/')
+rooms=(model storage case platform diagram caseform report view3d app batch)
 report=build/coverage/report
 
 # counted PATTERN [OPTION…]: reads the counts of the files that begin so.
