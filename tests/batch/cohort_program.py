@@ -3,6 +3,7 @@ of which is called with PROGRAM SOURCE_FOLDER VERSION."""
 import csv
 import io
 import math
+import os
 import pathlib
 import subprocess
 import sys
@@ -10,6 +11,9 @@ import tempfile
 import unittest
 
 PROGRAM, SOURCE, VERSION = sys.argv[1], pathlib.Path(sys.argv[2]), sys.argv[3]
+
+# The code page of case files and the system's messages follow the language of whoever runs the tests.
+os.environ["LC_ALL"] = "C.UTF-8"
 
 HEADER = "lizm,xizm,zizm,Cizm,Hizm,zasuk,thetaCE,headRadius,bodyWeight"
 HIP = "10.40,0.50,6.00,4.40,16.00,0.0,30.0,0.025,70"

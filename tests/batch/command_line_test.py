@@ -1,12 +1,15 @@
 """Options, help, the progress line, the examples."""
 import os
 import pty
+import select
 import subprocess
 import sys
 import time
 import unittest
 
 from cohort_program import Case, HEADER, HIP, PROGRAM, SOURCE, VERSION, rows, run
+
+PATIENCE = 30  # seconds, on a busy machine
 
 
 class CommandLine(Case):
@@ -29,40 +32,56 @@ class CommandLine(Case):
             self.assertIn("telmarion-batch: ", done.stderr.decode())
             self.assertEqual(len(done.stderr.decode().splitlines()), 1, done.stderr)
 
-    def run_on_terminal(self, seconds, output):
-        """Feeds rows for so long with standard error on a terminal; what the terminal shows."""
+    def run_on_terminal(self, output, until=b""):
+        """Feeds rows, with standard error on a terminal, until it has shown `until`, and one row more; all
+        that the terminal shows."""
         terminal, program_side = pty.openpty()
         with subprocess.Popen([PROGRAM], stdin=subprocess.PIPE,
                               stdout=program_side if output == "terminal" else subprocess.DEVNULL,
                               stderr=program_side) as program:
             os.close(program_side)
             program.stdin.write(f"{HEADER}\n".encode())
-            end = time.monotonic() + seconds
-            while time.monotonic() < end:
+            shown = b""
+            end = time.monotonic() + PATIENCE
+            while until not in shown and time.monotonic() < end:
                 program.stdin.write(f"{HIP}\n".encode())
                 program.stdin.flush()
-                time.sleep(0.05)
+                if select.select([terminal], [], [], 0.05)[0]:
+                    shown += os.read(terminal, 65536)
+            program.stdin.write(f"{HIP}\n".encode())
             program.stdin.close()
-            shown = b""
-            while True:
-                try:
-                    piece = os.read(terminal, 65536)
-                except OSError:
-                    break
-                if not piece:
-                    break
+            while piece := self.read_piece(terminal):
                 shown += piece
         os.close(terminal)
         return shown.decode()
 
+    @staticmethod
+    def read_piece(terminal):
+        try:
+            return os.read(terminal, 65536)
+        except OSError:  # how a terminal says that nobody is left at its other side
+            return b""
+
+    def test_no_progress_within_the_first_second(self):
+        end = time.monotonic() + PATIENCE
+        while time.monotonic() < end:
+            start = time.monotonic()
+            shown = self.run_on_terminal("elsewhere")
+            # A busy machine may have kept the program waiting for longer: such a run tells nothing.
+            if time.monotonic() - start < 1:
+                self.assertEqual(shown, "")
+                return
+        self.fail("no run ends within a second")
+
     def test_progress_after_a_second_on_a_terminal(self):
-        self.assertEqual(self.run_on_terminal(0.3, "elsewhere"), "")
-        shown = self.run_on_terminal(1.6, "elsewhere")
+        start = time.monotonic()
+        shown = self.run_on_terminal("elsewhere", until=b"rows/s")
+        self.assertGreater(time.monotonic() - start, 1)
         self.assertRegex(shown, r"\d+ rows, \d+ rows/s")
         self.assertTrue(shown.endswith("\r\033[K"), "the line stays behind")
 
     def test_progress_and_results_on_one_terminal(self):
-        shown = self.run_on_terminal(1.6, "terminal")
+        shown = self.run_on_terminal("terminal", until=b"rows/s")
         self.assertRegex(shown, r"\d+ rows, \d+ rows/s")
         lines = shown.replace("\r\n", "\n").split("\n")
         for line in lines[1:-1]:

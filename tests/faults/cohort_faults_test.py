@@ -10,7 +10,7 @@ import sys
 import tempfile
 import unittest
 
-PROGRAM, LIBRARY, SOURCE = sys.argv[1], sys.argv[2], pathlib.Path(sys.argv[3])
+PROGRAM, LIBRARY, SOURCE = sys.argv[1], *map(pathlib.Path, sys.argv[2:4])
 
 OLD = b"what was here before\n"
 TABLE = (b"lizm,xizm,zizm,Cizm,Hizm,zasuk,thetaCE,headRadius,bodyWeight\n"
@@ -40,7 +40,7 @@ class CohortFaults(unittest.TestCase):
     def run_program(self, arguments, stdout=subprocess.PIPE, orders=None):
         # A sanitizer's library then need not be the first; the fault library has no use for it.
         options = os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0"
-        environment = {**os.environ, "ASAN_OPTIONS": options, **(orders or {})}
+        environment = {**os.environ, "LC_ALL": "C.UTF-8", "ASAN_OPTIONS": options, **(orders or {})}
         return subprocess.run([PROGRAM, "--threads", "2", *map(str, arguments)], stdout=stdout,
                               stderr=subprocess.PIPE, stdin=subprocess.DEVNULL, env=environment,
                               timeout=60, check=False)
@@ -49,8 +49,10 @@ class CohortFaults(unittest.TestCase):
         """The finished program and the call that was struck, if any."""
         self.report.unlink(missing_ok=True)
         kind, error = fault
+        # Found by its folder: the names of libraries to preload may not hold blanks.
         done = self.run_program(arguments, stdout, {
-            "LD_PRELOAD": LIBRARY, "TELMARION_FAULT_FOLDER": str(self.folder),
+            "LD_PRELOAD": LIBRARY.name, "LD_LIBRARY_PATH": str(LIBRARY.parent),
+            "TELMARION_FAULT_FOLDER": str(self.folder),
             "TELMARION_FAULT_KIND": kind, "TELMARION_FAULT_ERROR": str(error),
             "TELMARION_FAULT_NUMBER": str(number), "TELMARION_FAULT_REPORT": str(self.report)})
         return done, self.report.read_text() if self.report.exists() else None
