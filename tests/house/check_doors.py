@@ -1,7 +1,8 @@
 """Fails on a message box or a dialog of the toolkit outside the door that is there for it.
 
 Every message passes platform/message_door.h, every question for a file platform/file_dialog.h and every
-question for a printer platform/print_dialog.h: a test can then listen and answer. The tests of the doors themselves look at the real boxes.
+question for a printer platform/print_dialog.h: a test can then listen and answer. The tests of the doors
+themselves look at the real boxes.
 """
 import pathlib
 import re
@@ -35,7 +36,7 @@ def check(top):
 
 def main():
     found = check(pathlib.Path(sys.argv[1]))
-    print("\n".join(found) or "every message and every file question passes its door")
+    print("\n".join(found) or "every message, file and print question passes its door")
     return 1 if found else 0
 
 
