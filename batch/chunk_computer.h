@@ -39,7 +39,7 @@ class ChunkComputer {
   ChunkComputer(const Columns& columns, const std::string& lineEnd);
 
   // Computes every record of the chunk, whose line ends end with `lineEndIn`; `result` is written
-  // anew, its room used again.
+  // anew, its room used again. A broken quote ends the chunk: `result.trouble` names its row.
   // A record keeps its bytes. One that is too short gets empty fields up to the header's number of
   // columns, one that is too long has its surplus fields behind the status, so that the results
   // always stand below their names. Blank lines are left out.

@@ -35,8 +35,7 @@ bool IsSameCase(const CaseData& a, const CaseData& b);
 
 // The case as entries of the form, for changing it: lengths in cm, angles in degrees, the radius in
 // m. What is missing gives empty boxes; sex and hip are always chosen ("Unknown" as female and
-// right). Any other name without a blank leaves the names of
-// `current` as they are.
+// right). Any other name without a blank leaves the names of `current` as they are.
 CaseEntries EntriesOf(const CaseData& data, const QLocale& locale, const CaseEntries& current);
 
 }  // namespace Vse

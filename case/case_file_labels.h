@@ -26,8 +26,8 @@ inline constexpr std::array<QStringView, 8> kMeasureLabels = {
 inline constexpr QStringView kRWbLabel = u"R/Wb          = ";
 inline constexpr QStringView kThetaRLabel = u"Theta-R       = ";
 inline constexpr QStringView kPmaxWbLabel = u"Pmax/Wb       = ";
-inline constexpr QStringView kPmaxLabel =
-    u"Pmax = ";  // not padded to the others' width. Deliberate.
+// Not padded to the others' width. Deliberate.
+inline constexpr QStringView kPmaxLabel = u"Pmax = ";
 
 inline constexpr QStringView kWeightSuffix = u" kg";
 inline constexpr QStringView kLengthSuffix = u" cm";

@@ -46,9 +46,9 @@ struct ContactStress {
   double p0 = 0.0;               // Pa, stress at the pole
 
   double thetaPol = 0.0;  // degrees, pole, positive lateral of the vertical
-  double pmax =
-      0.0;  // Pa, peak stress: at the pole, or at the socket's edge if the pole lies beyond
-  double pmaxWb = 0.0;  // m^-2, peak stress over body weight
+  double pmax = 0.0;      // Pa, peak stress: at the pole, or at the socket's edge if the pole lies
+                          // beyond
+  double pmaxWb = 0.0;    // m^-2, peak stress over body weight
 };
 
 // Computes pole and stress. Ends for every input, not finite ones included, at once for
