@@ -56,6 +56,14 @@ TEST(HipModel, KeepsTheStressOfTheRunBeforeWhenTheForceIsOutOfRange) {
   EXPECT_EQ(Sila::ComputeHip(leverless, state), HipOutcome::OutOfRange);
 }
 
+// Its square is no double any more.
+TEST(HipModel, RefusesAForceBeyondADouble) {
+  Sila::HipState state;
+  Sila::HipInputs hip = DefaultHip();
+  hip.force.bodyWeight = 1e160;
+  EXPECT_EQ(Sila::ComputeHip(hip, state), HipOutcome::OutOfRange);
+}
+
 TEST(HipModel, TellsARadiusOfZeroFromARefusal) {
   Sila::HipState state;
   Sila::HipInputs hip = DefaultHip();
