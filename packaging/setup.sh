@@ -1,4 +1,5 @@
-# Shared by run.sh, test.sh and package.sh: installing what is missing and building. Sourced, not run.
+# Shared by the scripts at the top: installing what is missing, building, and finding a display. Sourced,
+# not run.
 # shellcheck shell=bash
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
