@@ -2,15 +2,30 @@
 // disk a shortened file would take the place of the old one.
 #include "storage/whole_file.h"
 
-#include <unistd.h>
-
 #include <cerrno>
 #include <system_error>
 
+#ifdef Q_OS_WIN
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
 namespace {
 
+// 0 when the file's bytes are on the disk; else errno tells why not.
+int BringToDisk(int descriptor) {
+#if defined(Q_OS_WIN)
+  return _commit(descriptor);
+#elif defined(Q_OS_DARWIN)
+  return fsync(descriptor);  // there is no fdatasync
+#else
+  return fdatasync(descriptor);
+#endif
+}
+
 QString Sync(int descriptor) {
-  while (fdatasync(descriptor) != 0) {
+  while (BringToDisk(descriptor) != 0) {
     if (errno == EINTR) continue;
     const bool cannotSync = errno == EINVAL || errno == ENOSYS || errno == ENOTSUP;
     if (cannotSync) break;  // some file systems never can
