@@ -60,10 +60,7 @@ void MDIForm1::ShowForm(bool clearWeightUnknown) {
 
 void MDIForm1::ConfirmForm() {
   if (!form_->isVisible()) return;  // a second press that came before the form was gone
-  if (!ConfirmCase(*form_, Run())) return;
-  session_.NoteConfirmed();
-  ShowFileInUse();
-  KeepWork();
+  ConfirmCase(*form_, Run());
 }
 
 void MDIForm1::CancelForm() {
@@ -236,6 +233,12 @@ void MDIForm1::EnablePanels() {
 
 void MDIForm1::MarkCaseToShow() {
   for (QAction* command : std::as_const(caseCommands_)) command->setEnabled(true);
+}
+
+void MDIForm1::CaseConfirmed() {
+  session_.NoteConfirmed();
+  ShowFileInUse();
+  KeepWork();
 }
 
 void MDIForm1::ClearCharts() {

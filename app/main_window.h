@@ -98,6 +98,7 @@ class MDIForm1 final : public QMainWindow, private CaseWindow {
   QWidget* Widget() override { return this; }
   void EnablePanels() override;
   void MarkCaseToShow() override;
+  void CaseConfirmed() override;
   void ClearCharts() override;
   void SetPatientBox(QString PatientTexts::*box, const QString& text, bool enabled) override;
   void SetResults(const ResultTexts& results) override;

@@ -1,6 +1,5 @@
 // How the main window keeps work for the next start and takes it up again.
-#include <QFileInfo>
-#include <utility>
+#include <optional>
 
 #include "app/main_window.h"
 
@@ -22,9 +21,10 @@ void MDIForm1::OfferKeptWork() {
   if (answer == MessageDoor::Answer::No) return recovery_.Discard();
   if (answer == MessageDoor::Answer::Cancel) return recovery_.Leave();
   QString trouble;
-  const std::optional<KeptWork> work = recovery_.Take(trouble);
-  if (work) return GoOnWith(*work);
-  doors_.messages.ShowError(this, trouble, QStringLiteral("Error"));
+  const std::optional<KeptWork> work = recovery_.Read(trouble);
+  if (!work) return doors_.messages.ShowError(this, trouble, QStringLiteral("Error"));
+  GoOnWith(*work);
+  recovery_.TakeOver();  // not before, since a refusal may still be read when the system ends
 }
 
 void MDIForm1::GoOnWith(const KeptWork& work) {

@@ -47,13 +47,13 @@ bool RecoveryFile::TakePlace(Wanted wanted) {
   return false;
 }
 
-std::optional<KeptWork> RecoveryFile::Take(QString& trouble) {
-  pending_ = false;
+std::optional<KeptWork> RecoveryFile::Read(QString& trouble) {
   QFile file(path_);
   const bool opened = file.open(QIODevice::ReadOnly);
   std::optional<KeptWork> work;
   if (opened) work = Vse::ParseKeptWork(file.readAll());
   if (work && !work->IsEmpty()) return work;
+  pending_ = false;
   const QString reason = opened ? QStringLiteral("it is damaged") : file.errorString();
   file.close();
   const QString aside = path_ + QStringLiteral(".damaged");

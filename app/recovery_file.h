@@ -6,6 +6,7 @@
 #include <QLockFile>
 #include <QString>
 #include <memory>
+#include <optional>
 
 #include "case/kept_work.h"
 
@@ -20,12 +21,15 @@ class RecoveryFile {
   const QString& Path() const { return path_; }
 
   // The place holds work of an earlier session that nobody has decided on. Keep and Remove leave it
-  // alone until Take, Discard or Leave.
+  // alone until TakeOver, Discard or Leave.
   bool IsPending() const { return pending_; }
 
-  // The work of the earlier session; its file stays until the next Keep or Remove. Empty when it
-  // cannot be read: its file is then put aside under another name, and `trouble` tells both.
-  std::optional<KeptWork> Take(QString& trouble);
+  // The work of the earlier session. Empty when it cannot be read: its file is then put aside under
+  // another name, `trouble` tells both, and nothing is pending any more.
+  std::optional<KeptWork> Read(QString& trouble);
+
+  // The earlier work is this session's now; its file stays until the next Keep or Remove.
+  void TakeOver() { pending_ = false; }
 
   // Gives the earlier work up.
   void Discard();

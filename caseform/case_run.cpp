@@ -59,14 +59,14 @@ void FillWindow(const CaseEntries& entries, const CaseRun& run) {
 
 }  // namespace
 
-bool ConfirmCase(Form1& form, const CaseRun& run) {
+void ConfirmCase(Form1& form, const CaseRun& run) {
   const std::optional<CaseData> data = CheckEntries(form, run.record.weightUnknown);
-  if (!data) return false;
+  if (!data) return;
   static_cast<CaseData&>(run.record) = *data;
   BeginCase(run);
   form.hide();
+  run.window.CaseConfirmed();
   FillWindow(form.Entries(), run);
-  return true;
 }
 
 void ShowCase(const CaseRun& run) {

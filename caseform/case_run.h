@@ -19,10 +19,9 @@ struct CaseRun {
 };
 
 // Checks and converts every entry. When a check fails, its message has been shown, the form stays
-// open with its entries and the record is as it was but for `weightUnknown`; gives false. Otherwise
-// hides the form, fills panels and record and runs the model; gives true, also when the model
-// refuses the case.
-bool ConfirmCase(Form1& form, const CaseRun& run);
+// open with its entries and the record is as it was but for `weightUnknown`. Otherwise fills the
+// record, hides the form, tells the window by CaseConfirmed, fills the panels and runs the model.
+void ConfirmCase(Form1& form, const CaseRun& run);
 
 // Takes up a record that was confirmed in an earlier session, as the end of its confirmation did:
 // panels, model, results and diagram.

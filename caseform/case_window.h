@@ -26,6 +26,10 @@ class CaseWindow {
   // There is a case that the 3D view can show.
   virtual void MarkCaseToShow() = 0;
 
+  // The record holds a confirmed case and the form is hidden. What follows may wait for the user,
+  // who may have to read why the model refuses the case.
+  virtual void CaseConfirmed() = 0;
+
   // An empty diagram with a solid pen, its labels hidden, and no captions.
   virtual void ClearCharts() = 0;
 

@@ -39,6 +39,13 @@ class KeptWorkTest : public testing::Test {
     EXPECT_FALSE(program->window.Session().HasCase());
   }
 
+  // The system ends the program while a message that is no question is open.
+  static void EndWhileAnErrorIsOpen(RunningProgram& program) {
+    program.messages.OnMessage([&program](const Message& message) {
+      if (message.kind == "error") program.window.EndForSystem();
+    });
+  }
+
   void EndBySystem(std::unique_ptr<RunningProgram> program) { program->window.EndForSystem(); }
 
   QTemporaryDir folder_;
@@ -248,6 +255,39 @@ TEST_F(KeptWorkTest, ARefusedCaseIsRefusedAgain) {
   EXPECT_EQ(program->messages.Take().value(1),
             ErrorSaid("In this range of input data you could not use this model", "Sorry"));
   EXPECT_TRUE(program->window.Session().NeedsSaving());
+}
+
+TEST_F(KeptWorkTest, AnEndWhileARefusalIsReadKeepsTheCase) {
+  auto program = Start();
+  program->window.New();
+  program->Type("Text9", "-20");
+  EndWhileAnErrorIsOpen(*program);
+  program->PressOk();
+  EXPECT_EQ(program->messages.Take().size(), 1);
+  program.reset();
+  EXPECT_EQ(Kept().size(), 1);
+}
+
+TEST_F(KeptWorkTest, AnEndWhileTheSecondRefusalIsReadKeepsCaseAndForm) {
+  auto program = Start();
+  program->window.New();
+  program->Type("Text9", "-20");
+  program->PressOk();
+  program->messages.Take();
+  program->window.Change();
+  program->Type("Text1", "11");
+  EndBySystem(std::move(program));
+
+  for (const bool ends : {true, false}) {
+    const auto again = Start();
+    if (ends) EndWhileAnErrorIsOpen(*again);
+    again->messages.Answers(Answer::Yes);
+    again->window.OfferKeptWork();
+    EXPECT_EQ(again->messages.Take().size(), 2);
+    EXPECT_TRUE(again->window.Session().NeedsSaving());
+    ASSERT_TRUE(again->FormIsOpen());
+    EXPECT_EQ(again->Entry("Text1"), "11");
+  }
 }
 
 TEST_F(KeptWorkTest, DamagedWorkIsToldAndTheProgramGoesOn) {

@@ -19,8 +19,9 @@ KeptWork WorkOf(const QString& name) {
 
 QString NameIn(RecoveryFile& file) {
   QString trouble;
-  const std::optional<KeptWork> work = file.Take(trouble);
+  const std::optional<KeptWork> work = file.Read(trouble);
   EXPECT_TRUE(trouble.isEmpty()) << trouble.toStdString();
+  file.TakeOver();
   return work ? work->data->patient.name : QString();
 }
 
@@ -88,6 +89,20 @@ TEST_F(RecoveryFiles, PendingWorkIsNotOverwritten) {
   EXPECT_EQ(NameIn(later), "A");
 }
 
+// Until it stands in the new session whole, it is nobody's to overwrite.
+TEST_F(RecoveryFiles, WorkThatIsReadIsPendingUntilItIsTakenOver) {
+  LeaveBehind(WorkOf("A"));
+  RecoveryFile next(folder_);
+  QString trouble;
+  ASSERT_TRUE(next.Read(trouble));
+  EXPECT_TRUE(next.IsPending());
+  next.Keep({});
+  EXPECT_EQ(Kept().size(), 1);
+  next.TakeOver();
+  next.Keep({});
+  EXPECT_TRUE(Kept().isEmpty());
+}
+
 TEST_F(RecoveryFiles, DiscardedWorkIsGone) {
   LeaveBehind(WorkOf("A"));
   RecoveryFile next(folder_);
@@ -152,7 +167,7 @@ TEST_F(RecoveryFiles, DamagedWorkIsPutAside) {
   ASSERT_TRUE(QFile::resize(path, 20));
   RecoveryFile next(folder_);
   QString trouble;
-  EXPECT_FALSE(next.Take(trouble));
+  EXPECT_FALSE(next.Read(trouble));
   EXPECT_TRUE(trouble.contains("damaged")) << trouble.toStdString();
   EXPECT_TRUE(trouble.contains(path + ".damaged")) << trouble.toStdString();
   EXPECT_TRUE(QFile::exists(path + ".damaged"));

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <QList>
+#include <functional>
 #include <ostream>
 #include <utility>
 
@@ -37,22 +38,29 @@ class RecordingMessageDoor final : public MessageDoor {
   // Lays out the answer to the next question.
   void Answers(Answer answer) { answers_.append(answer); }
 
+  // Called with each message while it is open.
+  void OnMessage(std::function<void(const Message&)> call) { onMessage_ = std::move(call); }
+
   // What was said since the last call.
   QList<Message> Take() { return std::exchange(said_, {}); }
 
   void ShowError(QWidget*, const QString& text, const QString& title) override {
-    said_.append({"error", title, text});
+    Say({"error", title, text});
   }
   Answer AskYesNo(QWidget*, const QString& text, const QString& title) override {
-    said_.append({"yes/no", title, text});
+    Say({"yes/no", title, text});
     return Next();
   }
   Answer AskYesNoCancel(QWidget*, const QString& text, const QString& title) override {
-    said_.append({"yes/no/cancel", title, text});
+    Say({"yes/no/cancel", title, text});
     return Next();
   }
 
  private:
+  void Say(const Message& message) {
+    said_.append(message);
+    if (onMessage_) onMessage_(message);
+  }
   Answer Next() {
     if (answers_.isEmpty()) {
       ADD_FAILURE() << "a question without an answer laid out: " << said_.last().text.toStdString();
@@ -63,4 +71,5 @@ class RecordingMessageDoor final : public MessageDoor {
 
   QList<Message> said_;
   QList<Answer> answers_;
+  std::function<void(const Message&)> onMessage_;
 };
