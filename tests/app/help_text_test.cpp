@@ -2,7 +2,6 @@
 // figures that it may quote are the only ones.
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QHelpContentModel>
 #include <QHelpContentWidget>
 #include <QHelpIndexModel>
@@ -160,7 +159,8 @@ TEST_F(HelpText, HasTheMessagesWordForWord) {
        {"numeric value expected", "wrong date", "wrong angle", "Not correct file",
         "In this range of input data you could not use this model", "Division by zero",
         "Do you want to save data ?", "Print results?", "TELMARION New", "TELMARION End",
-        "TELMARION print"}) {
+        "TELMARION print", "TELMARION Start",
+        "A case was not saved when TELMARION ended. It was kept."}) {
     EXPECT_TRUE(text.contains(message)) << message;
   }
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QMenuBar>
+#include <QTextBrowser>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -60,6 +61,11 @@ TEST(MainWindow, HelpOpensAtATopicThatFits) {
   ASSERT_NE(help, nullptr);
   EXPECT_TRUE(help->isVisible());
   EXPECT_FALSE(help->isModal());
+  const auto page = [&] { return help->findChild<QTextBrowser*>("helpPage")->source().fileName(); };
+  EXPECT_EQ(page(), "first-case.html");
+  program.ConfirmDefaultCase();
+  program.Command("mnuHelpT");
+  EXPECT_EQ(page(), "results.html");
 }
 
 TEST(MainWindow, AMissingHelpFileIsAMessage) {
