@@ -6,15 +6,12 @@ import unittest
 
 import pyatspi
 
-from person import Person
+from person import FORM, HEAD, HELP, UNSAVED, Person
 
 PROGRAM = os.path.abspath(sys.argv.pop(1))
 sys.argv.pop(1)  # no pictures are taken
 
 MAIN = ("frame", "TELMARION")
-FORM = ("dialog", "TELMARRION data")
-HEAD = ("frame", "3D vizualization TELMARION")
-HELP = ("frame", "TELMARION Help")
 
 CONTROLS = {
     "push button", "check box", "radio button", "text", "combo box", "list", "list item", "tree",
@@ -33,7 +30,8 @@ class AccessibilityBus(unittest.TestCase):
         self.folder.cleanup()
 
     def below(self, window):
-        return [thing for thing in self.person._all(self.person.find(*window)) if self.person._showing(thing)]
+        top = self.person.find(*window)
+        return [thing for thing in self.person.all_in(top) if self.person.is_showing(thing)]
 
     def check_names(self, window):
         things = [thing for thing in self.below(window) if thing.getRoleName() in CONTROLS]
@@ -87,7 +85,7 @@ class AccessibilityBus(unittest.TestCase):
     def check_the_help(self):
         person = self.person
         person.wait(
-            lambda: person.find("frame", "TELMARION*").getState().contains(pyatspi.STATE_ACTIVE),
+            lambda: person.find(*UNSAVED).getState().contains(pyatspi.STATE_ACTIVE),
             "the main window in front",
         )
         person.keys("F1")

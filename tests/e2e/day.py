@@ -7,12 +7,10 @@ import sys
 import tempfile
 import unittest
 
-from person import Person
+from person import FORM, HEAD, Person
 
 PROGRAM = os.path.abspath(sys.argv[1])
 PICTURES = os.path.abspath(sys.argv[2])
-
-FORM = ("dialog", "TELMARRION data")
 
 
 class Day(unittest.TestCase):
@@ -81,22 +79,21 @@ class Day(unittest.TestCase):
 
     def look_at_the_head(self, person):
         person.press("3D vizualization")
-        window = ("frame", "3D vizualization TELMARION")
-        person.find(*window)
-        person.pick("Articular sphere", "Medium", window)
-        person.pick("Weight-bearing area", "High", window)
+        person.find(*HEAD)
+        person.pick("Articular sphere", "Medium", HEAD)
+        person.pick("Weight-bearing area", "High", HEAD)
         for box in ["Outlines of the sphere", "Outlines of the area", "Pole of the stress"]:
-            person.tick(box, window)
+            person.tick(box, HEAD)
         self.picture("view-3d")
         self.save_the_head(person, "before.bmp")
-        person.drag(window, 120, 40)
-        person.find(*window)  # the caption is back after the full drawing
+        person.drag(HEAD, 120, 40)
+        person.find(*HEAD)  # the caption is back after the full drawing
         self.picture("view-3d-turned")
         self.save_the_head(person, "turned.bmp")
         self.assertTrue(self.differ("before.bmp", "turned.bmp"))
 
     def save_the_head(self, person, name):
-        person.press("Save picture", top=person.find("frame", "3D vizualization TELMARION"))
+        person.press("Save picture", top=person.find(*HEAD))
         person.name_file(self.path(name))
         person.wait(lambda: os.path.exists(self.path(name)), name)
         self.assertEqual(self.content(name)[:2], b"BM")

@@ -7,13 +7,11 @@ import sys
 import tempfile
 import unittest
 
-from person import Person
+from person import FORM, UNSAVED, Person
 
 PROGRAM = os.path.abspath(sys.argv.pop(1))
 PICTURES = os.path.abspath(sys.argv.pop(1))
 
-FORM = ("dialog", "TELMARRION data")
-UNSAVED = ("frame", "TELMARION*")
 QUESTION = (
     "A case was not saved when TELMARION ended. It was kept.\n"
     "Do you want to go on with it ?\n\n"

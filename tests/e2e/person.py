@@ -7,6 +7,12 @@ import pyatspi
 
 PATIENCE = 15  # seconds to wait for what is expected to show
 
+# Windows of the program: role and title.
+FORM = ("dialog", "TELMARRION data")
+HEAD = ("frame", "3D vizualization TELMARION")
+HELP = ("frame", "TELMARION Help")
+UNSAVED = ("frame", "TELMARION*")
+
 
 class Person:
     """In front of an X server."""
@@ -53,21 +59,22 @@ class Person:
                 return application
         return None
 
-    def _all(self, top=None):
+    def all_in(self, top=None):
+        """A thing and all below it; without one, all of the program."""
         top = self.application if top is None else top
         yield top
         for child in top:
             if child is not None:
-                yield from self._all(child)
+                yield from self.all_in(child)
 
     def describe(self):
         try:
-            return "\n".join(f"{o.getRoleName()} {o.name!r}" for o in self._all())
+            return "\n".join(f"{o.getRoleName()} {o.name!r}" for o in self.all_in())
         except Exception as trouble:
             return f"(the tree could not be read: {trouble})"
 
     @staticmethod
-    def _showing(thing):
+    def is_showing(thing):
         return thing.getState().contains(pyatspi.STATE_SHOWING)
 
     @staticmethod
@@ -77,8 +84,8 @@ class Person:
 
     def find(self, role, name, top=None):
         def look():
-            for thing in self._all(top):
-                if thing.getRoleName() == role and self._is_named(thing, name) and self._showing(thing):
+            for thing in self.all_in(top):
+                if thing.getRoleName() == role and self._is_named(thing, name) and self.is_showing(thing):
                     return thing
             return None
 
@@ -87,7 +94,7 @@ class Person:
     def is_there(self, role, name):
         try:
             return any(
-                o.getRoleName() == role and o.name == name and self._showing(o) for o in self._all()
+                o.getRoleName() == role and o.name == name and self.is_showing(o) for o in self.all_in()
             )
         except Exception:
             return False
@@ -193,7 +200,7 @@ class Person:
         """Types a path into the only text box of a dialog that holds one."""
 
         def look():
-            for thing in self._all(self.find(*window)):
+            for thing in self.all_in(self.find(*window)):
                 if thing.getRoleName() == "text" and thing.queryText().getText(0, -1).endswith(".pdf"):
                     return thing
             return None
@@ -214,23 +221,23 @@ class Person:
         self.wait(lambda: not look(), f"the message {text!r} to close")
 
     def is_in(self, window, role, name):
-        return any(o.getRoleName() == role and o.name == name for o in self._all(window))
+        return any(o.getRoleName() == role and o.name == name for o in self.all_in(window))
 
     def name_file(self, path):
         """Types a path into the file dialog."""
-        dialog = self.wait(self._find_file_dialog, "a file dialog")
+        dialog = self.wait(self.find_file_dialog, "a file dialog")
         self.wait(lambda: dialog.getState().contains(pyatspi.STATE_ACTIVE), "the dialog in front")
         self.keys("ctrl+a")
         self.type(path)
         self.keys("Return")
         # The program may end with the file that it asked for.
-        self.wait(lambda: self.has_ended() or not self._find_file_dialog(), "the file dialog to close")
+        self.wait(lambda: self.has_ended() or not self.find_file_dialog(), "the file dialog to close")
 
-    def _find_file_dialog(self):
+    def find_file_dialog(self):
         for thing in self.application:
             if thing is not None and thing.getRoleName() in ("file chooser", "dialog"):
-                if self._showing(thing) and any(
-                    o.getRoleName() == "text" and o.name.startswith("File") for o in self._all(thing)
+                if self.is_showing(thing) and any(
+                    o.getRoleName() == "text" and o.name.startswith("File") for o in self.all_in(thing)
                 ):
                     return thing
         return None

@@ -3,7 +3,8 @@ import subprocess
 import sys
 import unittest
 
-from day import FORM, Day
+from day import Day
+from person import FORM, UNSAVED
 from wayland_person import WaylandPerson
 
 
@@ -18,7 +19,7 @@ class WaylandDay(Day):
         self.enter_a_case(person)
         self.check_the_results(person)
         self.look_at_the_head(person)
-        person.bring_to_front(("frame", "TELMARION*"))
+        person.bring_to_front(UNSAVED)
         self.save_and_check_the_bytes(person)
         self.open_again(person)
         self.leave_by_the_menu(person)

@@ -4,7 +4,8 @@ import subprocess
 import sys
 import unittest
 
-from day import FORM, Day
+from day import Day
+from person import FORM, UNSAVED
 
 
 class WholeDay(Day):
@@ -20,7 +21,7 @@ class WholeDay(Day):
         self.save_on_the_way_out(person)
 
     def print_to_a_file(self, person):
-        person.bring_to_front(("frame", "TELMARION*"))
+        person.bring_to_front(UNSAVED)
         person.keys("ctrl+p")
         person.answer("Print results?", "No")
         person.keys("ctrl+p")

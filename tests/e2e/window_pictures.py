@@ -5,10 +5,7 @@ import os
 import sys
 import tempfile
 
-from person import Person
-
-FORM = ("dialog", "TELMARRION data")
-HEAD = ("frame", "3D vizualization TELMARION")
+from person import FORM, HEAD, HELP, Person
 
 # A dark desktop as the toolkit finds it: the colours of a dark scheme of KDE's.
 DARK_SETTINGS = """[General]
@@ -111,10 +108,10 @@ class Tour:
         self.picture("save-prompt")
         person.answer("Do you want to save data ?", "Cancel")
         person.keys("ctrl+s")
-        person.wait(person._find_file_dialog, "the file dialog")
+        person.wait(person.find_file_dialog, "the file dialog")
         self.picture("save-dialog")
         person.keys("Escape")
-        person.wait(lambda: not person._find_file_dialog(), "the file dialog to close")
+        person.wait(lambda: not person.find_file_dialog(), "the file dialog to close")
         person.keys("ctrl+p")
         person.answer("Print results?", "Yes")
         person.find("dialog", "Print")
@@ -136,14 +133,14 @@ class Tour:
         person.keys("alt+F4")
         person.gone(*HEAD)
         person.keys("F1")
-        person.find("frame", "TELMARION Help")
+        person.find(*HELP)
         self.picture("help")
         person.keys("ctrl+f")
         person.type("stress")
         person.keys("Return")
         self.picture("help-search")
         person.keys("Escape")
-        person.gone("frame", "TELMARION Help")
+        person.gone(*HELP)
         person.keys("alt+h")
         self.picture("menu")
         person.keys("a")
