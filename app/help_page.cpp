@@ -24,13 +24,6 @@ namespace {
 
 constexpr double kLongestLine = 88.0;  // in widths of the letter x; longer lines are hard to follow
 
-// A share of `ink` in `ground`.
-QColor Mixed(const QColor& ink, const QColor& ground, double share) {
-  const auto part = [share](float a, float b) { return b + static_cast<float>(share) * (a - b); };
-  return QColor::fromRgbF(part(ink.redF(), ground.redF()), part(ink.greenF(), ground.greenF()),
-                          part(ink.blueF(), ground.blueF()));
-}
-
 // The ground of tables and notes, which is the harder to read on.
 QColor TintedGround(const QPalette& palette) {
   return Mixed(palette.color(QPalette::Text), palette.color(QPalette::Base), 0.07);

@@ -14,8 +14,7 @@ namespace {
 
 constexpr double kArrowLength = 0.5;      // cm
 constexpr double kArrowHalfWidth = 0.15;  // cm
-constexpr double kLetterPixels =
-    100.0;  // letters are laid out large, then scaled: smooth at any size
+constexpr int kLetterPixels = 100;        // laid out large, then scaled: smooth at any size
 
 QPolygonF ArrowHead(const DimensionLine::Arrow& arrow) {
   const double length = std::hypot(arrow.direction.x(), arrow.direction.y());
@@ -63,7 +62,7 @@ void DimensionLabel::SetHighlighted(bool highlighted) {
 QPainterPath DimensionLabel::Letters() const {
   const bool angle = text_.size() == 1 && text_[0].script() == QChar::Script_Greek;
   QFont font = angle ? FormFonts::Symbol() : FormFonts::Label();
-  font.setPixelSize(static_cast<int>(kLetterPixels));
+  font.setPixelSize(kLetterPixels);
   QPainterPath letters;
   letters.addText(0.0, 0.0, font, text_);
   const double scale = height_ / kLetterPixels;

@@ -6,6 +6,8 @@
 #include <QList>
 #include <QPen>
 #include <QTransform>
+#include <QtMath>
+#include <algorithm>
 #include <cmath>
 
 namespace HipBones {
@@ -48,11 +50,6 @@ QPainterPath ClosedCurve(const Points& points) {
 
 QRectF Around(double radius) {
   return {-radius, -radius, 2.0 * radius, 2.0 * radius};
-}
-
-QPointF OnCircle(double radius, double degrees) {
-  const double angle = degrees * M_PI / 180.0;
-  return {radius * std::cos(angle), -radius * std::sin(angle)};
 }
 
 // Where the socket ends, degrees counter-clockwise from the midline's side.
@@ -258,6 +255,11 @@ void DrawMidline(QPainter& painter, const Tone& tone) {
 }
 
 }  // namespace
+
+QPointF OnCircle(double radius, double degrees) {
+  const double angle = qDegreesToRadians(degrees);
+  return {radius * std::cos(angle), -radius * std::sin(angle)};
+}
 
 QPainterPath HalfPelvis() {
   QPainterPath path(OnCircle(kSocketRadius, kSocketEdge));

@@ -4,6 +4,8 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <QPointF>
+#include <QRectF>
 
 // Picture coordinates are centimetres with the origin at the centre of the femoral head, x to the
 // body's midline, y down. The bones fit the measures that the form proposes for a new case, so that
@@ -20,6 +22,10 @@ inline constexpr QPointF kTrochanter{-6.2, 1.3};   // where the abductors attach
 
 // What the picture shows.
 inline constexpr QRectF kExtent{-9.7, -17.6, 24.8, 28.8};
+
+// The point at this distance from the head centre, angle in degrees counter-clockwise from the
+// midline's side.
+QPointF OnCircle(double radius, double degrees);
 
 // Outline of the right half of the pelvis with its foramen (odd-even fill).
 QPainterPath HalfPelvis();

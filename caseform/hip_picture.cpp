@@ -3,7 +3,7 @@
 
 #include <QPainter>
 #include <QPainterPath>
-#include <QPen>
+#include <QtMath>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -13,6 +13,7 @@
 namespace {
 
 using HipBones::kExtent;
+using HipBones::OnCircle;
 
 constexpr double kPixelsPerCm = 17.2;      // proposed size
 constexpr double kLabelHeight = 1.25;      // cm of the picture
@@ -29,11 +30,6 @@ DimensionLine::Shape Span(QPointF from, QPointF to, const QPainterPath& leaders 
   return {Stroke(from, to), {{from, from - to}, {to, to - from}}, leaders};
 }
 
-QPointF OnCircle(double radius, double degrees) {
-  const double angle = degrees * M_PI / 180.0;
-  return {radius * std::cos(angle), -radius * std::sin(angle)};
-}
-
 // An arc about the head centre, angles in degrees counter-clockwise from the midline's side, with
 // an arrow head where it ends.
 DimensionLine::Shape ArcTo(double radius, double from, double to) {
@@ -42,7 +38,7 @@ DimensionLine::Shape ArcTo(double radius, double from, double to) {
   arc.arcMoveTo(circle, from);
   arc.arcTo(circle, from, to - from);
   // The head is straight and the arc is not: it points from where the arc enters it.
-  const double headAngle = 0.25 / radius * 180.0 / M_PI;
+  const double headAngle = qRadiansToDegrees(0.25 / radius);
   const QPointF heading =
       OnCircle(1.0, (to > from ? to - headAngle : to + headAngle) + (to > from ? 90.0 : -90.0));
   return {arc, {{OnCircle(radius, to), heading}}, {}};
@@ -104,7 +100,8 @@ void HipPicture::AddLengths() {
 void HipPicture::AddAngles() {
   const QPointF trochanter = HipBones::kTrochanter;
   const double distance = std::hypot(trochanter.x(), trochanter.y());
-  const double trochanterAngle = 180.0 + std::atan2(trochanter.y(), -trochanter.x()) * 180.0 / M_PI;
+  const double trochanterAngle =
+      180.0 + qRadiansToDegrees(std::atan2(trochanter.y(), -trochanter.x()));
   constexpr double kVertical = 90.0;
   constexpr double kEdge = kVertical + HipBones::kEdgeAngle;
   constexpr double kLineLength = 6.2;  // cm

@@ -5,6 +5,7 @@
 #include <QRectF>
 #include <QSizeF>
 
+#include "platform/length_units.h"
 #include "platform/picture_box.h"
 #include "platform/printer_page.h"
 
@@ -39,9 +40,6 @@ class PageSurface {
   }
 
  private:
-  static constexpr double kTwipsPerPixel = 15.0;  // 1440 / 96
-  static constexpr double kPixelsPerInch = 96.0;
-
   PrinterPage& page_;
   PictureBox picture_;
 };

@@ -9,11 +9,14 @@
 #include <cmath>
 #include <numbers>
 
+#include "platform/length_units.h"
+
 namespace {
 
-constexpr QRgb kLightFace =
-    0xFFEFEFEF;                    // button face where the palette's own is too dark to draw on
-constexpr int kDarkestFace = 140;  // of 255: grey level on which a blue stroke still reads
+// Button face where the palette's own is too dark to draw on, and the darkest grey level, of 255,
+// on which a blue stroke still reads.
+constexpr QRgb kLightFace = 0xFFEFEFEF;
+constexpr int kDarkestFace = 140;
 
 // Dots of a dotted line: ink and gap in pen widths.
 constexpr double kDot = 2.0;
@@ -152,7 +155,7 @@ QColor PaintColour(Colour colour, const QPalette& palette) {
     const QColor face = palette.color(QPalette::Window);
     return qGray(face.rgb()) < kDarkestFace ? QColor(kLightFace) : face;
   }
-  return QColor(int(colour & 0xFFU), int(colour >> 8U & 0xFFU), int(colour >> 16U & 0xFFU));
+  return QColor(PixelOf(colour));
 }
 
 void PaintDrawings(QPainter& painter, const QRectF& target, const PaintOptions& options,
@@ -174,7 +177,8 @@ void Picture::Paint(QPainter& painter, const QRectF& target, const PaintOptions&
 QImage Picture::ToImage(QSize pixels, double pixelRatio, const QPalette& palette) const {
   QImage image(pixels, ground ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
   image.fill(Qt::transparent);
-  const int dotsPerMetre = int(std::lround(96.0 * pixelRatio / 0.0254));
+  constexpr double kMetresPerInch = 0.0254;
+  const int dotsPerMetre = int(std::lround(kPixelsPerInch * pixelRatio / kMetresPerInch));
   image.setDotsPerMeterX(dotsPerMetre);
   image.setDotsPerMeterY(dotsPerMetre);
   QPainter painter(&image);

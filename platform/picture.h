@@ -2,12 +2,13 @@
 // or on paper, and read as geometry.
 #pragma once
 
+#include <QColor>
 #include <QImage>
 #include <QPalette>
 #include <QPointF>
 #include <QPolygon>
 #include <QRectF>
-#include <QSizeF>
+#include <QSize>
 #include <cstdint>
 #include <optional>
 #include <variant>
@@ -22,6 +23,12 @@ inline constexpr Colour kRed = 255;
 inline constexpr Colour kBlue = 0xFF0000;
 inline constexpr Colour kWhite = 0xFFFFFF;
 inline constexpr Colour kButtonFace = 0x8000000F;  // the only desktop colour in use
+
+// The opaque pixel of a colour that is not the desktop's.
+inline QRgb PixelOf(Colour colour) {
+  return qRgb(static_cast<int>(colour & 0xFFU), static_cast<int>(colour >> 8U & 0xFFU),
+              static_cast<int>(colour >> 16U & 0xFFU));
+}
 
 // The colour to paint with. Button face is the palette's window colour; under a dark palette it is
 // a light grey instead, since black and blue strokes cannot be read on a dark ground.

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/length_units.h"
+
 namespace {
 
 QStringList Lines(const QString& caption) {
@@ -22,7 +24,7 @@ QFont LabelFont(const QPainter& painter, const QRectF& target, const PictureBox&
   const double height = std::abs(label.fontHeight / box.ScaleHeight()) * target.height();
   // In points, since sizes in pixels are whole numbers and the text would not grow with the
   // picture.
-  font.setPointSizeF(std::max(1.0, height * 72.0 / painter.device()->logicalDpiY()));
+  font.setPointSizeF(std::max(1.0, height * kPointsPerInch / painter.device()->logicalDpiY()));
   font.setHintingPreference(QFont::PreferNoHinting);
   return font;
 }

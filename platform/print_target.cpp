@@ -65,8 +65,7 @@ PrinterTarget::PrinterTarget(std::unique_ptr<QPrinter> printer) : printer_(std::
 // The document waits in the folder for temporary files until it is sent. A write that fails there
 // would go unseen.
 QString PrinterTarget::Check() {
-  constexpr std::uintmax_t kRoom = std::uintmax_t{16}
-                                   << 20;  // bytes; the longest report takes a small part of it
+  constexpr auto kRoom = std::uintmax_t{16} << 20;  // bytes; the longest report takes a small part
   if (!printer_->isValid()) return Refusal(QStringLiteral("there is no such printer"));
   // Where the room cannot be known, printing is tried.
   std::error_code unknown;

@@ -8,11 +8,9 @@
 #include <QStringList>
 #include <optional>
 
-namespace {
+#include "platform/length_units.h"
 
-constexpr double kTwipsPerInch = 1440.0;
-constexpr double kTwipsPerPoint = 20.0;
-constexpr double kPixelsPerInch = 96.0;
+namespace {
 
 QSizeF PaperInTwips(QPagedPaintDevice& device) {
   return device.pageLayout().fullRect(QPageLayout::Point).size() * kTwipsPerPoint;

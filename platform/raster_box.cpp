@@ -12,8 +12,7 @@ namespace {
 // Facets are many: only the desktop's colour asks the palette.
 QRgb PixelColour(Colour colour) {
   if (colour == kButtonFace) return PaintColour(colour, QGuiApplication::palette()).rgb();
-  return qRgb(static_cast<int>(colour & 0xFFU), static_cast<int>(colour >> 8U & 0xFFU),
-              static_cast<int>(colour >> 16U & 0xFFU));
+  return PixelOf(colour);
 }
 
 // Keeps the drawing routines clear of numbers that no whole number can hold.

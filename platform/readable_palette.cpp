@@ -19,15 +19,6 @@ double Luminance(const QColor& colour) {
          0.0722 * Linear(colour.blueF());
 }
 
-// A share of `ink` in `ground`.
-QColor Mixed(const QColor& ink, const QColor& ground, double share) {
-  const auto part = [share](int a, int b) {
-    return static_cast<int>(std::lround(b + share * (a - b)));
-  };
-  return {part(ink.red(), ground.red()), part(ink.green(), ground.green()),
-          part(ink.blue(), ground.blue())};
-}
-
 struct Pair {
   QPalette::ColorRole stays;
   QPalette::ColorRole moves;
@@ -41,6 +32,14 @@ constexpr std::array kPairs = {Pair{QPalette::Window, QPalette::WindowText},
                                Pair{QPalette::HighlightedText, QPalette::Highlight}};
 
 }  // namespace
+
+QColor Mixed(const QColor& ink, const QColor& ground, double share) {
+  const auto part = [share](int a, int b) {
+    return static_cast<int>(std::lround(b + share * (a - b)));
+  };
+  return {part(ink.red(), ground.red()), part(ink.green(), ground.green()),
+          part(ink.blue(), ground.blue())};
+}
 
 double ContrastOf(const QColor& one, const QColor& other) {
   const auto [darker, lighter] = std::minmax({Luminance(one), Luminance(other)});

@@ -8,6 +8,9 @@
 // The least contrast of a text with its ground, as web accessibility guidelines count it.
 inline constexpr double kLeastContrast = 4.5;
 
+// A share of `ink`, 0 to 1, in `ground`; opaque.
+QColor Mixed(const QColor& ink, const QColor& ground, double share);
+
 // Contrast of two opaque colours, from 1 (equal) to 21 (black and white).
 double ContrastOf(const QColor& one, const QColor& other);
 

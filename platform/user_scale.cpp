@@ -1,14 +1,14 @@
 // User coordinates under each unit.
 #include "platform/user_scale.h"
 
+#include "platform/length_units.h"
+
 void UserScale::SetMode(ScaleUnit mode, QSizeF size, QSize pixels) {
   mode_ = mode;
   Follow(size, pixels);
 }
 
 void UserScale::Follow(QSizeF size, QSize pixels) {
-  constexpr double kTwipsPerPixel = 15.0;   // 1440 / 96
-  constexpr double kPointsPerPixel = 0.75;  // 72 / 96
   switch (mode_) {
     case ScaleUnit::User:
       return;
@@ -16,7 +16,7 @@ void UserScale::Follow(QSizeF size, QSize pixels) {
       area_ = QRectF({0, 0}, size * kTwipsPerPixel);
       return;
     case ScaleUnit::Points:
-      area_ = QRectF({0, 0}, size * kPointsPerPixel);
+      area_ = QRectF({0, 0}, size * (kPointsPerInch / kPixelsPerInch));
       return;
     case ScaleUnit::Pixels:
       area_ = QRectF({0, 0}, QSizeF(pixels));

@@ -19,7 +19,6 @@ namespace {
 
 constexpr float kPi = std::numbers::pi_v<float>;
 constexpr float kTickTurn = kPi / 30.0F;
-constexpr int kDragInterval = 500;   // ms
 constexpr int kUnansweredTime = 20;  // ms that a drawing may go on without events being handled
 constexpr Colour kFirstSphereColour = 0xD0D8D8;
 const QLatin1String kCaption("3D vizualization TELMARION");
@@ -164,14 +163,14 @@ void FormGula::TellTurn() {
 
 void FormGula::ShowLegendCaptions() {
   const bool perWeight = view_.headCase.perBodyWeight;
-  const auto set = [&](QLabel* label, const char* relative, const char* absolute) {
-    label->setText(QLatin1String(perWeight ? relative : absolute));
-    label->setAccessibleName(label->text());
+  const auto set = [](QLabel* label, const QString& text) {
+    label->setText(text);
+    label->setAccessibleName(text);
   };
-  set(controls_.scaleTitle, "Scale Pmax/Wb", "Scale Pmax");
-  set(controls_.scaleTop, "7000 m^-2", "4 MPa");
-  set(controls_.scaleMiddle, "3500 m^-2", "2 MPa");
-  set(controls_.scaleBottom, "0 m^-2", "0 MPa");
+  set(controls_.scaleTitle, perWeight ? "Scale Pmax/Wb" : "Scale Pmax");
+  set(controls_.scaleTop, LegendTop(view_.headCase));
+  set(controls_.scaleMiddle, perWeight ? "3500 m^-2" : "2 MPa");
+  set(controls_.scaleBottom, perWeight ? "0 m^-2" : "0 MPa");
 }
 
 void FormGula::ReadResolutions() {

@@ -51,6 +51,7 @@ class FormGula : public QMainWindow {
 
  private:
   enum class Work { None, DragStep, FullDrawing };
+  static constexpr int kDragInterval = 500;  // ms
 
   void Connect();
   void Load();

@@ -13,9 +13,8 @@ namespace {
 
 constexpr float kPi = std::numbers::pi_v<float>;
 constexpr float kKeyTurn = kPi / 18.0F;
-constexpr int kDragSteps = 5;       // resolution while the mouse moves
-constexpr int kDragInterval = 500;  // ms
-constexpr int kQuickSteps = 70;     // resolution up to which a key that is held goes on turning
+constexpr int kDragSteps = 5;    // resolution while the mouse moves
+constexpr int kQuickSteps = 70;  // resolution up to which a key that is held goes on turning
 
 }  // namespace
 

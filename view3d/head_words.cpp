@@ -11,10 +11,6 @@ namespace {
 
 constexpr double kPi = std::numbers::pi;
 
-QString LegendTop(const HeadCase& headCase) {
-  return headCase.perBodyWeight ? QStringLiteral("7000 m^-2") : QStringLiteral("4 MPa");
-}
-
 int WholeTurn(double radians) {
   const int degrees = static_cast<int>(std::lround(radians * 180.0 / kPi)) % 360;
   return degrees > 180 ? degrees - 360 : degrees <= -180 ? degrees + 360 : degrees;
@@ -37,6 +33,10 @@ QString TurnWords(const ViewAngles& angles, const QLocale& locale) {
   const auto text = [&](double radians) { return Vse::NumberText(WholeTurn(radians), locale); };
   return QStringLiteral("Turned by %1 ° to the right and %2 ° down.")
       .arg(text(kPi - static_cast<double>(angles.third)), text(-static_cast<double>(angles.first)));
+}
+
+QString LegendTop(const HeadCase& headCase) {
+  return headCase.perBodyWeight ? QStringLiteral("7000 m^-2") : QStringLiteral("4 MPa");
 }
 
 QString LegendWords(const HeadCase& headCase) {

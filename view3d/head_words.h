@@ -14,5 +14,8 @@ QString HeadWords(const HeadCase& headCase, const QLocale& locale);
 // -179 to 180; positive is to the right and down, as a drag of the mouse.
 QString TurnWords(const ViewAngles& angles, const QLocale& locale);
 
+// The stress at the top of the legend, with its unit.
+QString LegendTop(const HeadCase& headCase);
+
 // What the colours of the legend mean.
 QString LegendWords(const HeadCase& headCase);

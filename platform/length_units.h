@@ -1,0 +1,9 @@
+// Units of length on screen and paper.
+#pragma once
+
+inline constexpr double kPixelsPerInch = 96.0;  // device-independent pixels
+inline constexpr double kPointsPerInch = 72.0;
+inline constexpr double kTwipsPerInch = 1440.0;
+
+inline constexpr double kTwipsPerPixel = kTwipsPerInch / kPixelsPerInch;
+inline constexpr double kTwipsPerPoint = kTwipsPerInch / kPointsPerInch;
