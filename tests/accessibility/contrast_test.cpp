@@ -15,7 +15,6 @@
 #include "caseform/dimension_marks.h"
 #include "caseform/hip_picture.h"
 #include "diagram/diagram_view.h"
-#include "platform/readable_palette.h"
 #include "tests/accessibility/every_window.h"
 #include "tests/support/palettes.h"
 
@@ -49,13 +48,6 @@ void ExpectReadable(const QColor& ink, const QColor& ground, const std::string& 
   const double contrast = ContrastBetween(Laid(ink, ground), ground);
   EXPECT_GE(contrast, 4.5) << where << ": " << ink.name(QColor::HexArgb).toStdString() << " on "
                            << ground.name().toStdString();
-}
-
-// The desktop's palette as the program takes it.
-void UseTheme(const QPalette& desktop) {
-  QApplication::setPalette(desktop);
-  const QPalette changes = ReadableColours(QApplication::palette());
-  QApplication::setPalette(changes.resolve(desktop));
 }
 
 struct Roles {

@@ -9,35 +9,22 @@
 #include <QImage>
 #include <QLineEdit>
 #include <QTest>
-#include <cstdio>
-#include <cstdlib>
 
 #include "app/main_window.h"
-#include "platform/readable_palette.h"
 #include "tests/support/palettes.h"
+#include "tests/support/picture_program.h"
 
 namespace {
 
-[[noreturn]] void Give(const char* trouble, const QString& what) {
-  std::fprintf(stderr, "%s %s\n", trouble, qPrintable(what));
-  std::exit(EXIT_FAILURE);
-}
-
 void Save(QWidget& window, const QDir& folder, const QString& name, double scale = 1.0) {
   window.activateWindow();
-  if (!QTest::qWaitForWindowActive(&window)) Give("does not come to the front:", name);
+  if (!QTest::qWaitForWindowActive(&window)) GiveUp("does not come to the front:", name);
   QApplication::processEvents();
   QImage image(window.size() * scale, QImage::Format_RGB32);
   image.setDevicePixelRatio(scale);
   window.render(&image);
   const QString file = QStringLiteral("%1-%2.png").arg(name).arg(static_cast<int>(100.0 * scale));
-  if (!image.save(folder.filePath(file))) Give("cannot write", folder.filePath(file));
-}
-
-// The toolkit's desktop in these colours, as the program takes it.
-void UseTheme(const QPalette& desktop) {
-  QApplication::setPalette(desktop);
-  QApplication::setPalette(ReadableColours(QApplication::palette()).resolve(desktop));
+  if (!image.save(folder.filePath(file))) GiveUp("cannot write", folder.filePath(file));
 }
 
 void FillForm(MDIForm1& window) {
@@ -74,7 +61,7 @@ QWidget& HelpIn(const QWidgetList& windows) {
   for (QWidget* window : windows) {
     if (window->objectName() == "HelpWindow") return *window;
   }
-  Give("not there:", "the help window");
+  GiveUp("not there:", "the help window");
 }
 
 void SaveHelp(MDIForm1& window, const QDir& folder) {
@@ -82,7 +69,7 @@ void SaveHelp(MDIForm1& window, const QDir& folder) {
   QWidget& help = HelpIn(QApplication::topLevelWidgets());
   auto* contents = help.findChild<QAbstractItemView*>("helpContents");
   const auto isListed = [&] { return contents->model()->rowCount() > 0; };
-  if (!QTest::qWaitFor(isListed)) Give("not listed:", "the help's contents");
+  if (!QTest::qWaitFor(isListed)) GiveUp("not listed:", "the help's contents");
   contents->setFocus();
   Save(help, folder, "help-light");
   help.close();
@@ -112,13 +99,5 @@ void SaveAll(const QDir& folder) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QApplication application(argc, argv);
-  if (argc != 2) {
-    std::fprintf(stderr, "usage: %s FOLDER\n", argv[0]);
-    return EXIT_FAILURE;
-  }
-  QApplication::setStyle(QStyleFactory::create("Fusion"));
-  SaveAll(QDir(argv[1]));
-  return EXIT_SUCCESS;
+  return RunPictureProgram(argc, argv, SaveAll);
 }

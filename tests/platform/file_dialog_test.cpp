@@ -3,25 +3,15 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QTemporaryDir>
-#include <QTimer>
-#include <functional>
+
+#include "tests/support/open_dialog.h"
 
 namespace {
-
-// Runs `look` on the file dialog once it is open; it must close it.
-void WhenOpen(std::function<void(QFileDialog&)> look) {
-  QTimer::singleShot(0, [look = std::move(look)] {
-    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-    ASSERT_NE(dialog, nullptr);
-    look(*dialog);
-  });
-}
 
 // Types `name` into the dialog's name box and confirms.
 void Choose(QFileDialog& dialog, const QString& name) {
@@ -41,7 +31,7 @@ class FileDialogTest : public testing::Test {
 
 TEST_F(FileDialogTest, OpenAsksForAFileThatExists) {
   SystemFileDialog door;
-  WhenOpen([&](QFileDialog& dialog) {
+  WhenOpen<QFileDialog>([&](QFileDialog& dialog) {
     EXPECT_EQ(dialog.nameFilters(), QStringList("Text (*.txt)"));
     EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptOpen);
     EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
@@ -52,7 +42,7 @@ TEST_F(FileDialogTest, OpenAsksForAFileThatExists) {
 
 TEST_F(FileDialogTest, SaveProposesANameAndAddsTheExtension) {
   SystemFileDialog door;
-  WhenOpen([&](QFileDialog& dialog) {
+  WhenOpen<QFileDialog>([&](QFileDialog& dialog) {
     EXPECT_EQ(dialog.nameFilters(), QStringList("Picture (*.bmp)"));
     EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptSave);
     EXPECT_EQ(dialog.findChild<QLineEdit*>("fileNameEdit")->text(), "25.bmp");
@@ -64,25 +54,25 @@ TEST_F(FileDialogTest, SaveProposesANameAndAddsTheExtension) {
 
 TEST_F(FileDialogTest, AnExtensionThatWasTypedStays) {
   SystemFileDialog door;
-  WhenOpen([&](QFileDialog& dialog) { Choose(dialog, folder_.filePath("head.old")); });
+  WhenOpen<QFileDialog>([&](QFileDialog& dialog) { Choose(dialog, folder_.filePath("head.old")); });
   EXPECT_EQ(door.AskSaveFileName(nullptr, "Text (*.txt)|*.txt", "txt", ""),
             folder_.filePath("head.old"));
 }
 
 TEST_F(FileDialogTest, CancelledGivesAnEmptyText) {
   SystemFileDialog door;
-  WhenOpen([](QFileDialog& dialog) { dialog.reject(); });
+  WhenOpen<QFileDialog>([](QFileDialog& dialog) { dialog.reject(); });
   EXPECT_EQ(door.AskOpenFileName(nullptr, "Text (*.txt)|*.txt"), QString());
-  WhenOpen([](QFileDialog& dialog) { dialog.reject(); });
+  WhenOpen<QFileDialog>([](QFileDialog& dialog) { dialog.reject(); });
   EXPECT_EQ(door.AskSaveFileName(nullptr, "Text (*.txt)|*.txt", "txt", "a.txt"), QString());
 }
 
 TEST_F(FileDialogTest, OpensInTheFolderChosenLast) {
   SystemFileDialog door;
-  WhenOpen([&](QFileDialog& dialog) { Choose(dialog, folder_.filePath("case.txt")); });
+  WhenOpen<QFileDialog>([&](QFileDialog& dialog) { Choose(dialog, folder_.filePath("case.txt")); });
   door.AskOpenFileName(nullptr, "Text (*.txt)|*.txt");
   for (int i = 0; i < 2; ++i) {  // a cancelled dialog does not forget it
-    WhenOpen([&](QFileDialog& dialog) {
+    WhenOpen<QFileDialog>([&](QFileDialog& dialog) {
       EXPECT_EQ(dialog.directory(), QDir(folder_.path()));
       dialog.reject();
     });
@@ -92,7 +82,7 @@ TEST_F(FileDialogTest, OpensInTheFolderChosenLast) {
 
 TEST_F(FileDialogTest, SeveralFiltersAndPatterns) {
   SystemFileDialog door;
-  WhenOpen([](QFileDialog& dialog) {
+  WhenOpen<QFileDialog>([](QFileDialog& dialog) {
     EXPECT_EQ(dialog.nameFilters(), QStringList({"Pictures (*.bmp *.png)", "All files (*.*)"}));
     dialog.reject();
   });

@@ -4,21 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QMessageBox>
-#include <QTimer>
-#include <functional>
+
+#include "tests/support/open_dialog.h"
 
 namespace {
-
-// Runs `look` on the message box once it is open.
-void WhenOpen(std::function<void(QMessageBox&)> look) {
-  QTimer::singleShot(0, [look = std::move(look)] {
-    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    ASSERT_NE(box, nullptr);
-    look(*box);
-  });
-}
 
 void Press(QMessageBox& box, QMessageBox::StandardButton button) {
   box.button(button)->click();
@@ -26,7 +16,7 @@ void Press(QMessageBox& box, QMessageBox::StandardButton button) {
 
 TEST(MessageDoor, ErrorHasExclamationAndOkAlone) {
   DialogMessageDoor door;
-  WhenOpen([](QMessageBox& box) {
+  WhenOpen<QMessageBox>([](QMessageBox& box) {
     EXPECT_EQ(box.windowTitle(), "Error");
     EXPECT_EQ(box.text(), "numeric value expected");
     EXPECT_EQ(box.icon(), QMessageBox::Warning);
@@ -39,7 +29,7 @@ TEST(MessageDoor, ErrorHasExclamationAndOkAlone) {
 
 TEST(MessageDoor, MarkupIsShownAsTyped) {
   DialogMessageDoor door;
-  WhenOpen([](QMessageBox& box) {
+  WhenOpen<QMessageBox>([](QMessageBox& box) {
     EXPECT_EQ(box.textFormat(), Qt::PlainText);
     Press(box, QMessageBox::Ok);
   });
@@ -49,7 +39,7 @@ TEST(MessageDoor, MarkupIsShownAsTyped) {
 TEST(MessageDoor, AShortTextLeavesRoomForALongTitle) {
   DialogMessageDoor door;
   const QString title = "A title that is longer than what it stands above";
-  WhenOpen([&](QMessageBox& box) {
+  WhenOpen<QMessageBox>([&](QMessageBox& box) {
     const int buttons = 3 * 24;  // of the frame
     EXPECT_GT(box.width(), box.fontMetrics().horizontalAdvance(title) + buttons);
     Press(box, QMessageBox::Ok);
@@ -61,7 +51,7 @@ TEST(MessageDoor, YesNoGivesTheAnswer) {
   DialogMessageDoor door;
   for (const auto& [button, answer] : {std::pair(QMessageBox::Yes, MessageDoor::Answer::Yes),
                                        std::pair(QMessageBox::No, MessageDoor::Answer::No)}) {
-    WhenOpen([button = button](QMessageBox& box) {
+    WhenOpen<QMessageBox>([button = button](QMessageBox& box) {
       EXPECT_EQ(box.icon(), QMessageBox::Question);
       EXPECT_EQ(box.standardButtons(), QMessageBox::Yes | QMessageBox::No);
       Press(box, button);
@@ -76,7 +66,7 @@ TEST(MessageDoor, YesNoCancelGivesTheAnswer) {
        {std::pair(QMessageBox::Yes, MessageDoor::Answer::Yes),
         std::pair(QMessageBox::No, MessageDoor::Answer::No),
         std::pair(QMessageBox::Cancel, MessageDoor::Answer::Cancel)}) {
-    WhenOpen([button = button](QMessageBox& box) {
+    WhenOpen<QMessageBox>([button = button](QMessageBox& box) {
       EXPECT_EQ(box.icon(), QMessageBox::Question);
       EXPECT_EQ(box.standardButtons(), QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
       Press(box, button);
@@ -87,9 +77,9 @@ TEST(MessageDoor, YesNoCancelGivesTheAnswer) {
 
 TEST(MessageDoor, CloseBoxMeansTheCautiousAnswer) {
   DialogMessageDoor door;
-  WhenOpen([](QMessageBox& box) { box.close(); });
+  WhenOpen<QMessageBox>([](QMessageBox& box) { box.close(); });
   EXPECT_EQ(door.AskYesNo(nullptr, "Print results?", "TELMARION print"), MessageDoor::Answer::No);
-  WhenOpen([](QMessageBox& box) { box.close(); });
+  WhenOpen<QMessageBox>([](QMessageBox& box) { box.close(); });
   EXPECT_EQ(door.AskYesNoCancel(nullptr, "Do you want to save data ?", "TELMARION New"),
             MessageDoor::Answer::Cancel);
 }

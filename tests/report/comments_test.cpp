@@ -10,12 +10,7 @@
 
 namespace {
 
-constexpr double kA4Width = 11906.0;  // twips
-constexpr double kA4Height = 16838.0;
 constexpr double kBottom = kA4Height - 1440.0;
-constexpr double kNear = 15.0;
-constexpr double kLine10 = 10 * 20 * 1.149;
-constexpr double kLine13 = 13 * 20 * 1.149;
 constexpr double kCommentsY = 1440.0 + 10.0 * kLine10;
 
 PdfPages WithText(const QString& comments) {

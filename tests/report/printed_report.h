@@ -10,6 +10,13 @@
 #include "tests/support/pdf_pages.h"
 #include "tests/support/recording_print_dialog.h"
 
+// Twips.
+inline constexpr double kA4Width = 11906.0;
+inline constexpr double kA4Height = 16838.0;
+inline constexpr double kNear = 15.0;               // where a reader sees a letter begin
+inline constexpr double kLine10 = 10 * 20 * 1.149;  // from line to line in 10 points
+inline constexpr double kLine13 = 13 * 20 * 1.149;
+
 inline void PrintInto(const QString& path, const CaseRecord& record, const QLocale& locale,
                       const ResultTexts& results) {
   RecordingPrintDialog dialog;

@@ -3,7 +3,6 @@
 
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,9 +13,8 @@
 
 namespace {
 
-constexpr double kMargin = 720.0;  // twips, left and right
-constexpr double kTop = 1440.0;    // and at the bottom
-constexpr double kNear = 15.0;
+constexpr double kMargin = 720.0;          // twips, left and right
+constexpr double kTop = 1440.0;            // and at the bottom
 constexpr double kFooterTop = kTop / 2.0;  // above the lower edge of the paper
 
 struct LocaleRow {

@@ -21,12 +21,6 @@
 
 namespace {
 
-constexpr double kA4Width = 11906.0;  // twips
-constexpr double kA4Height = 16838.0;
-constexpr double kNear = 15.0;               // twips; where a reader sees a letter begin
-constexpr double kLine10 = 10 * 20 * 1.149;  // from line to line in 10 points
-constexpr double kLine13 = 13 * 20 * 1.149;
-
 struct ColumnRow {
   int line;  // below the top margin
   QString left;

@@ -7,6 +7,8 @@
 #include <QStyle>
 #include <QStyleFactory>
 
+#include "platform/readable_palette.h"
+
 inline QPalette LightPalette() {
   return QStyleFactory::create("Fusion")->standardPalette();
 }
@@ -16,4 +18,10 @@ inline QPalette DarkPalette() {
   QPalette dark(ground, ground);
   dark.setColor(QPalette::Base, QColor(0x1e, 0x1f, 0x22));
   return dark;
+}
+
+// The toolkit's desktop in these colours, as the program takes it.
+inline void UseTheme(const QPalette& desktop) {
+  QApplication::setPalette(desktop);
+  QApplication::setPalette(ReadableColours(QApplication::palette()).resolve(desktop));
 }

@@ -6,20 +6,15 @@
 
 #include "case/case_record.h"
 #include "case/number_text.h"
+#include "tests/support/default_geometry.h"
 
 namespace head_cases {
 
 // The case that the form offers at first, computed. Without a body weight 60 kg are computed with.
 inline CaseRecord Default(double bodyWeight = 0.0, double edgeDegrees = 30.0) {
   CaseRecord record;
-  record.geometry = {.lizm = 10.4,
-                     .xizm = 0.5,
-                     .zizm = 6.0,
-                     .Cizm = 4.4,
-                     .Hizm = 16.0,
-                     .zasuk = 0.0,
-                     .thetaCE = Vse::DegreesToRadians(edgeDegrees),
-                     .headRadius = 0.025};
+  record.geometry = DefaultGeometry();
+  record.geometry.thetaCE = Vse::DegreesToRadians(edgeDegrees);
   record.weightUnknown = bodyWeight == 0.0;
   record.bodyWeight = record.weightUnknown ? Vse::kAssumedBodyWeight : bodyWeight;
   Vse::RunModel(record);

@@ -3,12 +3,10 @@
 // factor is QT_SCALE_FACTOR.
 #include <QApplication>
 #include <QDir>
-#include <QPalette>
-#include <QStyleFactory>
 #include <QTest>
-#include <cstdio>
-#include <cstdlib>
 
+#include "tests/support/palettes.h"
+#include "tests/support/picture_program.h"
 #include "tests/view3d/head_cases.h"
 #include "view3d/head_window.h"
 
@@ -21,9 +19,7 @@ class Pictures {
   void Save(FormGula& form, const QString& name) const {
     QApplication::processEvents();
     const QString path = folder_.filePath(QStringLiteral("3d-view-%1.png").arg(name));
-    if (form.grab().save(path)) return;
-    std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
-    std::exit(EXIT_FAILURE);
+    if (!form.grab().save(path)) GiveUp("cannot write", path);
   }
 
  private:
@@ -60,30 +56,15 @@ void SaveDrag(FormGula& form, const Pictures& pictures) {
   pictures.Save(form, "turned");
 }
 
-QPalette DarkPalette() {
-  QPalette palette(QColor(0x2b, 0x2d, 0x30), QColor(0x2b, 0x2d, 0x30));
-  palette.setColor(QPalette::Base, QColor(0x1e, 0x1f, 0x22));
-  return palette;
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QApplication application(argc, argv);
-  if (argc != 2) {
-    std::fprintf(stderr, "usage: %s FOLDER\n", argv[0]);
-    return EXIT_FAILURE;
-  }
-  QApplication::setStyle(QStyleFactory::create("Fusion"));
-  const Pictures pictures{QDir(argv[1])};
+void SaveAll(const QDir& folder) {
+  const Pictures pictures{folder};
   const CaseRecord record = head_cases::Default(70.0);
   DialogMessageDoor messages;
   SystemFileDialog files;
   FormGula form(
       {record, [&] { return head_cases::PoleText(record); }, messages, files, QLocale::c()});
   form.show();
-  if (!QTest::qWaitForWindowActive(&form)) return EXIT_FAILURE;
+  if (!QTest::qWaitForWindowActive(&form)) GiveUp("does not come to the front:", "the 3D view");
   pictures.Save(form, "opened");
   SaveResolutions(form, pictures);
   SaveDrag(form, pictures);
@@ -93,5 +74,10 @@ int main(int argc, char** argv) {
   pictures.Save(form, "wide");
   QApplication::setPalette(DarkPalette());
   pictures.Save(form, "dark");
-  return EXIT_SUCCESS;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  return RunPictureProgram(argc, argv, SaveAll);
 }
