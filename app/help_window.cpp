@@ -3,7 +3,6 @@
 
 #include <QAction>
 #include <QDir>
-#include <QGuiApplication>
 #include <QHelpContentModel>
 #include <QHelpContentWidget>
 #include <QHelpIndexWidget>
@@ -16,7 +15,6 @@
 #include <QTabWidget>
 #include <QTextCursor>
 #include <QToolBar>
-#include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>

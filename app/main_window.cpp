@@ -178,7 +178,6 @@ void MDIForm1::Help() {
 void MDIForm1::About() {
   auto* about = new Form3(this);
   about->setAttribute(Qt::WA_DeleteOnClose);
-  about->setWindowModality(Qt::ApplicationModal);
   about->show();
 }
 

@@ -1,7 +1,6 @@
 // The controls of the case form and where they stand.
 #pragma once
 
-#include <QString>
 #include <array>
 
 #include "case/case_entries.h"

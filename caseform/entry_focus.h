@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QHash>
-#include <QList>
 #include <QObject>
 
 class QWidget;
@@ -17,9 +16,6 @@ class EntryFocus : public QObject {
   // `box` is a QLineEdit or a QPlainTextEdit. Entering it selects its whole text, a click included;
   // dragging the mouse selects what it passes over.
   void Watch(QWidget* box);
-
-  // The box that a person is in; null when there is none.
-  QWidget* Current() const { return current_; }
 
   // Nobody is in any box; Left is told of the last one.
   void Reset() { Leave(current_); }
@@ -38,6 +34,6 @@ class EntryFocus : public QObject {
   void FinishClick(QWidget* box);
 
   QHash<QObject*, QWidget*> boxes_;  // the box that a widget belongs to
-  QWidget* current_ = nullptr;
+  QWidget* current_ = nullptr;       // the box that a person is in; null when there is none
   QWidget* clicked_ = nullptr;  // entered by a press of the mouse that has not been released yet
 };

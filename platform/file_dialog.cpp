@@ -1,7 +1,6 @@
 // The toolkit's file dialogs, the only place that uses them.
 #include "platform/file_dialog.h"
 
-#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QRegularExpression>

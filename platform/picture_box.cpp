@@ -2,11 +2,11 @@
 #include "platform/picture_box.h"
 
 #include <QGuiApplication>
-#include <algorithm>
 #include <cassert>
 #include <cmath>
 #include <numbers>
 #include <utility>
+#include <variant>
 
 namespace {
 

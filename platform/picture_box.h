@@ -2,7 +2,6 @@
 // it in a window, Image() gives it to a printer or a file.
 #pragma once
 
-#include <QPalette>
 #include <QPolygon>
 #include <QRectF>
 #include <QSize>
@@ -65,7 +64,6 @@ class PictureBox : public DrawingTools {
   // Setting the ground clears all drawings; the background picture stays.
   Colour BackColor() const { return backColor_; }
   void SetBackColor(Colour colour);
-  const Picture& BackgroundPicture() const { return background_; }
   void SetPicture(Picture picture);
 
   // Ground, background picture and the drawings that belong to the image.

@@ -1,5 +1,6 @@
 // A picture kept as pixels, for drawings of so many facets that a list of shapes would be slow and
-// large. It has the properties of PictureBox under the same names.
+// large. It has the properties of PictureBox under the same names. A pen's width of 1 is
+// PixelRatio() device pixels, at least one.
 #pragma once
 
 #include <QImage>
@@ -34,8 +35,6 @@ class RasterBox : public DrawingTools {
   double ScaleHeight() const { return scale_.Area().height(); }
   void SetScaleMode(ScaleUnit mode);
   void Scale(double x1, double y1, double x2, double y2) { scale_.Set(x1, y1, x2, y2); }
-
-  // A pen's width of 1 is PixelRatio() device pixels, at least one.
 
   // In user units, without smoothing. A line with a coordinate that is not finite is left out.
   void Line(QPointF from, QPointF to, Colour colour);

@@ -6,7 +6,6 @@
 #include <QLineEdit>
 #include <QStyle>
 #include <QStyleOptionFrame>
-#include <algorithm>
 #include <tuple>
 #include <vector>
 

@@ -7,11 +7,9 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
-#include <QProgressBar>
 #include <QRadioButton>
 #include <QTabBar>
 #include <QTextBrowser>
-#include <QToolButton>
 #include <algorithm>
 #include <vector>
 

@@ -1,7 +1,6 @@
 // The cases on which the diagram is tested, and their drawing.
 #pragma once
 
-#include <QPointF>
 #include <ostream>
 #include <string>
 #include <variant>

@@ -5,7 +5,6 @@
 
 #include <QGuiApplication>
 #include <QSignalSpy>
-#include <QTest>
 #include <array>
 #include <limits>
 

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QPainter>
 #include <QPainterPath>
 #include <QPolygon>
 #include <random>

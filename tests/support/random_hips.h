@@ -1,7 +1,6 @@
 // Made-up hips that are the same on every machine: the standard library's distributions are not.
 #pragma once
 
-#include <cmath>
 #include <random>
 
 #include "model/hip_model.h"

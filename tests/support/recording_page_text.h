@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QString>
-#include <ostream>
 #include <vector>
 
 #include "diagram/page_text.h"

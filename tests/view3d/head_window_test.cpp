@@ -1,5 +1,4 @@
 // The window of the 3D view: controls, legend, resolutions, drawings and what interrupts them.
-#include <QProcess>
 #include <QThread>
 #include <string>
 #include <vector>

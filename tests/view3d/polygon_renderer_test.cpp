@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <QTemporaryDir>
-#include <cmath>
 #include <limits>
 #include <stdexcept>
 #include <string>

@@ -1,7 +1,6 @@
 // "Save picture": the bitmaps that it writes and what it says when it cannot.
 #include <QDir>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include "tests/view3d/head_fixture.h"
