@@ -81,7 +81,7 @@ void FormGula::Connect() {
   for (const QCheckBox* check : {controls_.Check1, controls_.Check2, controls_.Check3}) {
     connect(check, &QCheckBox::toggled, this, &FormGula::RedrawFully);
   }
-  connect(controls_.picTest, &RasterView::Cleared, this, &FormGula::RedrawFully);
+  connect(controls_.picTest, &RasterView::Cleared, this, &FormGula::RedrawLater);
   connect(timer_, &QTimer::timeout, this, &FormGula::Tick);
   connect(controls_.Command1, &QPushButton::clicked, this, &FormGula::SavePicture);
 }
@@ -183,6 +183,13 @@ void FormGula::RedrawFully() {
   ReadResolutions();
   showsProgress_ = true;
   Draw(Work::FullDrawing);
+}
+
+// The picture is cleared from inside the layout of the window, which does not bear that a long
+// drawing handles events there. A drawing that is being made only notes that it has to give way.
+void FormGula::RedrawLater() {
+  if (drawing_) return RedrawFully();
+  QMetaObject::invokeMethod(this, &FormGula::RedrawFully, Qt::QueuedConnection);
 }
 
 void FormGula::Draw(Work work) {

@@ -81,6 +81,7 @@ class FormGula : public QMainWindow {
   void Tick();
 
   void RedrawFully();
+  void RedrawLater();
   void SavePicture();
   void WriteBitmap(const QString& path);
 

@@ -328,6 +328,18 @@ TEST_F(SlowDrawingTest, ANewSizeMeanwhileIsDrawn) {
   EXPECT_EQ(Picture()->grab().toImage().convertToFormat(QImage::Format_RGB32), Image());
 }
 
+// As while a border is dragged: the next size comes before the window has settled in the last one.
+TEST_F(SlowDrawingTest, SizesThatFollowEachOtherAreDrawn) {
+  OpenSlowly();
+  for (const QSize size : {QSize(1, 1), QSize(1500, 600), QSize(600, 900), QSize(1, 1)}) {
+    form_->resize(size);
+    QApplication::processEvents();
+  }
+  QTest::qWait(300);
+  EXPECT_EQ(View().radius, float(std::max(Image().width(), Image().height())) / 4.0F);
+  EXPECT_EQ(Picture()->grab().toImage().convertToFormat(QImage::Format_RGB32), Image());
+}
+
 TEST_F(SlowDrawingTest, ADragMeanwhileIsDrawn) {
   OpenSlowly();
   QTimer::singleShot(0, form_.get(), [&] {
