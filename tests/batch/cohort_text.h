@@ -18,4 +18,9 @@ inline constexpr double kPmaxWb = 3006.76110604;    // m^-2
 inline constexpr double kPmax = 2066847.58429341;   // Pa
 inline constexpr double kRelativeTolerance = 1e-11;
 
+// `text` with the first `from` in it made `to`.
+inline std::string Replaced(std::string text, const std::string& from, const std::string& to) {
+  return text.replace(text.find(from), from.size(), to);
+}
+
 }  // namespace CohortText

@@ -6,18 +6,20 @@
 #include <algorithm>
 
 #include "batch/cohort_error.h"
+#include "tests/batch/cohort_text.h"
 #include "tests/support/row_name.h"
 
 namespace {
 
-const std::string kPlain = "lizm,xizm,zizm,Cizm,Hizm,zasuk,thetaCE,headRadius,bodyWeight";
+using CohortText::kHeader;
+using CohortText::Replaced;
 
 Cohort::InputColumn ColumnOf(const Cohort::Columns& columns, Measure measure) {
   return columns.inputs.at(static_cast<std::size_t>(measure)).value();
 }
 
 TEST(Columns, AreCmDegreesMetresAndKilogramsWithoutUnits) {
-  const Cohort::Columns columns = Cohort::ReadColumns(kPlain, std::nullopt);
+  const Cohort::Columns columns = Cohort::ReadColumns(kHeader, std::nullopt);
   EXPECT_EQ(columns.delimiter, ',');
   EXPECT_EQ(columns.names.size(), 9U);
   for (const Measure length :
@@ -50,12 +52,8 @@ struct TitleRow {
 
 class Titles : public testing::TestWithParam<TitleRow> {};
 
-std::string Replaced(std::string text, const std::string& from, const std::string& to) {
-  return text.replace(text.find(from), from.size(), to);
-}
-
 TEST_P(Titles, NameTheUnit) {
-  const std::string header = Replaced(kPlain, GetParam().from, GetParam().to);
+  const std::string header = Replaced(kHeader, GetParam().from, GetParam().to);
   const Cohort::Columns columns = Cohort::ReadColumns(header, std::nullopt);
   EXPECT_EQ(ColumnOf(columns, GetParam().measure).unit, GetParam().unit) << header;
 }
@@ -78,31 +76,31 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(Delimiter, IsFoundByTheMeasuresItSetsApart) {
   for (const char delimiter : {',', ';', '\t'}) {
-    std::string header = kPlain;
+    std::string header = kHeader;
     std::replace(header.begin(), header.end(), ',', delimiter);
     EXPECT_EQ(Cohort::ReadColumns(header, std::nullopt).delimiter, delimiter);
     const std::string misleading = "\"a,b;c\td\"" + std::string(1, delimiter) + header;
     EXPECT_EQ(Cohort::ReadColumns(misleading, std::nullopt).delimiter, delimiter);
   }
-  std::string header = kPlain;
+  std::string header = kHeader;
   std::replace(header.begin(), header.end(), ',', ';');
   EXPECT_EQ(Cohort::ReadColumns("a,b,c,d,e,f,g,h,i,j,k,l;" + header, std::nullopt).delimiter, ';');
 }
 
 TEST(ByteOrderMark, IsPassedOver) {
-  const Cohort::Columns columns = Cohort::ReadColumns("\xEF\xBB\xBF" + kPlain, std::nullopt);
+  const Cohort::Columns columns = Cohort::ReadColumns("\xEF\xBB\xBF" + kHeader, std::nullopt);
   EXPECT_EQ(columns.names.front(), "lizm");
   EXPECT_EQ(ColumnOf(columns, Measure::Lizm).field, 0U);
 }
 
 TEST(BodyWeight, MayNameItsUnit) {
   const Cohort::Columns columns =
-      Cohort::ReadColumns(Replaced(kPlain, "bodyWeight", "bodyWeight[kg]"), std::nullopt);
+      Cohort::ReadColumns(Replaced(kHeader, "bodyWeight", "bodyWeight[kg]"), std::nullopt);
   EXPECT_TRUE(columns.inputs[Cohort::kBodyWeight].has_value());
 }
 
 TEST(OtherColumns, MayShareAName) {
-  EXPECT_EQ(Cohort::ReadColumns("a,a,," + kPlain, std::nullopt).names.size(), 12U);
+  EXPECT_EQ(Cohort::ReadColumns("a,a,," + kHeader, std::nullopt).names.size(), 12U);
 }
 
 struct BadHeader {
@@ -125,41 +123,41 @@ TEST_P(BadHeaders, AreToldInASentence) {
 INSTANTIATE_TEST_SUITE_P(
     Table, BadHeaders,
     testing::Values(
-        BadHeader{"MissingOne", Replaced(kPlain, "thetaCE,", ""), "the column thetaCE is missing"},
-        BadHeader{"MissingTwo", Replaced(Replaced(kPlain, "lizm,", ""), "thetaCE,", ""),
+        BadHeader{"MissingOne", Replaced(kHeader, "thetaCE,", ""), "the column thetaCE is missing"},
+        BadHeader{"MissingTwo", Replaced(Replaced(kHeader, "lizm,", ""), "thetaCE,", ""),
                   "the columns lizm, thetaCE are missing"},
-        BadHeader{"OtherCase", Replaced(kPlain, "lizm", "LIZM"), "the column lizm is missing"},
+        BadHeader{"OtherCase", Replaced(kHeader, "lizm", "LIZM"), "the column lizm is missing"},
         BadHeader{"Blank", "",
                   "the columns lizm, xizm, zizm, Cizm, Hizm, zasuk, thetaCE, headRadius are "
                   "missing"},
-        BadHeader{"TwoOfOneName", kPlain + ",zizm", "there are two columns zizm"},
-        BadHeader{"TwoOfOneNameInOtherUnits", kPlain + ",zizm[mm]", "there are two columns zizm"},
-        BadHeader{"UnknownLength", Replaced(kPlain, "lizm", "lizm[inch]"),
+        BadHeader{"TwoOfOneName", kHeader + ",zizm", "there are two columns zizm"},
+        BadHeader{"TwoOfOneNameInOtherUnits", kHeader + ",zizm[mm]", "there are two columns zizm"},
+        BadHeader{"UnknownLength", Replaced(kHeader, "lizm", "lizm[inch]"),
                   "the unit \"inch\" of column lizm is not known; known are cm, mm"},
-        BadHeader{"LengthInMetres", Replaced(kPlain, "lizm", "lizm[m]"),
+        BadHeader{"LengthInMetres", Replaced(kHeader, "lizm", "lizm[m]"),
                   "the unit \"m\" of column lizm is not known; known are cm, mm"},
-        BadHeader{"NoUnit", Replaced(kPlain, "lizm", "lizm[]"),
+        BadHeader{"NoUnit", Replaced(kHeader, "lizm", "lizm[]"),
                   "the unit \"\" of column lizm is not known; known are cm, mm"},
-        BadHeader{"UnknownAngle", Replaced(kPlain, "thetaCE", "thetaCE[grad]"),
+        BadHeader{"UnknownAngle", Replaced(kHeader, "thetaCE", "thetaCE[grad]"),
                   "the unit \"grad\" of column thetaCE is not known; known are °, deg, rad"},
-        BadHeader{"UnknownWeight", Replaced(kPlain, "bodyWeight", "bodyWeight[lb]"),
+        BadHeader{"UnknownWeight", Replaced(kHeader, "bodyWeight", "bodyWeight[lb]"),
                   "the unit \"lb\" of column bodyWeight is not known; known are kg"},
-        BadHeader{"ResultAlreadyThere", kPlain + ",pmax",
+        BadHeader{"ResultAlreadyThere", kHeader + ",pmax",
                   "there is a column pmax already, which the program adds; remove or rename it"},
-        BadHeader{"StatusAlreadyThere", "status," + kPlain,
+        BadHeader{"StatusAlreadyThere", "status," + kHeader,
                   "there is a column status already, which the program adds; remove or rename it"},
-        BadHeader{"BrokenQuote", kPlain + ",\"remark", "the header has a broken quote"},
+        BadHeader{"BrokenQuote", kHeader + ",\"remark", "the header has a broken quote"},
         BadHeader{"NulBytes", std::string("l\0i\0z\0m\0", 8),
                   "the header holds NUL bytes; the file must be text in UTF-8, not UTF-16"}),
     RowName());
 
 TEST(Delimiter, IsTakenAsGiven) {
-  EXPECT_THROW(Cohort::ReadColumns(kPlain, ';'), Cohort::CohortError);
-  EXPECT_EQ(Cohort::ReadColumns(kPlain, ',').delimiter, ',');
+  EXPECT_THROW(Cohort::ReadColumns(kHeader, ';'), Cohort::CohortError);
+  EXPECT_EQ(Cohort::ReadColumns(kHeader, ',').delimiter, ',');
 }
 
 TEST(Header, IsWhatNamesTwoMeasuresUnderSomeDelimiter) {
-  for (const char* row : {kPlain.c_str(), "lizm;name;\"xizm [mm]\"", "thetaCE\tbodyWeight"}) {
+  for (const char* row : {kHeader.c_str(), "lizm;name;\"xizm [mm]\"", "thetaCE\tbodyWeight"}) {
     EXPECT_TRUE(Cohort::LooksLikeHeader(row)) << row;
   }
   for (const char* row : {"", "lizm", "lizm xizm", "TELMARION", "Lizm,Xizm", "10.4,0.5,6"}) {
