@@ -5,7 +5,7 @@ import time
 
 import pyatspi
 
-PATIENCE = 15  # seconds to wait for what is expected to show
+PATIENCE = 60  # seconds to wait for what is expected to show; a busy machine may need them
 
 # Windows of the program: role and title.
 FORM = ("dialog", "TELMARRION data")
