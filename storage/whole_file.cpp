@@ -1,5 +1,6 @@
-// QSaveFile alone does not look at what its last flush and its syncing say: on a full or a broken
-// disk a shortened file would take the place of the old one.
+// QSaveFile alone does not look at what its last flush, its syncing and its look at the old file
+// say: on a full or a broken disk a shortened file would take the place of the old one, or one that
+// nobody can open.
 #include "storage/whole_file.h"
 
 #include <cerrno>
@@ -34,6 +35,13 @@ QString Sync(int descriptor) {
   return {};
 }
 
+// QSaveFile gives a new file the permissions of the old one. Where the system does not tell them it
+// takes that for none at all, and its owner could not open the file any more.
+void LetTheOwnerOpen(QSaveFile& file) {
+  constexpr auto kOwner = QSaveFile::ReadOwner | QSaveFile::WriteOwner;
+  if (!(file.permissions() & kOwner)) file.setPermissions(kOwner);
+}
+
 }  // namespace
 
 QString WriteWholeFile(const QString& path, const QByteArray& bytes) {
@@ -56,6 +64,7 @@ QString WritePiece(QSaveFile& file, QByteArrayView bytes) {
 
 QString CommitWholeFile(QSaveFile& file) {
   if (!file.flush() && !file.flush()) return file.errorString();  // twice, as above
+  LetTheOwnerOpen(file);
   QString reason = Sync(file.handle());
   if (reason.isEmpty() && !file.commit()) reason = file.errorString();
   return reason;

@@ -55,6 +55,7 @@ TEST_F(WholeFileTest, IsOldOrNewWhateverFails) {
             EXPECT_EQ(Bytes(), reason.isEmpty() ? fresh : QByteArray("old"))
                 << reason.toStdString();
             EXPECT_EQ(Files(), QStringList{"file"});
+            EXPECT_TRUE(QFile::permissions(Path()) & QFile::ReadOwner) << "nobody can open it";
           });
       EXPECT_GE(calls, 1);
     }
