@@ -6,6 +6,7 @@
 #include <QLocale>
 #include <QString>
 #include <algorithm>
+#include <string_view>
 
 #include "batch/chunk_reader.h"
 #include "batch/cohort_error.h"

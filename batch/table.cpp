@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 #include "batch/chunk_reader.h"
 #include "batch/columns.h"

@@ -14,6 +14,7 @@
 
 #include <QRegularExpression>
 #include <array>
+#include <optional>
 
 #include "bench/view3d_peer.h"
 #include "view3d/stress_colour.h"

@@ -4,6 +4,7 @@
 #include <QList>
 #include <QRegularExpression>
 #include <algorithm>
+#include <array>
 
 #include "case/case_conversion.h"
 #include "case/case_file.h"

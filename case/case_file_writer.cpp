@@ -1,4 +1,6 @@
 // Writing a case file.
+#include <array>
+
 #include "case/case_file.h"
 #include "case/case_file_labels.h"
 #include "case/code_page.h"

@@ -1,6 +1,8 @@
 // The case record's geometry by measure, and the run of the model over it.
 #include "case/case_record.h"
 
+#include <array>
+
 namespace Vse {
 
 namespace {

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+#include <utility>
+
 #include "case/case_conversion.h"
 #include "case/case_file_labels.h"
 #include "tests/case/case_file_sample.h"

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <utility>
 
 #include "tests/support/random_hips.h"
 #include "tests/support/row_name.h"

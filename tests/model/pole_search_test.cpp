@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <string>
 
 #include "model/contact_stress.h"
 #include "tests/support/random_hips.h"
