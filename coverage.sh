@@ -9,7 +9,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/packaging/setup.sh"
 least=95 # percent
 core=('model/' 'case/' 'caseform/' 'storage/')
 rooms=(model storage case platform diagram caseform report view3d app batch)
-report=build/coverage/report
+report=build/coverage/covered_lines
 
 # counted PATTERN [OPTION…]: reads the counts of the files that begin so.
 counted() {
