@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Counts the lines that the tests run. Installs what is missing, builds the coverage preset, runs every test
-# of the program, and writes the report below build/coverage/report. Fails when a test does, or when a
+# of the program, and writes the report below build/coverage/covered_lines. Fails when a test does, or when a
 # part of the core has fewer than 95 % of its lines run.
 set -euo pipefail
 # shellcheck source=packaging/setup.sh
