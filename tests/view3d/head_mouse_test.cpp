@@ -86,13 +86,13 @@ TEST_F(HeadMouseTest, TheTimerDrawsTheSameTurnAgain) {
 
 // On the real clock. The picture is wiped, so that each tick must draw it again.
 TEST_F(HeadMouseTest, TheTimerTicksEveryHalfSecondUntilTheRelease) {
+  QElapsedTimer clock;
+  clock.start();  // before the press, which starts the timer
   Press({200, 200});
   Move({160, 200});
   TickOnce();
   const QImage moved = Image().copy();
   QSignalSpy ticks(Timer(), &QTimer::timeout);
-  QElapsedTimer clock;
-  clock.start();
   for (int tick = 1; tick <= 2; ++tick) {
     Picture()->Box().Cls();
     ASSERT_TRUE(ticks.wait(5000));
