@@ -41,7 +41,7 @@ constexpr std::array kMeasureNames{"lizm", "xizm",  "zizm",    "Cizm",
 static_assert(kMeasureNames.size() == kMeasureCount);
 
 QJsonValue Member(const QJsonObject& object, const char* name, QJsonValue::Type type) {
-  const QJsonValue value = object.value(QLatin1String(name));
+  QJsonValue value = object.value(QLatin1String(name));
   if (value.type() != type) throw Damaged();
   return value;
 }

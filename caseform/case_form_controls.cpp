@@ -28,13 +28,13 @@ constexpr int kNameWidth = 16 * kGrid;
 constexpr int kDateWidth = 14 * kGrid;
 
 struct MeasureRow {
-  Measure measure;
-  const char* text;
-  const char* combo;
-  const char* label;    // an ampersand marks the access key
-  const char* caption;  // as a screen reader says it
-  const char* hint;     // what it is
-  const char* proposed;
+  Measure measure = Measure::Lizm;
+  const char* text = "";
+  const char* combo = "";
+  const char* label = "";    // an ampersand marks the access key
+  const char* caption = "";  // as a screen reader says it
+  const char* hint = "";     // what it is
+  const char* proposed = "";
   const char* words = "";  // what it is, where there is no hint
 };
 
