@@ -6,11 +6,13 @@
 #include <QPalette>
 #include <QStyle>
 #include <QStyleFactory>
+#include <memory>
 
 #include "platform/readable_palette.h"
 
 inline QPalette LightPalette() {
-  return QStyleFactory::create("Fusion")->standardPalette();
+  const std::unique_ptr<QStyle> style(QStyleFactory::create("Fusion"));
+  return style->standardPalette();
 }
 
 inline QPalette DarkPalette() {
