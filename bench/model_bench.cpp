@@ -36,14 +36,14 @@ double ComputePeak(const Sila::HipInputs& hip, Sila::HipState& state) {
 
 // The same hip with WalkToPole in the place of the short cut.
 double ComputePeakLiterally(const Sila::HipInputs& hip, Sila::HipState& state) {
-  Sila::ComputeHipForce(hip.force, state.force);
+  Sila::ComputeHipForce(hip, state.force);
   if (!Sila::IsWithinModelRange(state.force.thetaR)) std::abort();
   Tlakm::ContactStress stress;
   Tlakm::LoadStressInputs({.headRadius = hip.headRadius,
                            .thetaCE = hip.thetaCE,
-                           .bodyWeight = hip.force.bodyWeight,
+                           .bodyWeight = *hip.bodyWeight,
                            .rWb = state.force.rWb,
-                           .thetaR = state.force.thetaR},
+                           .thetaR = {state.force.thetaR}},
                           stress);
   if (Tlakm::ChooseForm(stress.angles) != Tlakm::PoleForm::Ordinary) std::abort();
   double pole = Tlakm::WalkToPole(stress.angles).estimate;

@@ -31,14 +31,16 @@ double HipForceKilonewtons(const CaseRecord& record) {
 
 Sila::HipOutcome RunModel(CaseRecord& record) {
   const Geometry& g = record.geometry;
-  const Sila::HipForceInputs force = {.lizm = g.lizm,
-                                      .xizm = g.xizm,
-                                      .zizm = g.zizm,
-                                      .Cizm = g.Cizm,
-                                      .Hizm = g.Hizm,
-                                      .zasuk = g.zasuk,
-                                      .bodyWeight = record.bodyWeight};
-  const Sila::HipOutcome outcome = Sila::ComputeHip({force, g.thetaCE, g.headRadius}, record.model);
+  const Sila::HipInputs inputs = {.lizm = {g.lizm},
+                                  .xizm = {g.xizm},
+                                  .zizm = {g.zizm},
+                                  .Cizm = {g.Cizm},
+                                  .Hizm = {g.Hizm},
+                                  .zasuk = {g.zasuk},
+                                  .thetaCE = {g.thetaCE},
+                                  .headRadius = {g.headRadius},
+                                  .bodyWeight = Sila::Kilograms{record.bodyWeight}};
+  const Sila::HipOutcome outcome = Sila::ComputeHip(inputs, record.model);
   record.results.rWb = record.model.force.rWb;
   record.results.thetaR = record.model.force.thetaR;
   if (outcome == Sila::HipOutcome::Ok) {

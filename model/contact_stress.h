@@ -8,6 +8,7 @@
 
 #include "model/pole_equation.h"
 #include "model/pole_search.h"
+#include "model/units.h"
 
 namespace Tlakm {
 
@@ -15,11 +16,11 @@ namespace Tlakm {
 inline constexpr double kGravity = 9.82;
 
 struct StressInputs {
-  double headRadius = 0.0;  // m, radius of the femoral head
-  double thetaCE = 0.0;     // rad, centre-edge angle
-  double bodyWeight = 0.0;  // kg
-  double rWb = 0.0;         // resultant force over body weight
-  double thetaR = 0.0;      // degrees, inclination of the resultant force; 0 to 180
+  Sila::Metres headRadius = {};
+  Sila::Radians thetaCE = {};
+  Sila::Kilograms bodyWeight = {};
+  double rWb = 0.0;           // resultant force over body weight
+  Sila::Degrees thetaR = {};  // inclination of the resultant force; 0 to 180
 };
 
 enum class StressOutcome {

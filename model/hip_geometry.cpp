@@ -93,7 +93,7 @@ void FillPelvic(std::array<MuscleGroup, 3>& groups, const ScaleFactors& s) {
   group3[1] = {-8.8 * s.scaleH, 0.4, -2.0 * s.scaleC};
 }
 
-ScaleFactors ComputeScale(const HipForceInputs& in) {
+ScaleFactors ComputeScale(const HipInputs& in) {
   const double cosine = std::cos(in.zasuk);
   const double sine = std::sin(in.zasuk);
   ScaleFactors s;
@@ -109,9 +109,9 @@ ScaleFactors ComputeScale(const HipForceInputs& in) {
 
 }  // namespace
 
-void BuildHipGeometry(const HipForceInputs& inputs, HipForce& force) {
+void BuildHipGeometry(const HipInputs& inputs, HipForce& force) {
   StanceLoads& loads = force.loads;
-  loads.weight = inputs.bodyWeight * kGravity;
+  loads.weight = inputs.bodyWeight.value_or(kAssumedBodyWeight) * kGravity;
   loads.legLever = kLegLeverShare * inputs.lizm;
   loads.bodyLever = kBodyLeverShare * inputs.lizm;
 

@@ -5,18 +5,10 @@
 
 namespace Sila {
 
-HipOutcome ComputeHip(const HipInputs& inputs, HipState& state) {
-  ComputeHipForce(inputs.force, state.force);
-  // An absurd weight gives a force beyond a double: no fault of the radius, which ends otherwise.
-  const bool hasForce = std::isfinite(state.force.rWb);
-  if (!hasForce || !IsWithinModelRange(state.force.thetaR)) return HipOutcome::OutOfRange;
-  Tlakm::ComputeContactStress({.headRadius = inputs.headRadius,
-                               .thetaCE = inputs.thetaCE,
-                               .bodyWeight = inputs.force.bodyWeight,
-                               .rWb = state.force.rWb,
-                               .thetaR = state.force.thetaR},
-                              state.stress);
-  switch (state.stress.outcome) {
+namespace {
+
+HipOutcome OutcomeOf(Tlakm::StressOutcome outcome) {
+  switch (outcome) {
     case Tlakm::StressOutcome::NoPole:
       return HipOutcome::NoPole;
     case Tlakm::StressOutcome::DivisionByZero:
@@ -25,6 +17,35 @@ HipOutcome ComputeHip(const HipInputs& inputs, HipState& state) {
       break;
   }
   return HipOutcome::Ok;
+}
+
+void TakeStress(const Tlakm::ContactStress& stress, bool weightKnown, HipResults& results) {
+  results.thetaPol = {stress.thetaPol};
+  results.pmaxWb = {stress.pmaxWb};
+  results.pmax.reset();
+  if (weightKnown) results.pmax = Pascals{stress.pmax};
+}
+
+}  // namespace
+
+HipOutcome ComputeHip(const HipInputs& inputs, HipState& state) {
+  ComputeHipForce(inputs, state.force);
+  state.results.rWb = state.force.rWb;
+  state.results.thetaR = {state.force.thetaR};
+  // An absurd weight gives a force beyond a double: no fault of the radius, which ends otherwise.
+  const bool hasForce = std::isfinite(state.force.rWb);
+  if (!hasForce || !IsWithinModelRange(state.force.thetaR)) return HipOutcome::OutOfRange;
+  Tlakm::ComputeContactStress({.headRadius = inputs.headRadius,
+                               .thetaCE = inputs.thetaCE,
+                               .bodyWeight = inputs.bodyWeight.value_or(kAssumedBodyWeight),
+                               .rWb = state.force.rWb,
+                               .thetaR = {state.force.thetaR}},
+                              state.stress);
+  const HipOutcome outcome = OutcomeOf(state.stress.outcome);
+  if (outcome == HipOutcome::Ok) {
+    TakeStress(state.stress, inputs.bodyWeight.has_value(), state.results);
+  }
+  return outcome;
 }
 
 }  // namespace Sila

@@ -4,14 +4,9 @@
 
 #include "model/contact_stress.h"
 #include "model/resultant_force.h"
+#include "model/vocabulary.h"
 
 namespace Sila {
-
-struct HipInputs {
-  HipForceInputs force;     // geometry and body weight
-  double thetaCE = 0.0;     // rad, centre-edge angle
-  double headRadius = 0.0;  // m
-};
 
 enum class HipOutcome {
   Ok,
@@ -26,6 +21,7 @@ enum class HipOutcome {
 struct HipState {
   HipForce force;
   Tlakm::ContactStress stress;  // of this run only when the outcome is not OutOfRange
+  HipResults results;           // the stresses are of this run only when the outcome is Ok
 };
 
 // Ends for every input, numbers that are not finite included. `state` belongs to the caller and may

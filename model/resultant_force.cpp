@@ -112,7 +112,7 @@ void ComputeResultantForce(HipForce& force) {
   force.thetaR = 90.0 - std::atan(r.x / std::abs(r.z)) * 180.0 / kPi;
 }
 
-void ComputeHipForce(const HipForceInputs& inputs, HipForce& force) {
+void ComputeHipForce(const HipInputs& inputs, HipForce& force) {
   BuildHipGeometry(inputs, force);
   ComputeMuscleDirections(force);
   BuildLoadVector(force);
@@ -122,7 +122,7 @@ void ComputeHipForce(const HipForceInputs& inputs, HipForce& force) {
   ComputeResultantForce(force);
 }
 
-HipForce ComputeHipForce(const HipForceInputs& inputs) {
+HipForce ComputeHipForce(const HipInputs& inputs) {
   HipForce force;
   ComputeHipForce(inputs, force);
   return force;

@@ -15,6 +15,7 @@
 #include <cstddef>
 
 #include "model/vector3.h"
+#include "model/vocabulary.h"
 
 namespace Sila {
 
@@ -24,18 +25,6 @@ inline constexpr double kPi = 3.14159265358979;
 
 // Acceleration of gravity, m/s²: body weight in kg to newtons.
 inline constexpr double kGravity = 9.82;
-
-// What is measured. No value is checked here: impossible ones (an imaginary tilt, a pelvis of size
-// 0) end in results that are not numbers or negative angles, which IsWithinModelRange refuses.
-struct HipForceInputs {
-  double lizm = 0.0;   // cm, half of the distance between the two head centres
-  double xizm = 0.0;   // cm, vertical coordinate of the trochanter point, positive downward
-  double zizm = 0.0;   // cm, horizontal coordinate of the trochanter point, positive lateral
-  double Cizm = 0.0;   // cm, head centre to the most lateral point of the iliac crest, horizontal
-  double Hizm = 0.0;   // cm, head centre to the top of the iliac crest, vertical
-  double zasuk = 0.0;  // rad, turn of the trochanter point about the head centre
-  double bodyWeight = 0.0;  // kg
-};
 
 // How much the patient's pelvis and femur differ from the reference; ratios.
 struct ScaleFactors {
@@ -103,10 +92,12 @@ struct HipForce {
   double thetaR = 0.0;  // degrees, inclination of R from the vertical
 };
 
-// Computes R for one hip. Never fails: see HipForceInputs for what impossible inputs give.
+// Computes R for one hip; centre-edge angle and radius take no part in it. Never fails: impossible
+// inputs (an imaginary tilt, a pelvis of size 0) give results that are not numbers or negative
+// angles, which IsWithinModelRange refuses.
 // The second form writes into a struct that the caller keeps, for cohorts.
-HipForce ComputeHipForce(const HipForceInputs& inputs);
-void ComputeHipForce(const HipForceInputs& inputs, HipForce& force);
+HipForce ComputeHipForce(const HipInputs& inputs);
+void ComputeHipForce(const HipInputs& inputs, HipForce& force);
 
 // True when the contact stress may be computed for this inclination (degrees): it must be at least
 // 0. A value that is not a number is refused.
@@ -116,7 +107,7 @@ bool IsWithinModelRange(double thetaR);
 
 // Scales the reference attachments to the patient and tilts them: fills `scale`, `loads` but for
 // `legWeight` and `loadLever`, and the points and areas of `groups`.
-void BuildHipGeometry(const HipForceInputs& inputs, HipForce& force);
+void BuildHipGeometry(const HipInputs& inputs, HipForce& force);
 
 // Unit vectors from the pelvic to the femoral attachments, and the weight of the leg.
 void ComputeMuscleDirections(HipForce& force);

@@ -24,11 +24,11 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kDegree = std::numbers::pi / 180.0;
 
 StressInputs Inputs(double edgeDegrees, double inclinationDegrees) {
-  return {.headRadius = 0.025,
-          .thetaCE = edgeDegrees * kDegree,
-          .bodyWeight = 70.0,
+  return {.headRadius = {0.025},
+          .thetaCE = {edgeDegrees * kDegree},
+          .bodyWeight = {70.0},
           .rWb = 2.8,
-          .thetaR = inclinationDegrees};
+          .thetaR = {inclinationDegrees}};
 }
 
 // Simpson's rule over an even number of intervals.
@@ -132,7 +132,7 @@ TEST(ContactStress, TakesThePoleAtTheEdgeForThePeak) {
   int exact = 0;
   for (int i = 0; i < 400; ++i, edge = std::nextafter(edge, 1.0)) {
     StressInputs inputs = Inputs(0.0, 8.5);
-    inputs.thetaCE = edge;
+    inputs.thetaCE = {edge};
     const ContactStress stress = Tlakm::ComputeContactStress(inputs);
     if (stress.thetaPolRad != edge) continue;
     ++exact;
@@ -220,13 +220,13 @@ TEST(ContactStress, IsProportionalToForceAndFallsWithTheSquareOfTheRadius) {
   const StressInputs inputs = Inputs(30.0, 8.5);
   const ContactStress one = Tlakm::ComputeContactStress(inputs);
   StressInputs heavy = inputs;
-  heavy.bodyWeight *= 1.7;
+  heavy.bodyWeight.value *= 1.7;
   const ContactStress two = Tlakm::ComputeContactStress(heavy);
   EXPECT_NEAR(two.pmax, 1.7 * one.pmax, 1e-14 * two.pmax);
   EXPECT_NEAR(two.pmaxWb, one.pmaxWb, 1e-14 * one.pmaxWb);
   EXPECT_EQ(two.thetaPol, one.thetaPol);
   StressInputs large = inputs;
-  large.headRadius *= 2.0;
+  large.headRadius.value *= 2.0;
   EXPECT_EQ(Tlakm::ComputeContactStress(large).pmax, one.pmax / 4.0);
   StressInputs strong = inputs;
   strong.rWb *= 2.0;
@@ -276,20 +276,20 @@ TEST_P(RefusedStress, SaysWhyInNoTime) {
 
 StressInputs WithRadius(double radius, double edgeDegrees) {
   StressInputs inputs = Inputs(edgeDegrees, 8.5);
-  inputs.headRadius = radius;
+  inputs.headRadius = {radius};
   return inputs;
 }
 
 // The two angles cancel exactly.
 StressInputs ForceAtTheEdge() {
   StressInputs inputs = Inputs(0.0, 9.0);
-  inputs.thetaCE = -Tlakm::DegToRad(9.0);
+  inputs.thetaCE = {-Tlakm::DegToRad(9.0)};
   return inputs;
 }
 
 StressInputs WithWeight(double weight) {
   StressInputs inputs = Inputs(30.0, 8.5);
-  inputs.bodyWeight = weight;
+  inputs.bodyWeight = Sila::Kilograms{weight};
   return inputs;
 }
 
@@ -321,11 +321,11 @@ INSTANTIATE_TEST_SUITE_P(
 // search takes it for one and Newton's method runs in circles about it.
 TEST(ContactStress, EndsWhenNewtonsMethodRunsInCircles) {
   for (int i = 0; i < 10; ++i) {
-    const StressInputs inputs = {.headRadius = 0.025,
-                                 .thetaCE = -Tlakm::kPi - 2.95e-5 - 1e-9 * i,
-                                 .bodyWeight = 70.0,
+    const StressInputs inputs = {.headRadius = {0.025},
+                                 .thetaCE = {-Tlakm::kPi - 2.95e-5 - 1e-9 * i},
+                                 .bodyWeight = {70.0},
                                  .rWb = 2.8,
-                                 .thetaR = 1e-7};
+                                 .thetaR = {1e-7}};
     const ContactStress stress = Tlakm::ComputeContactStress(inputs);
     EXPECT_EQ(stress.outcome, StressOutcome::NoPole);
     EXPECT_TRUE(stress.bracket.found);

@@ -12,14 +12,14 @@
 namespace {
 
 // Dimensions at which every scale factor is a round number: X 2, Z 3, L 4, H 5, C 6.
-constexpr Sila::HipForceInputs kScaled = {.lizm = 4 * 8.45,
-                                          .xizm = 2 * 2.65,
-                                          .zizm = 3 * 7.1,
-                                          .Cizm = 6 * 5.85,
-                                          .Hizm = 5 * 13.52,
-                                          .bodyWeight = 70.0};
+constexpr Sila::HipInputs kScaled = {.lizm = {4 * 8.45},
+                                     .xizm = {2 * 2.65},
+                                     .zizm = {3 * 7.1},
+                                     .Cizm = {6 * 5.85},
+                                     .Hizm = {5 * 13.52},
+                                     .bodyWeight = Sila::Kilograms{70.0}};
 
-Sila::HipForce GeometryOf(const Sila::HipForceInputs& inputs) {
+Sila::HipForce GeometryOf(const Sila::HipInputs& inputs) {
   Sila::HipForce force;
   Sila::BuildHipGeometry(inputs, force);
   return force;
@@ -87,8 +87,8 @@ TEST(HipGeometry, CountsTheMusclesAndTheirCrossSections) {
 }
 
 TEST(HipGeometry, ExchangesTheFactorsOfATrochanterAboveTheHead) {
-  Sila::HipForceInputs inputs = kScaled;
-  inputs.xizm = -2 * 2.65;
+  Sila::HipInputs inputs = kScaled;
+  inputs.xizm = {-2 * 2.65};
   const Sila::HipForce force = GeometryOf(inputs);
   for (const std::size_t g : {std::size_t{0}, std::size_t{1}}) {
     EXPECT_NEAR(force.groups[g].femoral[0].x, -5.4, 1e-12);
@@ -99,8 +99,8 @@ TEST(HipGeometry, ExchangesTheFactorsOfATrochanterAboveTheHead) {
 }
 
 TEST(HipGeometry, ExchangesTheFactorsByTheTurnedTrochanter) {
-  Sila::HipForceInputs inputs = kScaled;
-  inputs.zasuk = -1.0;  // the horizontal coordinate carries the point above the head centre
+  Sila::HipInputs inputs = kScaled;
+  inputs.zasuk = {-1.0};  // the horizontal coordinate carries the point above the head centre
   const Sila::HipForce force = GeometryOf(inputs);
   ASSERT_LT(force.scale.trochX, 0.0);
   EXPECT_NEAR(force.groups[0].femoral[0].x, 2.7 * force.scale.scaleX, 1e-12);
@@ -108,29 +108,29 @@ TEST(HipGeometry, ExchangesTheFactorsByTheTurnedTrochanter) {
 }
 
 TEST(HipGeometry, ExchangesNothingAtZero) {
-  Sila::HipForceInputs inputs = kScaled;
-  inputs.xizm = 0.0;
+  Sila::HipInputs inputs = kScaled;
+  inputs.xizm = {0.0};
   const Sila::HipForce force = GeometryOf(inputs);
   EXPECT_EQ(force.groups[0].femoral[0].x, 0.0);
   EXPECT_EQ(force.groups[2].femoral[1].x, 0.0);
 }
 
 TEST(HipGeometry, LeavesTheTrochanterWithoutATurn) {
-  const Sila::HipForce force = GeometryOf(DefaultHip().force);
+  const Sila::HipForce force = GeometryOf(DefaultHip());
   EXPECT_EQ(force.scale.trochX, 0.5);
   EXPECT_EQ(force.scale.trochZ, 6.0);
 }
 
 TEST(HipGeometry, TurnsTheTrochanterByAQuarter) {
-  Sila::HipForceInputs inputs = DefaultHip().force;
-  inputs.zasuk = 90.0 * Sila::kPi / 180.0;
+  Sila::HipInputs inputs = DefaultHip();
+  inputs.zasuk = {90.0 * Sila::kPi / 180.0};
   const Sila::HipForce force = GeometryOf(inputs);
   EXPECT_NEAR(force.scale.trochX, 6.0, 1e-12);
   EXPECT_NEAR(force.scale.trochZ, -0.5, 1e-12);
 }
 
 TEST(HipGeometry, TiltsTheUsedRowsAndKeepsTheUntilted) {
-  const Sila::HipForce force = GeometryOf(DefaultHip().force);
+  const Sila::HipForce force = GeometryOf(DefaultHip());
   EXPECT_NEAR(std::sin(force.loads.femurTilt), 0.48 * 10.4 / 42.3, 1e-15);
   EXPECT_NEAR(force.loads.pelvisTilt * 180.0 / Sila::kPi, -0.5, 1e-15);
   const auto expectTurned = [](const Sila::Vector3& from, const Sila::Vector3& to, double angle) {

@@ -15,7 +15,7 @@ using Sila::HipOutcome;
 
 Sila::HipInputs WithEdge(double degrees) {
   Sila::HipInputs hip = DefaultHip();
-  hip.thetaCE = degrees * Sila::kPi / 180.0;
+  hip.thetaCE = {degrees * Sila::kPi / 180.0};
   return hip;
 }
 
@@ -48,11 +48,11 @@ TEST(HipModel, KeepsTheStressOfTheRunBeforeWhenTheForceIsOutOfRange) {
   ASSERT_EQ(Sila::ComputeHip(DefaultHip(), state), HipOutcome::Ok);
   const double pmax = state.stress.pmax;
   Sila::HipInputs impossible = DefaultHip();
-  impossible.force.lizm = 104.0;
+  impossible.lizm = {104.0};
   EXPECT_EQ(Sila::ComputeHip(impossible, state), HipOutcome::OutOfRange);
   EXPECT_EQ(state.stress.pmax, pmax);
   Sila::HipInputs leverless = DefaultHip();
-  leverless.force.lizm = 0.0;
+  leverless.lizm = {0.0};
   EXPECT_EQ(Sila::ComputeHip(leverless, state), HipOutcome::OutOfRange);
 }
 
@@ -60,16 +60,32 @@ TEST(HipModel, KeepsTheStressOfTheRunBeforeWhenTheForceIsOutOfRange) {
 TEST(HipModel, RefusesAForceBeyondADouble) {
   Sila::HipState state;
   Sila::HipInputs hip = DefaultHip();
-  hip.force.bodyWeight = 1e160;
+  hip.bodyWeight = Sila::Kilograms{1e160};
   EXPECT_EQ(Sila::ComputeHip(hip, state), HipOutcome::OutOfRange);
 }
 
 TEST(HipModel, TellsARadiusOfZeroFromARefusal) {
   Sila::HipState state;
   Sila::HipInputs hip = DefaultHip();
-  hip.headRadius = 0.0;
+  hip.headRadius = {0.0};
   EXPECT_EQ(Sila::ComputeHip(hip, state), HipOutcome::DivisionByZero);
   EXPECT_NEAR(state.force.rWb, 2.81222677558, 5e-12);
+}
+
+TEST(HipModel, GivesNoPeakStressWithoutABodyWeightAndTheRestAsForSixtyKilograms) {
+  Sila::HipInputs hip = DefaultHip();
+  hip.bodyWeight = Sila::Kilograms{60.0};
+  Sila::HipState known;
+  ASSERT_EQ(Sila::ComputeHip(hip, known), HipOutcome::Ok);
+  EXPECT_EQ(known.results.pmax->value, known.stress.pmax);
+  hip.bodyWeight.reset();
+  Sila::HipState unknown = known;
+  ASSERT_EQ(Sila::ComputeHip(hip, unknown), HipOutcome::Ok);
+  EXPECT_FALSE(unknown.results.pmax.has_value());
+  for (const Sila::ResultRow& row : Sila::kResults) {
+    if (row.id == Sila::Result::Pmax) continue;
+    EXPECT_EQ(row.value(unknown.results), row.value(known.results)) << row.key;
+  }
 }
 
 TEST(HipModel, DependsOnTheWeightInTheStressAlone) {
@@ -79,7 +95,7 @@ TEST(HipModel, DependsOnTheWeightInTheStressAlone) {
   for (int i = 0; i < 500; ++i) {
     Sila::HipInputs hip = hips.Usual();
     if (Sila::ComputeHip(hip, one) != HipOutcome::Ok) continue;
-    hip.force.bodyWeight *= 2.5;
+    hip.bodyWeight->value *= 2.5;
     ASSERT_EQ(Sila::ComputeHip(hip, other), HipOutcome::Ok);
     EXPECT_NEAR(other.stress.pmaxWb / one.stress.pmaxWb, 1.0, 1e-9);
     EXPECT_NEAR(other.stress.pmax / one.stress.pmax, 2.5, 1e-9);

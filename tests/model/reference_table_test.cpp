@@ -42,16 +42,13 @@ double Number(const Row& row, const std::string& column) {
   return std::strtod(row.at(column).c_str(), nullptr);
 }
 
+// The table names its columns like the measurements.
 Sila::HipInputs InputsOf(const Row& row) {
-  return {.force = {.lizm = Number(row, "lizm"),
-                    .xizm = Number(row, "xizm"),
-                    .zizm = Number(row, "zizm"),
-                    .Cizm = Number(row, "Cizm"),
-                    .Hizm = Number(row, "Hizm"),
-                    .zasuk = Number(row, "zasuk"),
-                    .bodyWeight = Number(row, "bodyWeight")},
-          .thetaCE = Number(row, "thetaCE"),
-          .headRadius = Number(row, "headRadius")};
+  Sila::HipInputs inputs;
+  for (const Sila::MeasurementRow& measurement : Sila::kMeasurements) {
+    Sila::SetValue(inputs, measurement, Number(row, std::string(measurement.key)));
+  }
+  return inputs;
 }
 
 const char* NameOf(Sila::HipOutcome outcome) {

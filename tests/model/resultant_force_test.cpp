@@ -14,7 +14,7 @@ namespace {
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 TEST(ResultantForce, HasTheKnownValuesForTheDefaultHip) {
-  const Sila::HipForce force = Sila::ComputeHipForce(DefaultHip().force);
+  const Sila::HipForce force = Sila::ComputeHipForce(DefaultHip());
   EXPECT_NEAR(force.rWb, 2.81222677558, 5e-12);
   EXPECT_NEAR(force.thetaR, 8.4764903085, 5e-11);
 }
@@ -25,9 +25,9 @@ TEST(ResultantForce, HasTheKnownValuesForTheDefaultHip) {
 TEST(ResultantForce, BalancesTheMomentsAboutTheHeadCentre) {
   RandomHips hips(11);
   for (int i = 0; i < 2000; ++i) {
-    const Sila::HipForceInputs inputs = hips.Wide().force;
+    const Sila::HipInputs inputs = hips.Wide();
     const Sila::HipForce force = Sila::ComputeHipForce(inputs);
-    const double weight = inputs.bodyWeight * 9.82;
+    const double weight = *inputs.bodyWeight * 9.82;
     const Sila::Vector3 body = {weight, 0.0, 0.0};
     const Sila::Vector3 leg = {-0.161 * weight, 0.0, 0.0};
     Sila::Vector3 moment = Sila::Cross({0.0, 0.0, 1.01 * inputs.lizm}, body) +
@@ -47,9 +47,9 @@ TEST(ResultantForce, BalancesTheMomentsAboutTheHeadCentre) {
 TEST(ResultantForce, BalancesTheForces) {
   RandomHips hips(12);
   for (int i = 0; i < 2000; ++i) {
-    const Sila::HipForceInputs inputs = hips.Wide().force;
+    const Sila::HipInputs inputs = hips.Wide();
     const Sila::HipForce force = Sila::ComputeHipForce(inputs);
-    Sila::Vector3 rest = {inputs.bodyWeight * 9.82 * (1.0 - 0.161), 0.0, 0.0};
+    Sila::Vector3 rest = {*inputs.bodyWeight * 9.82 * (1.0 - 0.161), 0.0, 0.0};
     double size = rest.x;
     for (const Sila::MuscleGroup& group : force.groups) {
       for (std::size_t k = 0; k < group.count; ++k) {
@@ -62,7 +62,7 @@ TEST(ResultantForce, BalancesTheForces) {
 }
 
 TEST(ResultantForce, PullsEachMuscleAlongItsLineWithTheGroupsTension) {
-  const Sila::HipForce force = Sila::ComputeHipForce(DefaultHip().force);
+  const Sila::HipForce force = Sila::ComputeHipForce(DefaultHip());
   for (const Sila::MuscleGroup& group : force.groups) {
     Sila::Vector3 sum;
     for (std::size_t k = 0; k < group.count; ++k) {
@@ -82,14 +82,14 @@ TEST(ResultantForce, PullsEachMuscleAlongItsLineWithTheGroupsTension) {
 }
 
 TEST(ResultantForce, OrdersTheTensionsByTheColumns) {
-  const Sila::HipForce force = Sila::ComputeHipForce(DefaultHip().force);
+  const Sila::HipForce force = Sila::ComputeHipForce(DefaultHip());
   EXPECT_EQ(force.tensions.x, force.groups[1].tension);
   EXPECT_EQ(force.tensions.y, force.groups[2].tension);
   EXPECT_EQ(force.tensions.z, force.groups[0].tension);
 }
 
 TEST(ResultantForce, TakesTheLoadsFromWeightAndLevers) {
-  const Sila::HipForce force = Sila::ComputeHipForce(DefaultHip().force);
+  const Sila::HipForce force = Sila::ComputeHipForce(DefaultHip());
   const double w = 70.0 * 9.82;
   EXPECT_NEAR(force.loads.weight, w, 1e-12);
   EXPECT_NEAR(force.loads.legWeight, 0.161 * w, 1e-12);
@@ -102,9 +102,9 @@ TEST(ResultantForce, TakesTheLoadsFromWeightAndLevers) {
 TEST(ResultantForce, IsProportionalToTheWeightAndItsRatioIsNot) {
   RandomHips hips(13);
   for (int i = 0; i < 200; ++i) {
-    Sila::HipForceInputs inputs = hips.Usual().force;
+    Sila::HipInputs inputs = hips.Usual();
     const Sila::HipForce one = Sila::ComputeHipForce(inputs);
-    inputs.bodyWeight *= 3.7;
+    inputs.bodyWeight->value *= 3.7;
     const Sila::HipForce other = Sila::ComputeHipForce(inputs);
     EXPECT_NEAR(other.resultantMagnitude / one.resultantMagnitude, 3.7, 1e-11);
     EXPECT_NEAR(other.groups[1].tension / one.groups[1].tension, 3.7, 1e-11);
@@ -114,7 +114,7 @@ TEST(ResultantForce, IsProportionalToTheWeightAndItsRatioIsNot) {
 }
 
 TEST(ResultantForce, CountsTheForwardComponentInItsMagnitudeOnly) {
-  const Sila::HipForce force = Sila::ComputeHipForce(DefaultHip().force);
+  const Sila::HipForce force = Sila::ComputeHipForce(DefaultHip());
   const Sila::Vector3& r = force.resultant;
   ASSERT_GT(std::abs(r.y), 1.0);
   EXPECT_NEAR(force.resultantMagnitude, std::hypot(r.x, r.y, r.z), 1e-10);
@@ -148,14 +148,14 @@ TEST(ResultantForce, IsBelowTheRangeWhenItIsVertical) {
 }
 
 TEST(ResultantForce, IsNoNumberForImpossibleInputs) {
-  Sila::HipForceInputs longLever = DefaultHip().force;
-  longLever.lizm = 104.0;
+  Sila::HipInputs longLever = DefaultHip();
+  longLever.lizm = {104.0};
   EXPECT_TRUE(std::isnan(Sila::ComputeHipForce(longLever).thetaR));
-  Sila::HipForceInputs weightless = DefaultHip().force;
-  weightless.bodyWeight = 0.0;
+  Sila::HipInputs weightless = DefaultHip();
+  weightless.bodyWeight = Sila::Kilograms{0.0};
   EXPECT_TRUE(std::isnan(Sila::ComputeHipForce(weightless).rWb));
-  Sila::HipForceInputs unknown = DefaultHip().force;
-  unknown.Cizm = kNaN;
+  Sila::HipInputs unknown = DefaultHip();
+  unknown.Cizm = {kNaN};
   EXPECT_FALSE(Sila::IsWithinModelRange(Sila::ComputeHipForce(unknown).thetaR));
 }
 
@@ -170,9 +170,9 @@ TEST(ModelRange, BeginsAtZero) {
 
 // Everything from row `count` on is set to nonsense between the steps.
 TEST(ResultantForce, LeavesOutTheRowsBeyondTheCounts) {
-  const Sila::HipForce expected = Sila::ComputeHipForce(DefaultHip().force);
+  const Sila::HipForce expected = Sila::ComputeHipForce(DefaultHip());
   Sila::HipForce force;
-  Sila::BuildHipGeometry(DefaultHip().force, force);
+  Sila::BuildHipGeometry(DefaultHip(), force);
   for (Sila::MuscleGroup& group : force.groups) {
     for (std::size_t k = group.count; k < Sila::kMaxPoints; ++k) {
       const Sila::Vector3 nonsense = {1e3 + static_cast<double>(k), -7.0, kNaN};

@@ -15,32 +15,28 @@ class RandomHips {
 
   // Far beyond what patients have: trochanters above the head centre, flat and inside-out pelves.
   Sila::HipInputs Wide() {
-    Sila::HipInputs hip;
-    hip.force = {.lizm = Uniform(4.0, 20.0),
-                 .xizm = Uniform(-5.0, 5.0),
-                 .zizm = Uniform(1.0, 10.0),
-                 .Cizm = Uniform(-3.0, 9.0),
-                 .Hizm = Uniform(7.0, 25.0),
-                 .zasuk = Uniform(-1.0, 1.0),
-                 .bodyWeight = Uniform(20.0, 200.0)};
-    hip.thetaCE = Uniform(-30.0, 150.0) * Sila::kPi / 180.0;
-    hip.headRadius = Uniform(0.01, 0.05);
-    return hip;
+    return {.lizm = {Uniform(4.0, 20.0)},
+            .xizm = {Uniform(-5.0, 5.0)},
+            .zizm = {Uniform(1.0, 10.0)},
+            .Cizm = {Uniform(-3.0, 9.0)},
+            .Hizm = {Uniform(7.0, 25.0)},
+            .zasuk = {Uniform(-1.0, 1.0)},
+            .thetaCE = {Uniform(-30.0, 150.0) * Sila::kPi / 180.0},
+            .headRadius = {Uniform(0.01, 0.05)},
+            .bodyWeight = Sila::Kilograms{Uniform(20.0, 200.0)}};
   }
 
   // As patients have them.
   Sila::HipInputs Usual() {
-    Sila::HipInputs hip;
-    hip.force = {.lizm = Uniform(8.5, 12.0),
-                 .xizm = Uniform(-1.0, 2.0),
-                 .zizm = Uniform(5.0, 7.5),
-                 .Cizm = Uniform(3.0, 6.5),
-                 .Hizm = Uniform(13.0, 18.0),
-                 .zasuk = Uniform(-0.3, 0.3),
-                 .bodyWeight = Uniform(45.0, 110.0)};
-    hip.thetaCE = Uniform(0.0, 60.0) * Sila::kPi / 180.0;
-    hip.headRadius = Uniform(0.02, 0.03);
-    return hip;
+    return {.lizm = {Uniform(8.5, 12.0)},
+            .xizm = {Uniform(-1.0, 2.0)},
+            .zizm = {Uniform(5.0, 7.5)},
+            .Cizm = {Uniform(3.0, 6.5)},
+            .Hizm = {Uniform(13.0, 18.0)},
+            .zasuk = {Uniform(-0.3, 0.3)},
+            .thetaCE = {Uniform(0.0, 60.0) * Sila::kPi / 180.0},
+            .headRadius = {Uniform(0.02, 0.03)},
+            .bodyWeight = Sila::Kilograms{Uniform(45.0, 110.0)}};
   }
 
  private:
@@ -49,15 +45,13 @@ class RandomHips {
 
 // The hip that the case form opens with, of 70 kg.
 inline Sila::HipInputs DefaultHip() {
-  Sila::HipInputs hip;
-  hip.force = {.lizm = 10.4,
-               .xizm = 0.5,
-               .zizm = 6.0,
-               .Cizm = 4.4,
-               .Hizm = 16.0,
-               .zasuk = 0.0,
-               .bodyWeight = 70.0};
-  hip.thetaCE = 30.0 * Sila::kPi / 180.0;
-  hip.headRadius = 0.025;
-  return hip;
+  return {.lizm = {10.4},
+          .xizm = {0.5},
+          .zizm = {6.0},
+          .Cizm = {4.4},
+          .Hizm = {16.0},
+          .zasuk = {0.0},
+          .thetaCE = {30.0 * Sila::kPi / 180.0},
+          .headRadius = {0.025},
+          .bodyWeight = Sila::Kilograms{70.0}};
 }
