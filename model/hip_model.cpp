@@ -19,11 +19,10 @@ HipOutcome OutcomeOf(Tlakm::StressOutcome outcome) {
   return HipOutcome::Ok;
 }
 
-void TakeStress(const Tlakm::ContactStress& stress, bool weightKnown, HipResults& results) {
+void TakeStress(const Tlakm::ContactStress& stress, HipResults& results) {
   results.thetaPol = {stress.thetaPol};
   results.pmaxWb = {stress.pmaxWb};
-  results.pmax.reset();
-  if (weightKnown) results.pmax = Pascals{stress.pmax};
+  results.pmax = {stress.pmax};
 }
 
 }  // namespace
@@ -42,9 +41,7 @@ HipOutcome ComputeHip(const HipInputs& inputs, HipState& state) {
                                .thetaR = {state.force.thetaR}},
                               state.stress);
   const HipOutcome outcome = OutcomeOf(state.stress.outcome);
-  if (outcome == HipOutcome::Ok) {
-    TakeStress(state.stress, inputs.bodyWeight.has_value(), state.results);
-  }
+  if (outcome == HipOutcome::Ok) TakeStress(state.stress, state.results);
   return outcome;
 }
 

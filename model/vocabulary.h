@@ -32,11 +32,11 @@ struct HipInputs {
 
 // What the model finds.
 struct HipResults {
-  double rWb = 0.0;                  // resultant hip force over body weight, in the frontal plane
-  Degrees thetaR = {};               // inclination of that force from the vertical
-  Degrees thetaPol = {};             // stress pole, positive lateral of the vertical
-  PerSquareMetre pmaxWb = {};        // peak contact stress over body weight
-  std::optional<Pascals> pmax = {};  // the peak itself; empty without a body weight
+  double rWb = 0.0;            // resultant hip force over body weight, in the frontal plane
+  Degrees thetaR = {};         // inclination of that force from the vertical
+  Degrees thetaPol = {};       // stress pole, positive lateral of the vertical
+  PerSquareMetre pmaxWb = {};  // peak contact stress over body weight
+  Pascals pmax = {};           // peak contact stress; of no meaning while the weight is not known
 };
 
 // The body weight that is computed with when it is not known.
@@ -133,22 +133,22 @@ struct ResultRow {
   std::string_view caption;  // for a person
   std::string_view unit;     // empty for a ratio
   std::string_view meaning;
-  bool isStress;  // not known when the model refuses the hip for its stress
-  std::optional<double> (*value)(const HipResults& results);
+  bool isStress;     // there is none when the model refuses the hip
+  bool needsWeight;  // hidden while the body weight is not known
+  double (*value)(const HipResults& results);
 };
 
 inline constexpr std::array kResults = {
-    ResultRow{Result::RWb, "rWb", "R/Wb", "", "resultant force over body weight", false,
-              [](const HipResults& r) { return std::optional(r.rWb); }},
+    ResultRow{Result::RWb, "rWb", "R/Wb", "", "resultant force over body weight", false, false,
+              [](const HipResults& r) { return r.rWb; }},
     ResultRow{Result::ThetaR, "thetaR", "Theta-R", "°", "inclination of the resultant force", false,
-              [](const HipResults& r) { return std::optional(r.thetaR.value); }},
+              false, [](const HipResults& r) { return r.thetaR.value; }},
     ResultRow{Result::ThetaPol, "thetaPol", "Theta-pol", "°", "position of the stress pole", true,
-              [](const HipResults& r) { return std::optional(r.thetaPol.value); }},
+              false, [](const HipResults& r) { return r.thetaPol.value; }},
     ResultRow{Result::PmaxWb, "pmaxWb", "Pmax/Wb", "m^-2", "peak stress over body weight", true,
-              [](const HipResults& r) { return std::optional(r.pmaxWb.value); }},
-    ResultRow{Result::Pmax, "pmax", "Pmax", "Pa", "peak stress", true, [](const HipResults& r) {
-                return r.pmax ? std::optional(r.pmax->value) : std::nullopt;
-              }}};
+              false, [](const HipResults& r) { return r.pmaxWb.value; }},
+    ResultRow{Result::Pmax, "pmax", "Pmax", "Pa", "peak stress", true, true,
+              [](const HipResults& r) { return r.pmax.value; }}};
 inline constexpr std::size_t kResultCount = kResults.size();
 
 constexpr std::size_t IndexOf(Result id) {
