@@ -69,6 +69,8 @@ def check(top, build, tidy, only_passed_before=False):
     common += (top / ".clang-tidy").read_text(encoding="utf-8")
     passes = Passes(build)
     keys = {path: key(path, command, top, common) for path, command in commands(top, build)}
+    if not keys:
+        return 0, [f"nothing of the program is compiled in {build}"]
     changed = [path for path in keys if passes.of(path) != keys[path]]
     if only_passed_before:
         changed = [path for path in changed if passes.of(path)]

@@ -64,6 +64,10 @@ class CheckTidy(unittest.TestCase):
         self.write(".clang-tidy", "Checks: '-*,modernize-use-override'\n")
         self.assertEqual(self.look(), (2, 0))
 
+    def test_a_build_without_sources_is_no_pass(self):
+        self.write("build/compile_commands.json", "[]")
+        self.assertEqual(self.look(), (0, 1))
+
     def test_what_never_passed_can_be_left_for_later(self):
         self.assertEqual(self.look(True), (0, 0))
         self.look()
