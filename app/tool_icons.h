@@ -1,4 +1,4 @@
-// The pictures on buttons and windows, drawn by us. Those on buttons take their colours from the
+// The pictures on buttons and windows, from SVG files. Those on buttons take their colours from the
 // application's palette each time they are painted, so they follow a change of theme.
 #pragma once
 
@@ -7,7 +7,7 @@
 
 enum class ToolPicture { New, Open, Save, Back, Forward, Home, Smaller, Larger };
 
-// Crisp at every size and screen scale; greyed where the button is disabled.
+// In the pixels of the screen at every size and scale; greyed where the button is disabled.
 QIcon ToolIcon(ToolPicture picture);
 
 // The program's own icon, in the sizes that desktops ask for (16 to 256 pixels).

@@ -68,13 +68,13 @@ constexpr std::array<double, kGridPoints> MakeGrid() {
 }
 constexpr std::array<double, kGridPoints> kGrid = MakeGrid();
 
-// Where the ordinary pole lies, to about a fiftieth of a step: with u = thetaR + pole the pole
-// equation holds S = thetaCE + thetaR alone. A least-squares fit; a guess, checked by the signs
-// that it leads to.
+// Where the ordinary pole lies, to a seventieth of a step: with u = thetaR + pole the pole equation
+// holds S = thetaCE + thetaR alone. tests/reference/fit_pole_guess.py prints the coefficients. They
+// make a guess, checked by the signs that it leads to.
 double GuessPole(const PoleAngles& angles) {
   const double s = angles.thetaCE + angles.thetaR;
-  const double low = 1.570791 + s * (-1.999705 + s * (-0.00115 + s * 0.787133));
-  const double high = 0.094148 + s * (-0.534923 + s * (0.277999 + s * -0.047096));
+  const double low = 1.570797 + s * (-2.000115 + s * (0.002903 + s * 0.772065));
+  const double high = 0.120901 + s * (-0.559377 + s * (0.289112 + s * -0.049084));
   return low + s * s * (s * s) * high - angles.thetaR;
 }
 

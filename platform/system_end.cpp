@@ -19,7 +19,9 @@ namespace {
 constexpr int kSignals[] = {SIGTERM, SIGHUP, SIGINT};
 constexpr int kSignalBase = 128;  // added to a signal's number in an exit status
 
-// Handlers have no other way to an object. [0] is written by the handler, [1] read by the loop.
+// A handler has no other way to an object; signalfd would need the signals blocked in every thread,
+// and programs that are started would inherit that. [0] is written by the handler, [1] read by the
+// loop.
 std::array<int, 2> signalSockets{-1, -1};
 
 extern "C" void HandleSignal(int signal) {

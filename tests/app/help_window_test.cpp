@@ -275,7 +275,6 @@ TEST(HelpWindow, EmptySearchSaysNothing) {
   auto& box = Part<QLineEdit>(*window, "helpSearchText");
   box.setText("  \" ");
   Part<QPushButton>(*window, "helpSearchButton").click();
-  QTest::qWait(300);
   EXPECT_EQ(Part<QLabel>(*window, "helpSearchStatus").text(), "");
 }
 
@@ -366,20 +365,6 @@ TEST(HelpWindow, KeysReachEveryPart) {
   window->ShowTopic("files");
   QTest::keyClick(window.get(), Qt::Key_Left, Qt::AltModifier);
   EXPECT_EQ(Shown(*window), "index.html");
-}
-
-TEST(HelpWindow, EveryControlHasANameForScreenReaders) {
-  const auto window = OpenGood();
-  for (const char* name : {"helpContents", "helpIndex", "helpIndexFilter", "helpSearchText",
-                           "helpSearchResults", "helpPage"}) {
-    EXPECT_FALSE(Part<QWidget>(*window, name).accessibleName().isEmpty()) << name;
-  }
-  const auto& tools = Part<QToolBar>(*window, "helpTools");
-  for (QAction* action : tools.actions()) {
-    if (action->isSeparator()) continue;
-    EXPECT_FALSE(action->text().isEmpty()) << action->objectName().toStdString();
-    EXPECT_TRUE(tools.widgetForAction(action)->focusPolicy() & Qt::TabFocus);
-  }
 }
 
 }  // namespace

@@ -102,23 +102,12 @@ TEST(MainWindow, FitsASmallScreenAndFillsALargeOne) {
   }
 }
 
-TEST(MainWindow, EveryControlHasAName) {
-  RunningProgram program;
-  for (const QWidget* widget : program.window.findChildren<QWidget*>()) {
-    const bool control = qobject_cast<const QLineEdit*>(widget) != nullptr ||
-                         qobject_cast<const QAbstractButton*>(widget) != nullptr ||
-                         qobject_cast<const QPlainTextEdit*>(widget) != nullptr;
-    if (!control || widget->objectName().startsWith("qt_")) continue;
-    EXPECT_FALSE(widget->accessibleName().isEmpty()) << widget->objectName().toStdString();
-  }
-}
-
-// 10,000 characters, emoji, line breaks pasted into single lines: what can be typed can be saved
-// and comes back.
+// Thousands of characters, emoji, line breaks pasted into single lines: what can be typed can be
+// saved and comes back.
 TEST(MainWindow, StrangeTextsSurviveConfirmSaveAndOpen) {
   RunningProgram program;
-  const QString name = QString(u"😀 שלום <b>/\\"_qs) + QString(10000, u'x');
-  const QString comments = QString(u"tab\there\n"_qs) + QString(100000, u'č') + "\n\n";
+  const QString name = QString(u"😀 שלום <b>/\\"_qs) + QString(2000, u'x');
+  const QString comments = QString(u"tab\there\n"_qs) + QString(2000, u'č') + "\n\n";
   program.window.New();
   program.InForm<QLineEdit>("Text8")->setText(name);
   program.InForm<QLineEdit>("Text7")->setText("one\ttwo\nthree");

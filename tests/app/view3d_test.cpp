@@ -26,8 +26,8 @@ TEST(View3D, FollowsTheCaseWhileItIsOpen) {
   program.Type("Text9", "20");
   program.PressOk();
   program.window.HeadView()->activateWindow();
-  QTest::qWait(50);
-  EXPECT_NE(program.window.HeadView()->View().headCase.edgeAngle, before);
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] { return program.window.HeadView()->View().headCase.edgeAngle != before; }));
 }
 
 TEST(View3D, ShowsTheLastComputedCaseAfterARefusedOne) {

@@ -12,7 +12,7 @@
 namespace {
 
 constexpr int kSamples = 20;
-constexpr int kFewRounds = 200;
+constexpr int kFewRounds = 100;
 
 int Rounds() {
   const int asked = qEnvironmentVariableIntValue("TELMARION_ROUNDS");

@@ -48,7 +48,7 @@ class Manual(unittest.TestCase):
             self.assertIn(f"{status} {meaning[0].upper()}{meaning[1:]}.", self.manual)
 
     def test_the_windowed_program_has_a_page(self):
-        self.assertIn("takes no options and no files of its own", shown("telmarion.1"))
+        self.assertTrue(shown("telmarion.1").startswith("TELMARION(1)"))
 
 
 if __name__ == "__main__":
