@@ -321,7 +321,7 @@ TEST_F(HeadSurfaceTest, TheLineToThePoleIsSeenWhateverTheOutlines) {
 TEST(LegendTest, ShowsTheBandsFromBottomToTop) {
   PictureBox picture({40, 200});
   DrawLegend(picture);
-  const QImage image = picture.Raster();
+  const QImage image = picture.Image().ToImage({40, 200}, 1.0, QPalette());
   for (int band = 0; band < 10; ++band) {
     const Colour wanted = StressColour(10.0 * band);
     for (const int y : {199 - 20 * band - 1, 199 - 20 * band - 18}) {
