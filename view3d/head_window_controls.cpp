@@ -6,7 +6,7 @@
 #include <QVBoxLayout>
 
 #include "platform/choice_list.h"
-#include "platform/window_grid.h"
+#include "platform/length_units.h"
 
 namespace {
 
