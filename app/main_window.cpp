@@ -155,8 +155,8 @@ void MDIForm1::Change() {
 void MDIForm1::LoadView3D() {
   if (view3d_) return;
   view3d_ = std::make_unique<FormGula>(
-      HeadWindowNeeds{session_.Record(), [this] { return shownResults_.thetaPol; }, doors_.messages,
-                      doors_.files, doors_.locale});
+      HeadWindowNeeds{[this] { return HeadCaseOf(session_.Record(), shownResults_.thetaPol); },
+                      doors_.messages, doors_.files, doors_.locale});
   view3d_->setAttribute(Qt::WA_QuitOnClose, false);  // it goes with the main window
 }
 

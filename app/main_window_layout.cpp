@@ -10,7 +10,7 @@
 
 #include "app/main_window.h"
 #include "app/tool_icons.h"
-#include "platform/window_grid.h"
+#include "platform/length_units.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <QFontMetrics>
 #include <QGridLayout>
 
-#include "platform/window_grid.h"
+#include "platform/length_units.h"
 
 namespace {
 

@@ -37,8 +37,8 @@ class Drawer {
     box_.SetDrawStyle(outlines);
   }
   void Draw(HeadView& view) {
-    DrawSphere(box_, polygon_, view, {});
-    DrawArea(box_, polygon_, view, {});
+    DrawSphere(box_, polygon_, view);
+    DrawArea(box_, polygon_, view);
   }
   RasterBox& Box() { return box_; }
 
@@ -106,11 +106,9 @@ void MeasurePeer(double extra) {
 
 // The whole window: progress bar, caption, pole, and the picture painted.
 void MeasureWindow() {
-  const CaseRecord record = head_cases::Default(70.0);
   DialogMessageDoor messages;
   SystemFileDialog files;
-  FormGula form(
-      {record, [&] { return head_cases::PoleText(record); }, messages, files, QLocale::c()});
+  FormGula form({[&] { return MakeView(kFinest).headCase; }, messages, files, QLocale::c()});
   form.show();
   form.resize(form.size() + kPictureSize.toSize() - form.findChild<RasterView*>()->size());
   for (QComboBox* list : form.findChildren<QComboBox*>()) list->setCurrentText("Extra");

@@ -73,11 +73,11 @@ class VtkMesh {
 class VtkPeer final : public HeadPeer {
  public:
   VtkPeer(const RasterBox& picture, const HeadView& view) : size_(picture.PixelSize()) {
-    const std::optional<SampledSurface> sphere = SampleSphere(picture, view, {});
-    const std::optional<SampledSurface> area = SampleArea(picture, view, {});
-    mesh_.Add(*sphere, 0.0, [](std::size_t, std::size_t) { return kSphereColour; });
-    mesh_.Add(*area, 0.5, [&](std::size_t row, std::size_t column) {
-      return StressColour(double(area->stress(row, column)));
+    const SampledSurface sphere = SampleSphere(picture, view);
+    const SampledSurface area = SampleArea(picture, view);
+    mesh_.Add(sphere, 0.0, [](std::size_t, std::size_t) { return kSphereColour; });
+    mesh_.Add(area, 0.5, [&](std::size_t row, std::size_t column) {
+      return StressColour(double(area.stress(row, column)));
     });
     SetUp(picture.BackColor());
   }

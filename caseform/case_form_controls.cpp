@@ -18,7 +18,7 @@
 #include "caseform/form_fonts.h"
 #include "caseform/hip_picture.h"
 #include "platform/choice_list.h"
-#include "platform/window_grid.h"
+#include "platform/length_units.h"
 
 namespace {
 

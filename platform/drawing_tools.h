@@ -8,14 +8,11 @@
 // The part that PictureBox and RasterBox share: with what is drawn from now on.
 class DrawingTools {
  public:
-  // ForeColor is the pen of Polygon; lines and circles are told their colour. A width of 1 is a
-  // device-independent pixel.
-  Colour ForeColor() const { return foreColor_; }
+  // Strokes are told their colour. A width of 1 is a device-independent pixel.
   int DrawWidth() const { return drawWidth_; }
   LineStyle DrawStyle() const { return drawStyle_; }
   FillKind FillStyle() const { return fill_.kind; }
   Colour FillColor() const { return fill_.colour; }
-  void SetForeColor(Colour colour) { foreColor_ = colour; }
   void SetDrawWidth(int width) {
     assert(width >= 1);
     drawWidth_ = width;
@@ -32,7 +29,6 @@ class DrawingTools {
   const Fill& Filling() const { return fill_; }
 
  private:
-  Colour foreColor_ = kBlack;
   int drawWidth_ = 1;
   LineStyle drawStyle_ = LineStyle::Solid;
   Fill fill_;

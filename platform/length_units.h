@@ -1,4 +1,4 @@
-// Units of length on screen and paper.
+// Units of length on screen and paper, and the grid on which the windows are laid out.
 #pragma once
 
 inline constexpr double kPixelsPerInch = 96.0;  // device-independent pixels
@@ -7,3 +7,5 @@ inline constexpr double kTwipsPerInch = 1440.0;
 
 inline constexpr double kTwipsPerPixel = kTwipsPerInch / kPixelsPerInch;
 inline constexpr double kTwipsPerPoint = kTwipsPerInch / kPointsPerInch;
+
+inline constexpr int kGrid = 8;  // device-independent pixels

@@ -67,7 +67,7 @@ class ShapePainter {
     penWidth_ = inked ? map.PenWidth(drawing.pen.width) : 0.0;
     painter_.setPen(MakePen(drawing.pen));
     painter_.setBrush(MakeBrush(drawing.fill));
-    std::visit([&](const auto& shape) { PaintShape(shape, drawing, map); }, drawing.shape);
+    std::visit([&](const auto& shape) { PaintShape(shape, map); }, drawing.shape);
   }
 
  private:
@@ -83,7 +83,7 @@ class ShapePainter {
     return PaintColour(fill.colour, options_.palette);
   }
 
-  void PaintShape(const LineShape& line, const Drawing&, const Mapping& map) {
+  void PaintShape(const LineShape& line, const Mapping& map) {
     QPointF a = map.Point(line.from);
     QPointF b = map.Point(line.to);
     if (a == b) return;
@@ -98,7 +98,7 @@ class ShapePainter {
     painter_.drawLine(a, b);
   }
 
-  void PaintShape(const BoxShape& box, const Drawing&, const Mapping& map) {
+  void PaintShape(const BoxShape& box, const Mapping& map) {
     const auto corner = [&](QPointF user) {
       const QPointF p = map.Point(user);
       return QPointF(map.Snapped(p.x(), penWidth_), map.Snapped(p.y(), penWidth_));
@@ -106,7 +106,7 @@ class ShapePainter {
     painter_.drawRect(QRectF(corner(box.from), corner(box.to)).normalized());
   }
 
-  void PaintShape(const ArcShape& arc, const Drawing&, const Mapping& map) {
+  void PaintShape(const ArcShape& arc, const Mapping& map) {
     const double radius = map.Length(arc.radius);
     const QPointF reach(radius, radius);
     const QPointF centre = map.Point(arc.centre);
@@ -120,26 +120,6 @@ class ShapePainter {
     path.arcMoveTo(around, Degrees(arc.start));
     path.arcTo(around, Degrees(arc.start), Degrees(arc.sweep));
     painter_.strokePath(path, painter_.pen());
-  }
-
-  // Filled without smoothing, so that no seam shows between facets that share an edge.
-  void PaintShape(const PolygonShape& polygon, const Drawing& drawing, const Mapping& map) {
-    QPolygonF mapped;
-    mapped.reserve(polygon.points.size());
-    for (const QPoint& point : polygon.points) mapped.append(map.Point(point));
-    if (drawing.fill.kind == FillKind::Solid) {
-      painter_.setRenderHint(QPainter::Antialiasing, false);
-      painter_.setPen(Qt::NoPen);
-      painter_.drawPolygon(mapped);
-      painter_.setRenderHint(QPainter::Antialiasing, true);
-      painter_.setPen(MakePen(drawing.pen));
-    }
-    painter_.setBrush(Qt::NoBrush);
-    if (drawing.pen.style != LineStyle::None) painter_.drawPolygon(mapped);
-  }
-
-  void PaintShape(const ImageShape& image, const Drawing&, const Mapping&) {
-    painter_.drawImage(target_, image.image);
   }
 
   QPainter& painter_;
@@ -184,8 +164,4 @@ QImage Picture::ToImage(QSize pixels, double pixelRatio, const QPalette& palette
   QPainter painter(&image);
   Paint(painter, QRectF(QPointF(0, 0), pixels), {palette, pixelRatio, true});
   return image;
-}
-
-Picture Picture::FromImage(const QImage& image) {
-  return {std::nullopt, {{ImageShape{image}, {}, {}, QRectF(0, 0, 1, 1)}}};
 }

@@ -6,7 +6,6 @@
 #include <QImage>
 #include <QPalette>
 #include <QPointF>
-#include <QPolygon>
 #include <QRectF>
 #include <QSize>
 #include <cstdint>
@@ -65,13 +64,7 @@ struct ArcShape {
   double start = 0.0;
   double sweep = 0.0;  // 0 to 2π; 2π is the whole circle
 };
-struct PolygonShape {
-  QPolygon points;  // closed by itself
-};
-struct ImageShape {
-  QImage image;  // fills the whole picture
-};
-using Shape = std::variant<LineShape, BoxShape, ArcShape, PolygonShape, ImageShape>;
+using Shape = std::variant<LineShape, BoxShape, ArcShape>;
 
 // One shape, with the user coordinates that were in force: `scale` is the whole picture in them
 // (left, top, width, height; width and height of either sign).
@@ -100,9 +93,6 @@ struct Picture {
 
   // In `pixels` pixels; a pen of width 1 is `pixelRatio` pixels wide.
   QImage ToImage(QSize pixels, double pixelRatio, const QPalette& palette) const;
-
-  // A picture that shows `image`.
-  static Picture FromImage(const QImage& image);
 };
 
 // Paints drawings one by one over what `target` shows.

@@ -1,8 +1,6 @@
 // The drawing state of a picture and the shapes drawn on it.
 #include "platform/picture_box.h"
 
-#include <QGuiApplication>
-#include <cassert>
 #include <cmath>
 #include <numbers>
 #include <utility>
@@ -25,12 +23,6 @@ bool IsFinite(const BoxShape& box) {
 bool IsFinite(const ArcShape& arc) {
   return IsFinite(arc.centre) && std::isfinite(arc.radius) && std::isfinite(arc.start) &&
          std::isfinite(arc.sweep);
-}
-bool IsFinite(const PolygonShape&) {
-  return true;
-}
-bool IsFinite(const ImageShape&) {
-  return true;
 }
 
 bool IsUsable(const QRectF& scale) {
@@ -64,31 +56,23 @@ void PictureBox::SetSize(QSizeF size, double pixelRatio) {
 }
 
 void PictureBox::Line(QPointF from, QPointF to, Colour colour) {
-  Draw(LineShape{from, to}, PenOf(colour), {}, scale_.Area());
-}
-
-void PictureBox::LineBox(QPointF from, QPointF to, Colour colour) {
-  Draw(BoxShape{from, to}, PenOf(colour), Filling(), scale_.Area());
+  Draw(LineShape{from, to}, PenOf(colour), {});
 }
 
 void PictureBox::LineFilledBox(QPointF from, QPointF to, Colour colour) {
-  Draw(BoxShape{from, to}, PenOf(colour), {colour, FillKind::Solid}, scale_.Area());
+  Draw(BoxShape{from, to}, PenOf(colour), {colour, FillKind::Solid});
 }
 
 void PictureBox::Circle(QPointF centre, double radius, Colour colour) {
-  Draw(ArcShape{centre, radius, 0.0, kWholeTurn}, PenOf(colour), Filling(), scale_.Area());
+  Draw(ArcShape{centre, radius, 0.0, kWholeTurn}, PenOf(colour), Filling());
 }
 
 void PictureBox::Circle(QPointF centre, double radius, Colour colour, double start, double end) {
-  Draw(ArcShape{centre, radius, start, Sweep(start, end)}, PenOf(colour), {}, scale_.Area());
+  Draw(ArcShape{centre, radius, start, Sweep(start, end)}, PenOf(colour), {});
 }
 
-void PictureBox::Polygon(const QPolygon& points) {
-  assert(!points.isEmpty());
-  Draw(PolygonShape{points}, PenOf(ForeColor()), Filling(), QRectF(QPointF(0, 0), PixelSize()));
-}
-
-void PictureBox::Draw(Shape shape, Pen pen, Fill fill, const QRectF& scale) {
+void PictureBox::Draw(Shape shape, Pen pen, Fill fill) {
+  const QRectF& scale = scale_.Area();
   const bool drawable = std::visit([](const auto& s) { return IsFinite(s); }, shape);
   if (!drawable || !IsUsable(scale)) return;
   (autoRedraw_ ? drawings_ : drawingsOver_).push_back({std::move(shape), pen, fill, scale});
@@ -123,17 +107,8 @@ Picture PictureBox::Image() const {
   return image;
 }
 
-QImage PictureBox::Raster() const {
-  return Image().ToImage(PixelSize(), pixelRatio_, QGuiApplication::palette());
-}
-
 void PictureBox::Changed() {
   if (onChange_) onChange_();
-}
-
-QPointF PictureBox::UserPoint(QPointF part) const {
-  const QRectF& area = scale_.Area();
-  return {area.left() + part.x() * area.width(), area.top() + part.y() * area.height()};
 }
 
 QPointF PictureBox::PartPoint(QPointF user) const {

@@ -2,7 +2,6 @@
 // it in a window, Image() gives it to a printer or a file.
 #pragma once
 
-#include <QPolygon>
 #include <QRectF>
 #include <QSize>
 #include <functional>
@@ -28,7 +27,7 @@ class PictureBox : public DrawingTools {
   double PixelRatio() const { return pixelRatio_; }
 
   // The user coordinates. Setting a mode other than User moves the origin to the top left corner;
-  // setting one of the four numbers switches to User. Width and height may be negative (the axis
+  // setting its width or height switches to User. Width and height may be negative (the axis
   // then runs the other way); while one of them is zero nothing is drawn.
   ScaleUnit ScaleMode() const { return scale_.Mode(); }
   double ScaleLeft() const { return scale_.Area().left(); }
@@ -36,8 +35,6 @@ class PictureBox : public DrawingTools {
   double ScaleWidth() const { return scale_.Area().width(); }
   double ScaleHeight() const { return scale_.Area().height(); }
   void SetScaleMode(ScaleUnit mode) { scale_.SetMode(mode, size_, PixelSize()); }
-  void SetScaleLeft(double left) { scale_.SetLeft(left); }
-  void SetScaleTop(double top) { scale_.SetTop(top); }
   void SetScaleWidth(double width) { scale_.SetWidth(width); }
   void SetScaleHeight(double height) { scale_.SetHeight(height); }
   // User scale by its top left and bottom right corner.
@@ -45,15 +42,11 @@ class PictureBox : public DrawingTools {
 
   // All coordinates in user units. A shape with a coordinate that is not finite is left out.
   void Line(QPointF from, QPointF to, Colour colour);
-  void LineBox(QPointF from, QPointF to, Colour colour);        // filled by FillStyle
   void LineFilledBox(QPointF from, QPointF to, Colour colour);  // filled with the pen's colour
   void Circle(QPointF centre, double radius, Colour colour);    // filled by FillStyle
   // Counter-clockwise from `start` to `end`, radians from +x; equal angles draw nothing. Never
   // filled.
   void Circle(QPointF centre, double radius, Colour colour, double start, double end);
-  // In device pixels of PixelSize(), outlined with ForeColor, filled by FillStyle. At least one
-  // point.
-  void Polygon(const QPolygon& points);
 
   // While AutoRedraw is on, drawings belong to the image. While it is off they are shown over it
   // until the next Cls, and Cls clears them alone.
@@ -68,8 +61,6 @@ class PictureBox : public DrawingTools {
 
   // Ground, background picture and the drawings that belong to the image.
   Picture Image() const;
-  // The same in pixels, PixelSize() of them, with the application's palette.
-  QImage Raster() const;
 
   // The drawings of the image, in the order they were made, and those drawn over it.
   const std::vector<Drawing>& Drawings() const { return drawings_; }
@@ -81,13 +72,11 @@ class PictureBox : public DrawingTools {
   // Called after every change of what is seen.
   void OnChange(std::function<void()> call) { onChange_ = std::move(call); }
 
-  // A point of the picture, given as parts of its width and height (0 to 1), in user units, and
-  // back.
-  QPointF UserPoint(QPointF part) const;
+  // A point given in user units, as parts of the picture's width and height (0 to 1).
   QPointF PartPoint(QPointF user) const;
 
  private:
-  void Draw(Shape shape, Pen pen, Fill fill, const QRectF& scale);
+  void Draw(Shape shape, Pen pen, Fill fill);
   void Changed();
 
   QSizeF size_;

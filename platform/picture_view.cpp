@@ -32,12 +32,6 @@ QRectF PictureView::PictureArea() const {
   return {corner / pixels, whole / pixels};
 }
 
-QPointF PictureView::UserPoint(QPointF position) const {
-  const QRectF area = PictureArea();
-  return box_.UserPoint(
-      {(position.x() - area.left()) / area.width(), (position.y() - area.top()) / area.height()});
-}
-
 QSize PictureView::sizeHint() const {
   return {600, 400};
 }

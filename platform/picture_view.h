@@ -25,9 +25,6 @@ class PictureView : public QWidget {
   // Where the picture lies in the widget.
   QRectF PictureArea() const;
 
-  // A point of the widget (of a mouse event, say) in the picture's user units.
-  QPointF UserPoint(QPointF position) const;
-
   QSize sizeHint() const override;
 
  protected:

@@ -65,7 +65,7 @@ void RasterBox::Polygon(std::span<const QPoint> points) {
   assert(!points.empty());
   if (FillStyle() == FillKind::Solid) filler_.Fill(image_, points, PixelColour(FillColor()));
   if (DrawStyle() == LineStyle::None) return;
-  const Stroke stroke = StrokeOf(ForeColor());
+  const Stroke stroke = StrokeOf(kBlack);
   QPoint last = points.back();
   for (const QPoint& point : points) {
     DrawStroke(image_, last, point, stroke);

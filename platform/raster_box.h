@@ -38,7 +38,7 @@ class RasterBox : public DrawingTools {
 
   // In user units, without smoothing. A line with a coordinate that is not finite is left out.
   void Line(QPointF from, QPointF to, Colour colour);
-  // In device pixels, outlined with ForeColor, filled by FillStyle. At least one point.
+  // In device pixels, outlined in black, filled by FillStyle. At least one point.
   void Polygon(std::span<const QPoint> points);
   void Cls();
 

@@ -29,16 +29,6 @@ void UserScale::Set(double x1, double y1, double x2, double y2) {
   area_ = QRectF(x1, y1, x2 - x1, y2 - y1);
 }
 
-void UserScale::SetLeft(double left) {
-  mode_ = ScaleUnit::User;
-  area_.moveLeft(left);
-}
-
-void UserScale::SetTop(double top) {
-  mode_ = ScaleUnit::User;
-  area_.moveTop(top);
-}
-
 void UserScale::SetWidth(double width) {
   mode_ = ScaleUnit::User;
   area_.setWidth(width);

@@ -24,9 +24,7 @@ class UserScale {
   // User scale by its top left and bottom right corner.
   void Set(double x1, double y1, double x2, double y2);
 
-  // User scale, one number of it. Moving an edge leaves width and height as they are.
-  void SetLeft(double left);
-  void SetTop(double top);
+  // User scale, one number of it.
   void SetWidth(double width);
   void SetHeight(double height);
 

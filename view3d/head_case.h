@@ -12,8 +12,9 @@ struct HeadCase {
   bool perBodyWeight = false;  // legend: 7000 m^-2 per body weight at the top, or else 4 MPa
 };
 
-// `thetaPolText` is what the results panel shows as "Theta-pol", degrees; a text that is no number
-// counts as 0.
+// `thetaPolText` is what the results panel shows as "Theta-pol", degrees: the head has the pole
+// where the panel says it is, truncated to two decimals, and not where the record has it. A text
+// that is no number counts as 0.
 HeadCase HeadCaseOf(const CaseRecord& record, const QString& thetaPolText);
 
 // The edge angle in whole degrees, rounded down. An angle that was typed in whole degrees gives

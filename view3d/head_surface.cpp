@@ -153,8 +153,7 @@ void AddCorners(Polygon& polygon, const SampledSurface& surface, std::size_t row
 
 // `setFill` is called before each facet is drawn.
 template <class SetFill>
-bool DrawFacets(Polygon& polygon, const SampledSurface& surface, const RowCalls& calls,
-                const SetFill& setFill) {
+void DrawFacets(Polygon& polygon, const SampledSurface& surface, const SetFill& setFill) {
   for (std::size_t row = 1; row <= surface.facetRows; ++row) {
     for (std::size_t column = 1; column <= surface.facetColumns; ++column) {
       if (!surface.IsFacing(row, column)) continue;
@@ -162,9 +161,7 @@ bool DrawFacets(Polygon& polygon, const SampledSurface& surface, const RowCalls&
       setFill(row, column);
       polygon.draw();
     }
-    if (!calls.mayGoOn()) return false;
   }
-  return true;
 }
 
 RowPlacer PlacerOf(const RasterBox& picture, const TurnMatrix& turn) {
@@ -191,8 +188,8 @@ float DrawingRadius(const RasterBox& picture) {
 }
 
 // Both loops begin a whole turn late, which sines and cosines do not see but single precision does.
-std::optional<SampledSurface> SampleSphere(const RasterBox& picture, const HeadView& view,
-                                           const RowCalls& calls) {
+SampledSurface SampleSphere(const RasterBox& picture, const HeadView& view,
+                            const RowCall& beforeRow) {
   const float step = StepOf(view.sphereSteps);
   const auto wideStep = static_cast<double>(step);
   const auto radius = static_cast<double>(view.radius);
@@ -202,17 +199,16 @@ std::optional<SampledSurface> SampleSphere(const RasterBox& picture, const HeadV
   const RowPlacer placer = PlacerOf(picture, turn);
   SampledSurface surface = MakeSurface(view.sphereSteps, 2 * view.sphereSteps);
   for (std::size_t i = 0; i < polar.size(); ++i) {
-    calls.beforeSampledRow();
+    beforeRow();
     const double ring = radius * polar[i].sine;
     placer.Place(surface, i + 1, azimuth, {ring, 0, 0}, {0, 0, ring},
                  {0, radius * polar[i].cosine, 0});
-    if (!calls.mayGoOn()) return std::nullopt;
   }
   return surface;
 }
 
-std::optional<SampledSurface> SampleArea(const RasterBox& picture, const HeadView& view,
-                                         const RowCalls& calls) {
+SampledSurface SampleArea(const RasterBox& picture, const HeadView& view,
+                          const RowCall& beforeRow) {
   const float step = StepOf(view.areaSteps);
   const auto wideStep = static_cast<double>(step);
   const auto radius = static_cast<double>(view.radius);
@@ -224,32 +220,30 @@ std::optional<SampledSurface> SampleArea(const RasterBox& picture, const HeadVie
   const StressField field(view, step, columns);
   SampledSurface surface = MakeSurface(view.areaSteps, view.areaSteps);
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    calls.beforeSampledRow();
+    beforeRow();
     placer.Place(surface, i + 1, columns, {-radius * rows[i].sine, 0, radius * rows[i].cosine},
                  {0, radius, 0}, {});
     field.StoreRow(surface, i + 1, rows[i].value);
-    if (!calls.mayGoOn()) return std::nullopt;
   }
   return surface;
 }
 
-bool DrawSphere(RasterBox& picture, Polygon& polygon, HeadView& view, const RowCalls& calls) {
+void DrawSphere(RasterBox& picture, Polygon& polygon, HeadView& view, const RowCall& beforeRow) {
   polygon.Device(picture);
   view.radius = DrawingRadius(picture);
-  const std::optional<SampledSurface> surface = SampleSphere(picture, view, calls);
-  if (!surface) return false;
+  const SampledSurface surface = SampleSphere(picture, view, beforeRow);
   picture.Cls();
-  return DrawFacets(polygon, *surface, calls, [](std::size_t, std::size_t) {});
+  DrawFacets(polygon, surface, [](std::size_t, std::size_t) {});
 }
 
-bool DrawArea(RasterBox& picture, Polygon& polygon, const HeadView& view, const RowCalls& calls) {
+void DrawArea(RasterBox& picture, Polygon& polygon, const HeadView& view,
+              const RowCall& beforeRow) {
   polygon.Device(picture);
-  const std::optional<SampledSurface> surface = SampleArea(picture, view, calls);
-  if (!surface) return false;
+  const SampledSurface surface = SampleArea(picture, view, beforeRow);
   const BandColours colours;
   picture.SetFillStyle(FillKind::Solid);
-  return DrawFacets(polygon, *surface, calls, [&](std::size_t row, std::size_t column) {
-    picture.SetFillColor(colours.Of(surface->stress(row, column)));
+  DrawFacets(polygon, surface, [&](std::size_t row, std::size_t column) {
+    picture.SetFillColor(colours.Of(surface.stress(row, column)));
   });
 }
 

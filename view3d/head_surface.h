@@ -9,7 +9,6 @@
 #include <array>
 #include <cstddef>
 #include <functional>
-#include <optional>
 #include <stdexcept>
 #include <vector>
 
@@ -30,13 +29,8 @@ struct HeadView {
   std::array<float, 3> exclusionBounds{};
 };
 
-// What goes on beside a long drawing.
-struct RowCalls {
-  std::function<void()> beforeSampledRow = [] {};
-  // Called between rows; false abandons the drawing at once. Whatever the call has destroyed is not
-  // touched any more.
-  std::function<bool()> mayGoOn = [] { return true; };
-};
+// Called before each row of points, to tell how far the drawing is.
+using RowCall = std::function<void()>;
 
 // Numbers by (row, column), both from 0.
 class Grid {
@@ -80,19 +74,20 @@ float ScreenY(const RasterBox& picture, double y);
 // One quarter of the larger side of the picture.
 float DrawingRadius(const RasterBox& picture);
 
-// Empty when abandoned. `view.radius` must be set.
-std::optional<SampledSurface> SampleSphere(const RasterBox& picture, const HeadView& view,
-                                           const RowCalls& calls);
-std::optional<SampledSurface> SampleArea(const RasterBox& picture, const HeadView& view,
-                                         const RowCalls& calls);
+// `view.radius` must be set.
+SampledSurface SampleSphere(
+    const RasterBox& picture, const HeadView& view, const RowCall& beforeRow = [] {});
+SampledSurface SampleArea(
+    const RasterBox& picture, const HeadView& view, const RowCall& beforeRow = [] {});
 
 // Clears the picture, sets the view's radius and draws the sphere with the picture's pen and fill.
-// Gives false when abandoned; so does DrawArea.
-bool DrawSphere(RasterBox& picture, Polygon& polygon, HeadView& view, const RowCalls& calls);
+void DrawSphere(
+    RasterBox& picture, Polygon& polygon, HeadView& view, const RowCall& beforeRow = [] {});
 
 // Draws the area over the sphere with the picture's pen. The picture is left with the fill of the
 // last facet.
-bool DrawArea(RasterBox& picture, Polygon& polygon, const HeadView& view, const RowCalls& calls);
+void DrawArea(
+    RasterBox& picture, Polygon& polygon, const HeadView& view, const RowCall& beforeRow = [] {});
 
 // The pole of the stress and a point farther out on its ray, on the screen.
 struct PoleMark {

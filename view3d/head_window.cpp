@@ -1,10 +1,10 @@
 // Loading and drawing of the 3D view.
 #include "view3d/head_window.h"
 
+#include <QBuffer>
 #include <QCloseEvent>
-#include <QCoreApplication>
 #include <QGuiApplication>
-#include <QPointer>
+#include <QImageWriter>
 #include <QShowEvent>
 #include <QSignalBlocker>
 #include <algorithm>
@@ -12,14 +12,12 @@
 #include <utility>
 
 #include "case/number_text.h"
-#include "view3d/bitmap_file.h"
+#include "storage/whole_file.h"
 #include "view3d/head_words.h"
 
 namespace {
 
 constexpr float kPi = std::numbers::pi_v<float>;
-constexpr float kTickTurn = kPi / 30.0F;
-constexpr int kUnansweredTime = 20;  // ms that a drawing may go on without events being handled
 constexpr Colour kFirstSphereColour = 0xD0D8D8;
 const QLatin1String kCaption("3D vizualization TELMARION");
 const QLatin1String kExtra("Extra");
@@ -57,6 +55,17 @@ void PlaceLabel(QLabel& label, QPointF centre) {
              std::clamp(corner.y(), 0, std::max(0, room.height())));
 }
 
+// The writer makes 24 bits a pixel of an image that has 32 and no transparency. Gives what to tell
+// the user when it failed: the file and the reason.
+QString WriteBitmapFile(const QImage& image, const QString& path) {
+  QBuffer bytes;
+  bytes.open(QIODevice::WriteOnly);
+  QImageWriter writer(&bytes, "bmp");
+  const bool made = writer.write(image.convertToFormat(QImage::Format_RGB32));
+  const QString reason = made ? WriteWholeFile(path, bytes.data()) : writer.errorString();
+  return reason.isEmpty() ? QString() : QStringLiteral("%1: %2").arg(path, reason);
+}
+
 }  // namespace
 
 FormGula::FormGula(HeadWindowNeeds needs, QWidget* parent)
@@ -68,28 +77,30 @@ FormGula::FormGula(HeadWindowNeeds needs, QWidget* parent)
   setWindowTitle(kCaption);
   timer_->setObjectName(QStringLiteral("Timer1"));
   timer_->setInterval(kDragInterval);
-  controls_.picTest->setMouseTracking(true);
-  controls_.picTest->installEventFilter(this);
+  controls_.picture->setMouseTracking(true);
+  controls_.picture->installEventFilter(this);
   FollowPalette(controls_, palette());
   Connect();
 }
 
 void FormGula::Connect() {
-  for (const QComboBox* list : {controls_.Combo1, controls_.Combo2}) {
+  for (const QComboBox* list : {controls_.resolutionOfSphere, controls_.resolutionOfArea}) {
     connect(list, &QComboBox::activated, this, &FormGula::RedrawFully);
   }
-  for (const QCheckBox* check : {controls_.Check1, controls_.Check2, controls_.Check3}) {
+  for (const QCheckBox* check :
+       {controls_.outlinesOfSphere, controls_.outlinesOfArea, controls_.showPole}) {
     connect(check, &QCheckBox::toggled, this, &FormGula::RedrawFully);
   }
-  connect(controls_.picTest, &RasterView::Cleared, this, &FormGula::RedrawLater);
+  // The picture is cleared from inside the layout of the window; it is drawn when that is done.
+  connect(controls_.picture, &RasterView::Cleared, this, &FormGula::RedrawFully,
+          Qt::QueuedConnection);
   connect(timer_, &QTimer::timeout, this, &FormGula::Tick);
-  connect(controls_.Command1, &QPushButton::clicked, this, &FormGula::SavePicture);
+  connect(controls_.savePicture, &QPushButton::clicked, this, &FormGula::SavePicture);
 }
 
 void FormGula::CaseComputed() {
-  computed_ = HeadCaseOf(needs_.record, needs_.thetaPolText());
-  if (!loaded_) return;
   ReadCase();
+  computed_ = true;
   if (!dragging_) RedrawFully();
 }
 
@@ -117,48 +128,50 @@ void FormGula::changeEvent(QEvent* event) {
 void FormGula::Load() {
   loaded_ = true;
   view_.angles = {0.0F, 0.0F, kPi};  // the loaded area faces the user
-  RasterBox& picture = controls_.picTest->Box();
+  RasterBox& picture = controls_.picture->Box();
   picture.SetScaleMode(ScaleUnit::Pixels);
   picture.SetFillStyle(FillKind::Solid);
   picture.SetFillColor(kFirstSphereColour);
-  controls_.picTest->setCursor(Qt::OpenHandCursor);
-  for (QComboBox* list : {controls_.Combo1, controls_.Combo2}) FillList(*list);
-  for (QCheckBox* check : {controls_.Check1, controls_.Check2, controls_.Check3}) Clear(*check);
-  controls_.LabelP->hide();
-  ReadCase();
+  controls_.picture->setCursor(Qt::OpenHandCursor);
+  for (QComboBox* list : {controls_.resolutionOfSphere, controls_.resolutionOfArea})
+    FillList(*list);
+  for (QCheckBox* check :
+       {controls_.outlinesOfSphere, controls_.outlinesOfArea, controls_.showPole})
+    Clear(*check);
+  controls_.poleLabel->hide();
+  if (!computed_) ReadCase();
   RedrawFully();
   DrawAxesAndLabels();
-  DrawLegend(controls_.Mierka->Box());
+  DrawLegend(controls_.legend->Box());
 }
 
 // A window that the click of a drag has brought to the front keeps that drag.
 void FormGula::Activate() {
   if (!loaded_) return;
-  ReadCase();
+  if (!computed_) ReadCase();
   if (dragging_ && QGuiApplication::mouseButtons() != Qt::NoButton) return;
   view_.exclusionBounds = {};
   if (dragging_) TurnByDrag();  // without what a tick has added
   dragging_ = false;
   timer_->stop();
-  controls_.picTest->setCursor(Qt::OpenHandCursor);
+  controls_.picture->setCursor(Qt::OpenHandCursor);
   RedrawFully();
 }
 
-// Without CaseComputed the record is all there is to know.
 void FormGula::ReadCase() {
-  view_.headCase = computed_ ? *computed_ : HeadCaseOf(needs_.record, needs_.thetaPolText());
+  view_.headCase = needs_.headCase();
   ShowLegendCaptions();
   TellCase();
 }
 
 // What the pictures show, for a screen reader.
 void FormGula::TellCase() {
-  controls_.picTest->setAccessibleDescription(HeadWords(view_.headCase, needs_.locale));
-  controls_.Mierka->setAccessibleDescription(LegendWords(view_.headCase));
+  controls_.picture->setAccessibleDescription(HeadWords(view_.headCase, needs_.locale));
+  controls_.legend->setAccessibleDescription(LegendWords(view_.headCase));
 }
 
 void FormGula::TellTurn() {
-  controls_.CoorPic->setAccessibleDescription(TurnWords(view_.angles, needs_.locale));
+  controls_.axes->setAccessibleDescription(TurnWords(view_.angles, needs_.locale));
 }
 
 void FormGula::ShowLegendCaptions() {
@@ -174,117 +187,61 @@ void FormGula::ShowLegendCaptions() {
 }
 
 void FormGula::ReadResolutions() {
-  view_.sphereSteps = StepsOf(controls_.Combo1->currentText());
-  view_.areaSteps = StepsOf(controls_.Combo2->currentText());
-}
-
-void FormGula::RedrawFully() {
-  if (!loaded_) return;
-  ReadResolutions();
-  showsProgress_ = true;
-  Draw(Work::FullDrawing);
-}
-
-// The picture is cleared from inside the layout of the window, which does not bear that a long
-// drawing handles events there. A drawing that is being made only notes that it has to give way.
-void FormGula::RedrawLater() {
-  if (drawing_) return RedrawFully();
-  QMetaObject::invokeMethod(this, &FormGula::RedrawFully, Qt::QueuedConnection);
-}
-
-void FormGula::Draw(Work work) {
-  pending_ = work;
-  if (drawing_) return;
-  drawing_ = true;
-  const QPointer<FormGula> self(this);
-  while (self && pending_ != Work::None) {
-    if (std::exchange(pending_, Work::None) == Work::FullDrawing) {
-      DrawFully();
-    } else {
-      DrawDragStep();
-    }
-  }
-  if (!self) return;
-  drawing_ = false;
-  // A full drawing that gave way to a drag step has left these as they were.
-  controls_.progress->setValue(0);
-  setWindowTitle(kCaption);
+  view_.sphereSteps = StepsOf(controls_.resolutionOfSphere->currentText());
+  view_.areaSteps = StepsOf(controls_.resolutionOfArea->currentText());
 }
 
 // The bar counts two for each row but is raised by one. Deliberate: it ends half full.
-bool FormGula::DrawFully() {
+void FormGula::RedrawFully() {
+  if (!loaded_) return;
+  ReadResolutions();
   controls_.progress->setRange(0, 2 * (view_.sphereSteps + view_.areaSteps));
   controls_.progress->setValue(0);
   setWindowTitle(kCaption + QStringLiteral(" - computing"));
-  if (!DrawSurfaces()) return false;
+  DrawSurfaces(OutlineOf(*controls_.resolutionOfSphere, *controls_.outlinesOfSphere),
+               OutlineOf(*controls_.resolutionOfArea, *controls_.outlinesOfArea));
   DrawPoleAndLabel();
-  controls_.picTest->ShowDrawing();
+  controls_.picture->ShowDrawing();
   controls_.progress->setValue(0);
   setWindowTitle(kCaption);
-  return true;
 }
 
-bool FormGula::DrawSurfaces() {
-  RasterBox& picture = controls_.picTest->Box();
-  RowCalls calls;
-  calls.mayGoOn = [this] { return MayGoOn(); };
-  if (showsProgress_) {
-    calls.beforeSampledRow = [bar = controls_.progress] { bar->setValue(bar->value() + 1); };
-  }
-  sinceEvents_.start();
-  picture.SetDrawStyle(OutlineOf(*controls_.Combo1, *controls_.Check1));
-  if (!DrawSphere(picture, polygon_, view_, calls)) return false;
-  picture.SetDrawStyle(OutlineOf(*controls_.Combo2, *controls_.Check2));
-  return DrawArea(picture, polygon_, view_, calls);
-}
-
-// The window answers during a long drawing. Mouse and keys wait until it has ended, so that no
-// command runs inside another; what else asks for a drawing meanwhile makes this one give way.
-bool FormGula::MayGoOn() {
-  if (sinceEvents_.elapsed() < kUnansweredTime) return true;
-  const QPointer<FormGula> self(this);
-  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-  if (!self) return false;
-  sinceEvents_.restart();
-  return pending_ == Work::None;
-}
-
-// The third angle goes on a little after the drawing, until the next step sets it. Deliberate.
-void FormGula::DrawDragStep() {
-  RasterBox& picture = controls_.picTest->Box();
-  TurnByDrag();
-  picture.SetDrawStyle(LineStyle::Solid);
-  DrawSphere(picture, polygon_, view_, {});
-  DrawArea(picture, polygon_, view_, {});
-  controls_.picTest->ShowDrawing();
-  DrawAxesAndLabels();
-  view_.angles.third += kTickTurn;
+// The bar paints itself at once when it has risen enough to be seen. During a drag it rests.
+void FormGula::DrawSurfaces(LineStyle outlinesOfSphere, LineStyle outlinesOfArea) {
+  RasterBox& picture = controls_.picture->Box();
+  const RowCall beforeRow = [this] {
+    if (!dragging_) controls_.progress->setValue(controls_.progress->value() + 1);
+  };
+  picture.SetDrawStyle(outlinesOfSphere);
+  DrawSphere(picture, polygon_, view_, beforeRow);
+  picture.SetDrawStyle(outlinesOfArea);
+  DrawArea(picture, polygon_, view_, beforeRow);
 }
 
 // Behind the head the pole is not drawn, and its label stays as it was.
 void FormGula::DrawPoleAndLabel() {
   constexpr double kBehind = -0.01;
-  RasterBox& picture = controls_.picTest->Box();
+  RasterBox& picture = controls_.picture->Box();
   const PoleMark mark = FindPole(picture, view_);
   if (mark.depth <= kBehind) return;
-  const bool wanted = controls_.Check3->isChecked();
+  const bool wanted = controls_.showPole->isChecked();
   if (wanted) {
-    PlaceLabel(*controls_.LabelP, mark.outer / picture.PixelRatio());
+    PlaceLabel(*controls_.poleLabel, mark.outer / picture.PixelRatio());
     DrawPole(picture, mark);
   }
-  controls_.LabelP->setVisible(wanted);
+  controls_.poleLabel->setVisible(wanted);
 }
 
 void FormGula::DrawAxesAndLabels() {
-  PlaceAxisLabels(DrawAxes(controls_.CoorPic->Box(), view_.angles));
+  PlaceAxisLabels(DrawAxes(controls_.axes->Box(), view_.angles));
   TellTurn();
 }
 
 // Beside the ends of the axes. Where two ends coincide, the later label stands beside the earlier.
 void FormGula::PlaceAxisLabels(const std::array<QPointF, 3>& ends) {
   constexpr double kOffset = 0.1 * kAxisLength;
-  const std::array<QLabel*, 3> labels = {controls_.Labelx, controls_.Labely, controls_.Labelz};
-  const QRect picture = controls_.CoorPic->geometry();
+  const std::array<QLabel*, 3> labels = {controls_.axisX, controls_.axisY, controls_.axisZ};
+  const QRect picture = controls_.axes->geometry();
   for (std::size_t i = 0; i < labels.size(); ++i) {
     const QPointF place = (ends[i] + QPointF(-kOffset, kOffset)) * picture.width();
     QRect area(picture.topLeft() + place.toPoint(), labels[i]->sizeHint());
@@ -307,6 +264,6 @@ void FormGula::SavePicture() {
 
 // With the label of the pole, as it is seen.
 void FormGula::WriteBitmap(const QString& path) {
-  const QString failure = WriteBitmapFile(controls_.picTest->grab().toImage(), path);
+  const QString failure = WriteBitmapFile(controls_.picture->grab().toImage(), path);
   if (!failure.isEmpty()) needs_.messages.ShowError(this, failure, QStringLiteral("Error"));
 }

@@ -2,16 +2,13 @@
 // mouse and saves as a bitmap.
 #pragma once
 
-#include <QElapsedTimer>
 #include <QLocale>
 #include <QMainWindow>
 #include <QPointF>
 #include <QTimer>
 #include <array>
 #include <functional>
-#include <optional>
 
-#include "case/case_record.h"
 #include "platform/file_dialog.h"
 #include "platform/message_door.h"
 #include "view3d/head_surface.h"
@@ -20,9 +17,7 @@
 
 // What the window needs of the rest of the program. All of it outlives the window.
 struct HeadWindowNeeds {
-  const CaseRecord& record;
-  // What the results panel shows as "Theta-pol": degrees, truncated, in the locale's way.
-  std::function<QString()> thetaPolText;
+  std::function<HeadCase()> headCase;  // the case as it is now
   MessageDoor& messages;
   FileDialog& files;
   QLocale locale;
@@ -34,7 +29,7 @@ class FormGula : public QMainWindow {
   explicit FormGula(HeadWindowNeeds needs, QWidget* parent = nullptr);
 
   // To be called whenever stresses have been computed and shown. A case that the model refuses is
-  // not shown: the view stays with the last case of this call.
+  // shown only before the first call; afterwards the view stays with the case of the last one.
   void CaseComputed();
 
   const HeadView& View() const { return view_; }
@@ -44,13 +39,12 @@ class FormGula : public QMainWindow {
   void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
-  // A frame around picTest while it has the focus.
+  // A frame around the picture while it has the focus.
   void paintEvent(QPaintEvent* event) override;
-  // The mouse over picTest, and the keys while it has the focus.
+  // The mouse over the picture, and the keys while it has the focus.
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  enum class Work { None, DragStep, FullDrawing };
   static constexpr int kDragInterval = 500;  // ms
 
   void Connect();
@@ -61,17 +55,12 @@ class FormGula : public QMainWindow {
   void TellCase();
   void ReadResolutions();
 
-  // Draws now; while a drawing is being made, abandons that one and draws as soon as it has let go.
-  void Draw(Work work);
-  // False when abandoned; the window may then be gone.
-  bool DrawFully();
-  bool DrawSurfaces();
-  void DrawDragStep();
+  void RedrawFully();
+  void DrawSurfaces(LineStyle outlinesOfSphere, LineStyle outlinesOfArea);
   void DrawPoleAndLabel();
   void DrawAxesAndLabels();
   void TellTurn();
   void PlaceAxisLabels(const std::array<QPointF, 3>& ends);
-  bool MayGoOn();
 
   void PressMouse(QPointF pixel);
   void MoveMouse(QPointF pixel);
@@ -80,8 +69,6 @@ class FormGula : public QMainWindow {
   bool TurnByKey(const QKeyEvent& key);
   void Tick();
 
-  void RedrawFully();
-  void RedrawLater();
   void SavePicture();
   void WriteBitmap(const QString& path);
 
@@ -90,18 +77,13 @@ class FormGula : public QMainWindow {
   QTimer* timer_;
   Polygon polygon_;
   HeadView view_;
-  std::optional<HeadCase> computed_;  // of the last case that the model did not refuse
+  bool computed_ = false;  // CaseComputed has been called
   bool loaded_ = false;
 
-  // While the mouse turns the head. Positions in device pixels of picTest.
+  // While the mouse turns the head. Positions in device pixels of the picture.
   bool dragging_ = false;
   QPointF from_;
   QPointF to_;
   float savedFirst_ = 0.0F;
   float savedThird_ = 0.0F;
-
-  Work pending_ = Work::None;
-  bool drawing_ = false;
-  bool showsProgress_ = true;
-  QElapsedTimer sinceEvents_;
 };

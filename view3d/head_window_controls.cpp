@@ -6,7 +6,7 @@
 #include <QVBoxLayout>
 
 #include "platform/choice_list.h"
-#include "platform/window_grid.h"
+#include "platform/length_units.h"
 
 namespace {
 
@@ -48,13 +48,14 @@ QComboBox* AddList(QVBoxLayout* column, const char* name, const char* caption, Q
 
 void AddResolution(QVBoxLayout* column, HeadControls& c, QWidget* window) {
   column->addWidget(Heading("Resolution", window));
-  c.Combo1 = AddList(column, "Combo1", "Articular sphere", window);
-  c.Combo2 = AddList(column, "Combo2", "Weight-bearing area", window);
+  c.resolutionOfSphere = AddList(column, "Combo1", "Articular sphere", window);
+  c.resolutionOfArea = AddList(column, "Combo2", "Weight-bearing area", window);
   column->addSpacing(kGrid);
-  c.Check1 = MakeCheck("Check1", "Outlines of the sphere", window);
-  c.Check2 = MakeCheck("Check2", "Outlines of the area", window);
-  c.Check3 = MakeCheck("Check3", "Pole of the stress", window);
-  for (QCheckBox* check : {c.Check1, c.Check2, c.Check3}) column->addWidget(check);
+  c.outlinesOfSphere = MakeCheck("Check1", "Outlines of the sphere", window);
+  c.outlinesOfArea = MakeCheck("Check2", "Outlines of the area", window);
+  c.showPole = MakeCheck("Check3", "Pole of the stress", window);
+  for (QCheckBox* check : {c.outlinesOfSphere, c.outlinesOfArea, c.showPole})
+    column->addWidget(check);
 }
 
 // With a ground of its own: it stands on the end of its axis.
@@ -70,12 +71,12 @@ void AddAxes(QVBoxLayout* column, HeadControls& c, QWidget* window) {
   column->addWidget(heading);
   auto* room = c.axesGround = new QWidget(window);
   room->setAutoFillBackground(true);
-  c.CoorPic = Named(new PictureView(room), "CoorPic", heading->text());
-  c.CoorPic->setGeometry(kColumnWidth / 2 - kAxesSize / 2, 0, kAxesSize, kAxesSize);
-  c.Labelx = MakeAxisLabel("Labelx", "x", room);
-  c.Labely = MakeAxisLabel("Labely", "y", room);
-  c.Labelz = MakeAxisLabel("Labelz", "z", room);
-  room->setFixedSize(kColumnWidth, kAxesSize + c.Labelx->sizeHint().height());
+  c.axes = Named(new PictureView(room), "CoorPic", heading->text());
+  c.axes->setGeometry(kColumnWidth / 2 - kAxesSize / 2, 0, kAxesSize, kAxesSize);
+  c.axisX = MakeAxisLabel("Labelx", "x", room);
+  c.axisY = MakeAxisLabel("Labely", "y", room);
+  c.axisZ = MakeAxisLabel("Labelz", "z", room);
+  room->setFixedSize(kColumnWidth, kAxesSize + c.axisX->sizeHint().height());
   column->addWidget(room);
 }
 
@@ -90,16 +91,16 @@ void AddLegend(QVBoxLayout* column, HeadControls& c, QWidget* window) {
   c.scaleTitle = Heading("", window);
   c.scaleTitle->setObjectName(QStringLiteral("LabelScale"));
   column->addWidget(c.scaleTitle);
-  c.Mierka = Named(new PictureView(window), "Mierka", QStringLiteral("Legend"));
-  c.Mierka->setFixedWidth(kLegendWidth);
-  c.Mierka->setMinimumHeight(kLegendHeight);
+  c.legend = Named(new PictureView(window), "Mierka", QStringLiteral("Legend"));
+  c.legend->setFixedWidth(kLegendWidth);
+  c.legend->setMinimumHeight(kLegendHeight);
   c.scaleTop = MakeScaleLabel("LabelTop", Qt::AlignTop, window);
   c.scaleMiddle = MakeScaleLabel("LabelMiddle", Qt::AlignVCenter, window);
   c.scaleBottom = MakeScaleLabel("LabelBottom", Qt::AlignBottom, window);
   auto* grid = new QGridLayout;
   grid->setHorizontalSpacing(kGrid);
   grid->setVerticalSpacing(0);
-  grid->addWidget(c.Mierka, 0, 0, 3, 1);
+  grid->addWidget(c.legend, 0, 0, 3, 1);
   grid->addWidget(c.scaleTop, 0, 1);
   grid->addWidget(c.scaleMiddle, 1, 1);
   grid->addWidget(c.scaleBottom, 2, 1);
@@ -116,8 +117,8 @@ void AddProgress(QVBoxLayout* column, HeadControls& c, QWidget* window) {
   column->addWidget(c.progress);
   column->addSpacing(kGrid);
   const QString caption = QStringLiteral("Save picture");
-  c.Command1 = Named(new QPushButton(caption, window), "Command1", caption);
-  column->addWidget(c.Command1);
+  c.savePicture = Named(new QPushButton(caption, window), "Command1", caption);
+  column->addWidget(c.savePicture);
 }
 
 QVBoxLayout* MakeColumn(HeadControls& c, QWidget* window) {
@@ -133,9 +134,9 @@ QVBoxLayout* MakeColumn(HeadControls& c, QWidget* window) {
   return column;
 }
 
-QLabel* MakePoleLabel(RasterView* picTest) {
+QLabel* MakePoleLabel(RasterView* picture) {
   const QString caption = QStringLiteral("Pole of the stress");
-  auto* label = Named(new QLabel(caption, picTest), "LabelP", caption);
+  auto* label = Named(new QLabel(caption, picture), "LabelP", caption);
   label->setAutoFillBackground(true);
   label->setMargin(2);
   label->setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -149,10 +150,10 @@ HeadControls MakeHeadControls(QMainWindow& mainWindow) {
   HeadControls c;
   auto* window = new QWidget;
   mainWindow.setCentralWidget(window);
-  c.picTest = Named(new RasterView(window), "picTest", QStringLiteral("Femoral head"));
-  c.picTest->setMinimumSize(kSmallestPicture, kSmallestPicture);
-  c.picTest->setFocusPolicy(Qt::StrongFocus);
-  c.LabelP = MakePoleLabel(c.picTest);
+  c.picture = Named(new RasterView(window), "picTest", QStringLiteral("Femoral head"));
+  c.picture->setMinimumSize(kSmallestPicture, kSmallestPicture);
+  c.picture->setFocusPolicy(Qt::StrongFocus);
+  c.poleLabel = MakePoleLabel(c.picture);
   auto* column = new QWidget(window);
   column->setFixedWidth(kColumnWidth);
   auto* layout = new QHBoxLayout(window);
@@ -161,7 +162,7 @@ HeadControls MakeHeadControls(QMainWindow& mainWindow) {
   QVBoxLayout* controls = MakeColumn(c, column);
   controls->setContentsMargins(0, 0, 0, 0);
   column->setLayout(controls);
-  layout->addWidget(c.picTest, 1);
+  layout->addWidget(c.picture, 1);
   layout->addWidget(column);
   return c;
 }
@@ -170,6 +171,6 @@ void FollowPalette(const HeadControls& controls, const QPalette& palette) {
   QPalette ground = palette;
   ground.setColor(QPalette::Window, PaintColour(kButtonFace, palette));
   ground.setColor(QPalette::WindowText, Qt::black);
-  controls.LabelP->setPalette(ground);
+  controls.poleLabel->setPalette(ground);
   controls.axesGround->setPalette(ground);
 }

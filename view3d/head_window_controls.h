@@ -14,29 +14,29 @@
 
 // All belong to the window. Object names are the system's names, accessible names the captions.
 struct HeadControls {
-  RasterView* picTest = nullptr;
-  QLabel* LabelP = nullptr;  // on picTest
+  RasterView* picture = nullptr;
+  QLabel* poleLabel = nullptr;  // on the picture
 
-  QComboBox* Combo1 = nullptr;  // resolution of the articular sphere
-  QComboBox* Combo2 = nullptr;  // resolution of the weight-bearing area
-  QCheckBox* Check1 = nullptr;  // outlines of the sphere's facets
-  QCheckBox* Check2 = nullptr;  // outlines of the area's facets
-  QCheckBox* Check3 = nullptr;  // pole of the stress
+  QComboBox* resolutionOfSphere = nullptr;
+  QComboBox* resolutionOfArea = nullptr;
+  QCheckBox* outlinesOfSphere = nullptr;
+  QCheckBox* outlinesOfArea = nullptr;
+  QCheckBox* showPole = nullptr;
 
-  QWidget* axesGround = nullptr;  // CoorPic and its labels
-  PictureView* CoorPic = nullptr;
-  QLabel* Labelx = nullptr;  // beside CoorPic's axes, over its edges where need be
-  QLabel* Labely = nullptr;
-  QLabel* Labelz = nullptr;
+  QWidget* axesGround = nullptr;  // the axes and their labels
+  PictureView* axes = nullptr;
+  QLabel* axisX = nullptr;  // beside the end of its axis, over the picture's edge where need be
+  QLabel* axisY = nullptr;
+  QLabel* axisZ = nullptr;
 
-  PictureView* Mierka = nullptr;
+  PictureView* legend = nullptr;
   QLabel* scaleTitle = nullptr;
   QLabel* scaleTop = nullptr;
   QLabel* scaleMiddle = nullptr;
   QLabel* scaleBottom = nullptr;
 
   QProgressBar* progress = nullptr;
-  QPushButton* Command1 = nullptr;
+  QPushButton* savePicture = nullptr;
 };
 
 // Makes the controls, empty, and lays them out in the window: the picture takes the space, the rest

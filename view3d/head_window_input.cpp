@@ -13,6 +13,7 @@ namespace {
 
 constexpr float kPi = std::numbers::pi_v<float>;
 constexpr float kKeyTurn = kPi / 18.0F;
+constexpr float kTickTurn = kPi / 30.0F;
 constexpr int kDragSteps = 5;    // resolution while the mouse moves
 constexpr int kQuickSteps = 70;  // resolution up to which a key that is held goes on turning
 
@@ -20,7 +21,7 @@ constexpr int kQuickSteps = 70;  // resolution up to which a key that is held go
 
 bool FormGula::eventFilter(QObject* watched, QEvent* event) {
   const auto pixel = [&] {
-    return controls_.picTest->PixelPoint(static_cast<QMouseEvent*>(event)->position());
+    return controls_.picture->PixelPoint(static_cast<QMouseEvent*>(event)->position());
   };
   switch (event->type()) {
     case QEvent::MouseButtonPress:
@@ -51,7 +52,7 @@ void FormGula::PressMouse(QPointF pixel) {
   savedThird_ = view_.angles.third;
   savedFirst_ = view_.angles.first;
   from_ = to_ = pixel;
-  controls_.picTest->setCursor(Qt::ClosedHandCursor);
+  controls_.picture->setCursor(Qt::ClosedHandCursor);
 }
 
 void FormGula::MoveMouse(QPointF pixel) {
@@ -59,13 +60,18 @@ void FormGula::MoveMouse(QPointF pixel) {
   timer_->setInterval(kDragInterval);
   to_ = pixel;
   if (!dragging_) return;
-  controls_.LabelP->hide();
+  controls_.poleLabel->hide();
   timer_->start();
   Tick();
 }
 
+// The third angle goes on a little after the drawing, until the next step sets it. Deliberate.
 void FormGula::Tick() {
-  Draw(Work::DragStep);
+  TurnByDrag();
+  DrawSurfaces(LineStyle::Solid, LineStyle::Solid);
+  controls_.picture->ShowDrawing();
+  DrawAxesAndLabels();
+  view_.angles.third += kTickTurn;
 }
 
 // A drag over the drawing radius turns the head by half a turn.
@@ -93,10 +99,10 @@ bool FormGula::TurnByKey(const QKeyEvent& key) {
 // Outside the picture, so that it is not saved with it.
 void FormGula::paintEvent(QPaintEvent* event) {
   QMainWindow::paintEvent(event);
-  if (!controls_.picTest->hasFocus()) return;
+  if (!controls_.picture->hasFocus()) return;
   constexpr int kGap = 3;  // device-independent pixels, middle of the frame to the picture
   constexpr int kWidth = 2;
-  const QWidget& picture = *controls_.picTest;
+  const QWidget& picture = *controls_.picture;
   const QRect area(picture.mapTo(this, QPoint(0, 0)), picture.size());
   QPainter painter(this);
   painter.setPen(QPen(palette().color(QPalette::Highlight), kWidth, Qt::SolidLine, Qt::SquareCap,
@@ -104,16 +110,13 @@ void FormGula::paintEvent(QPaintEvent* event) {
   painter.drawRect(QRectF(area).adjusted(-kGap, -kGap, kGap, kGap));
 }
 
-// The drag is over before the drawing begins: a timer or a click that comes while it is made finds
-// nothing half done. The progress bar rests, as during the drag.
+// The drag ends after the drawing: the progress bar rests meanwhile.
 void FormGula::ReleaseMouse() {
   if (!dragging_) return;
   TurnByDrag();
+  RedrawFully();
+  DrawAxesAndLabels();
   dragging_ = false;
   timer_->stop();
-  controls_.picTest->setCursor(Qt::OpenHandCursor);
-  ReadResolutions();
-  showsProgress_ = false;
-  DrawAxesAndLabels();
-  Draw(Work::FullDrawing);
+  controls_.picture->setCursor(Qt::OpenHandCursor);
 }

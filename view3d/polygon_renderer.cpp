@@ -4,6 +4,7 @@
 #include <cassert>
 #include <cmath>
 #include <limits>
+#include <span>
 #include <stdexcept>
 
 namespace {
@@ -29,11 +30,15 @@ float PixelsPerUnit(double pixels, float origin, float extent) {
 
 }  // namespace
 
-void Polygon::SetFactors(const QRectF& area, QSizeF pixels) {
-  originX_ = static_cast<float>(area.left());
-  originY_ = static_cast<float>(area.top());
-  pixelsPerUnitX_ = PixelsPerUnit(pixels.width(), originX_, static_cast<float>(area.width()));
-  pixelsPerUnitY_ = PixelsPerUnit(pixels.height(), originY_, static_cast<float>(area.height()));
+void Polygon::Device(RasterBox& surface) {
+  surface_ = &surface;
+  originX_ = static_cast<float>(surface.ScaleLeft());
+  originY_ = static_cast<float>(surface.ScaleTop());
+  const QSizeF pixels = surface.PixelSize();
+  pixelsPerUnitX_ =
+      PixelsPerUnit(pixels.width(), originX_, static_cast<float>(surface.ScaleWidth()));
+  pixelsPerUnitY_ =
+      PixelsPerUnit(pixels.height(), originY_, static_cast<float>(surface.ScaleHeight()));
 }
 
 std::int32_t Polygon::XToPixel(float x) const {
@@ -50,8 +55,8 @@ void Polygon::Point(float x, float y) {
 }
 
 void Polygon::draw() {
-  assert(drawOn_);
+  assert(surface_);
   if (vertices_.size() == 1) throw std::out_of_range("subscript out of range");
-  drawOn_(std::span(vertices_).subspan(1));
+  surface_->Polygon(std::span(vertices_).subspan(1));
   vertices_.resize(1);
 }

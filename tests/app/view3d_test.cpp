@@ -1,6 +1,8 @@
 // The 3D view from the main window's button.
 #include <gtest/gtest.h>
 
+#include <numbers>
+
 #include "tests/support/running_program.h"
 
 namespace {
@@ -15,6 +17,15 @@ TEST(View3D, OpensFromTheButtonOnceThereIsACase) {
   ASSERT_NE(program.window.HeadView(), nullptr);
   EXPECT_TRUE(program.window.HeadView()->isVisible());
   EXPECT_NEAR(program.window.HeadView()->View().headCase.scalePeak, 51.671, 0.001);
+}
+
+// The model has it at 16.4157...°.
+TEST(View3D, HasThePoleWhereTheResultsPanelHasIt) {
+  RunningProgram program;
+  program.ConfirmDefaultCase();
+  program.window.View3D();
+  EXPECT_NEAR(program.window.HeadView()->View().headCase.poleAngle,
+              16.41 * std::numbers::pi / 180.0, 1e-9);
 }
 
 TEST(View3D, FollowsTheCaseWhileItIsOpen) {

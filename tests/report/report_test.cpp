@@ -240,10 +240,11 @@ TEST(Report, LeavesTheScreensDiagramAlone) {
   PictureBox picture;
   Vizual::DiagramLabels labels;
   Vizual::DrawCaseDiagram(record, true, Vizual::Target::Screen(picture, labels));
-  const QImage before = picture.Raster();
+  const auto pixels = [&] { return picture.Image().ToImage({600, 400}, 1.0, QPalette()); };
+  const QImage before = pixels();
   const QString caption = labels.stressLegend.caption;
   PrintedReport(record, German());
-  EXPECT_EQ(picture.Raster(), before);
+  EXPECT_EQ(pixels(), before);
   EXPECT_EQ(labels.stressLegend.caption, caption);
   EXPECT_EQ(labels.stressLegend.backColor, kButtonFace);
 }

@@ -18,8 +18,8 @@ class HeadWindowTest : public testing::Test {
   void Open(const CaseRecord& record = head_cases::Default(70.0)) {
     record_ = record;
     poleText_ = head_cases::PoleText(record_);
-    form_ = std::make_unique<FormGula>(
-        HeadWindowNeeds{record_, [this] { return poleText_; }, messages_, files_, QLocale::c()});
+    form_ = std::make_unique<FormGula>(HeadWindowNeeds{
+        [this] { return HeadCaseOf(record_, poleText_); }, messages_, files_, QLocale::c()});
     form_->resize(700, 600);
     form_->show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(form_.get()));

@@ -28,9 +28,9 @@ class OutlineTest : public HeadWindowTest, public testing::WithParamInterface<Ou
     HeadView view = View();
     Polygon polygon;
     picture.SetDrawStyle(sphere);
-    EXPECT_TRUE(DrawSphere(picture, polygon, view, {}));
+    DrawSphere(picture, polygon, view);
     picture.SetDrawStyle(area);
-    EXPECT_TRUE(DrawArea(picture, polygon, view, {}));
+    DrawArea(picture, polygon, view);
     DrawPole(picture, FindPole(picture, view));
     return picture.Image().copy();
   }

@@ -35,9 +35,9 @@ TEST_P(HeadPictureTest, IsTheAcceptedOne) {
   view.headCase = HeadCaseOf(record, head_cases::PoleText(record));
   Polygon polygon;
   picture.SetDrawStyle(row.sphere);
-  ASSERT_TRUE(DrawSphere(picture, polygon, view, {}));
+  DrawSphere(picture, polygon, view);
   picture.SetDrawStyle(row.area);
-  ASSERT_TRUE(DrawArea(picture, polygon, view, {}));
+  DrawArea(picture, polygon, view);
   if (const PoleMark mark = FindPole(picture, view); mark.depth > 0.0) DrawPole(picture, mark);
   ExpectGoldenPicture(picture.Image(), "tests/view3d/golden", QString::fromStdString(row.name));
 }

@@ -61,8 +61,8 @@ void SaveAll(const QDir& folder) {
   const CaseRecord record = head_cases::Default(70.0);
   DialogMessageDoor messages;
   SystemFileDialog files;
-  FormGula form(
-      {record, [&] { return head_cases::PoleText(record); }, messages, files, QLocale::c()});
+  FormGula form({[&] { return HeadCaseOf(record, head_cases::PoleText(record)); }, messages, files,
+                 QLocale::c()});
   form.show();
   if (!QTest::qWaitForWindowActive(&form)) GiveUp("does not come to the front:", "the 3D view");
   pictures.Save(form, "opened");

@@ -1,5 +1,5 @@
-// The window of the 3D view: controls, legend, resolutions, drawings and what interrupts them.
-#include <QThread>
+// The window of the 3D view: controls, legend, resolutions and drawings.
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -137,6 +137,32 @@ TEST_F(HeadWindowTest, ProgressCountsTheRowsUnderItsOwnCaption) {
   EXPECT_EQ(form_->windowTitle(), kCaption);
 }
 
+// Notes what the bar shows whenever it is painted.
+class PaintedValues : public QObject {
+ public:
+  explicit PaintedValues(QProgressBar* bar) : bar_(bar) { bar_->installEventFilter(this); }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Paint) values_.append(bar_->value());
+    return QObject::eventFilter(watched, event);
+  }
+  const QList<int>& Values() const { return values_; }
+
+ private:
+  QProgressBar* bar_;
+  QList<int> values_;
+};
+
+TEST_F(HeadWindowTest, TheBarIsSeenToRiseWhileTheDrawingIsMade) {
+  Open();
+  const PaintedValues painted(Find<QProgressBar>("ProgressBar"));
+  form_->CaseComputed();
+  const QList<int>& values = painted.Values();
+  ASSERT_GE(values.size(), 10);
+  EXPECT_TRUE(std::is_sorted(values.begin(), values.end() - 1));
+  EXPECT_GE(values[values.size() - 2], 20) << "up to the last rows";
+  EXPECT_EQ(values.last(), 0);
+}
+
 TEST_F(HeadWindowTest, ThePoleIsMarkedOnRequest) {
   Open();
   const QImage without = Image().copy();
@@ -192,6 +218,15 @@ TEST_F(HeadWindowTest, ARefusedCaseLeavesTheLastComputedOne) {
   QApplication::sendEvent(form_.get(), &activation);
   EXPECT_EQ(Image(), before);
   EXPECT_EQ(Find<QLabel>("LabelTop")->text(), "4 MPa");
+}
+
+TEST_F(HeadWindowTest, BeforeAnyComputedCaseActivationReadsTheCaseAnew) {
+  Open();
+  record_ = head_cases::Default(0.0, 10.0);
+  QEvent activation(QEvent::ActivationChange);
+  QApplication::sendEvent(form_.get(), &activation);
+  EXPECT_EQ(Find<QLabel>("LabelTop")->text(), "7000 m^-2");
+  EXPECT_DOUBLE_EQ(View().headCase.edgeAngle, record_.geometry.thetaCE);
 }
 
 TEST_F(HeadWindowTest, OpenedAgainItStartsAfresh) {
@@ -287,79 +322,47 @@ TEST_F(HeadWindowTest, AxisLabelsStandBesideTheirAxes) {
   Release({160, 140});
 }
 
-// A drawing that takes its time, by a test that waits at every step of the bar.
-class SlowDrawingTest : public HeadWindowTest {
+class FinestDrawingTest : public HeadWindowTest {
  protected:
-  void OpenSlowly() {
+  void SetUp() override {
     Open();
-    Choose("Combo1", "High");
-    Choose("Combo2", "High");
-    QObject::connect(Find<QProgressBar>("ProgressBar"), &QProgressBar::valueChanged, form_.get(),
-                     [] { QThread::msleep(1); });
+    Choose("Combo1", "Extra");
+    Choose("Combo2", "Extra");
   }
 };
 
-TEST_F(SlowDrawingTest, TheWindowAnswersMeanwhile) {
-  OpenSlowly();
-  QString caption;
-  QTimer::singleShot(0, form_.get(), [&] { caption = form_->windowTitle(); });
+// Whatever else the program has to do waits: no command ever finds half a drawing.
+TEST_F(FinestDrawingTest, NothingElseRunsUntilItIsDone) {
+  bool somethingRan = false;
+  QTimer::singleShot(0, form_.get(), [&] { somethingRan = true; });
   form_->CaseComputed();
-  EXPECT_EQ(caption, kCaption + " - computing");
+  EXPECT_FALSE(somethingRan);
   EXPECT_EQ(form_->windowTitle(), kCaption);
-}
-
-TEST_F(SlowDrawingTest, ACommandMeanwhileTakesOver) {
-  OpenSlowly();
-  QTimer::singleShot(0, form_.get(), [&] {
-    Check("Check1", true);
-    EXPECT_EQ(form_->windowTitle(), kCaption + " - computing") << "not drawn inside the other";
-  });
-  form_->CaseComputed();
-  EXPECT_EQ(form_->windowTitle(), kCaption);
-  EXPECT_GT(CountBlack(), 500) << "drawn with what was asked last";
-}
-
-TEST_F(SlowDrawingTest, ANewSizeMeanwhileIsDrawn) {
-  OpenSlowly();
-  QTimer::singleShot(0, form_.get(), [&] { form_->resize(900, 800); });
-  form_->CaseComputed();
   QApplication::processEvents();
-  EXPECT_EQ(View().radius, float(std::max(Image().width(), Image().height())) / 4.0F);
-  EXPECT_EQ(Picture()->grab().toImage().convertToFormat(QImage::Format_RGB32), Image());
+  EXPECT_TRUE(somethingRan);
+}
+
+// A layout that is interrupted by events of the window, such as the next size, ends the program.
+TEST_F(FinestDrawingTest, ANewSizeIsDrawnWhenTheLayoutIsDone) {
+  int steps = 0;
+  QObject::connect(Find<QProgressBar>("ProgressBar"), &QProgressBar::valueChanged, form_.get(),
+                   [&] { ++steps; });
+  form_->resize(900, 800);
+  EXPECT_EQ(steps, 0);
+  QApplication::processEvents();
+  EXPECT_GT(steps, 0);
 }
 
 // As while a border is dragged: the next size comes before the window has settled in the last one.
-TEST_F(SlowDrawingTest, SizesThatFollowEachOtherAreDrawn) {
-  OpenSlowly();
+TEST_F(FinestDrawingTest, SizesThatFollowEachOtherAreDrawn) {
   for (const QSize size : {QSize(1, 1), QSize(1500, 600), QSize(600, 900), QSize(1, 1)}) {
     form_->resize(size);
     QApplication::processEvents();
   }
-  QTest::qWait(300);
-  EXPECT_EQ(View().radius, float(std::max(Image().width(), Image().height())) / 4.0F);
-  EXPECT_EQ(Picture()->grab().toImage().convertToFormat(QImage::Format_RGB32), Image());
-}
-
-TEST_F(SlowDrawingTest, ADragMeanwhileIsDrawn) {
-  OpenSlowly();
-  QTimer::singleShot(0, form_.get(), [&] {
-    Press({100, 100});
-    Move({120, 100});
-  });
-  form_->CaseComputed();
-  EXPECT_EQ(View().sphereSteps, 5);
-  EXPECT_TRUE(Timer()->isActive());
-  Release({120, 100});
-  EXPECT_EQ(View().sphereSteps, 70);
-  EXPECT_FALSE(Timer()->isActive());
-}
-
-TEST_F(SlowDrawingTest, TheWindowMayGoMeanwhile) {
-  OpenSlowly();
-  QTimer::singleShot(0, qApp, [&] { form_.reset(); });
-  FormGula* form = form_.get();
-  form->CaseComputed();
-  EXPECT_EQ(form_, nullptr);
+  EXPECT_TRUE(QTest::qWaitFor([&] {
+    const bool drawn = View().radius == float(std::max(Image().width(), Image().height())) / 4.0F;
+    return drawn && Picture()->grab().toImage().convertToFormat(QImage::Format_RGB32) == Image();
+  }));
 }
 
 }  // namespace
