@@ -30,16 +30,18 @@ struct CaseFileContents {
   Problem problem = Problem::None;
   QString reason;  // for Unreadable: what is wrong with the file, for the user
 
-  // Sex and hip are always chosen ("Unknown" reads as female and right), the units are cm, degree
-  // and m. `hasName` is false when the name holds no blank: surname and first name are to stay as
-  // they are.
+  // Sex and hip are always chosen ("Unknown" or nothing reads as female and right), the units are
+  // cm, degree and m. `hasName` is false when the name holds no blank: surname and first name are
+  // to stay as they are. An empty name is one of two empty parts.
   CaseEntries entries;
   bool hasName = false;
   QString name;  // whole, as the file has it; empty when it is not known
 };
 
-// Reads a whole case file; the results in it are left aside. Files whose line ends were changed on
-// the way (CR LF alone, LF alone, doubled) read to the same entries.
+// Reads a whole case file; the results in it are left aside. Every line must have its own label and
+// a measure its own unit, so that no damage makes another number. Files whose line ends were
+// changed on the way (CR LF alone, LF alone, doubled), or which lost the blanks at the ends of
+// their lines, read to the same entries.
 CaseFileContents ReadCaseFile(const QString& path, const QLocale& locale);
 
 // The same from bytes in memory.

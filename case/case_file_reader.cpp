@@ -1,14 +1,14 @@
-// Reading a case file, also one whose line ends were changed on the way.
+// Reading a case file: labels and units are checked, so that no line is taken for another.
 #include <QFile>
 #include <QFileInfo>
-#include <QList>
-#include <QRegularExpression>
-#include <algorithm>
+#include <QStringList>
 #include <array>
+#include <optional>
 
 #include "case/case_conversion.h"
 #include "case/case_file.h"
 #include "case/case_file_labels.h"
+#include "case/case_file_records.h"
 #include "case/code_page.h"
 
 namespace Vse {
@@ -19,27 +19,29 @@ using Problem = CaseFileContents::Problem;
 
 constexpr qsizetype kSuffixWidth = 3;  // " cm", " kg", " m "; an angle's suffix is one wider
 
-// A record that the reader wants: its label, and whether its value is followed by a unit suffix.
+// A record that the reader wants.
 struct Wanted {
   QStringView label;
   QStringView suffix;
+  bool mayBeEmpty = true;
 };
 
-constexpr qsizetype kCommentsIndex = 5;  // among the wanted records
-const std::array<Wanted, 14> kWanted = {{{kNameLabel, {}},
-                                         {kSexLabel, {}},
-                                         {kBirthLabel, {}},
-                                         {kWeightLabel, kWeightSuffix},
-                                         {kHipLabel, {}},
-                                         {kCommentsLabel, {}},
-                                         {kMeasureLabels[0], kLengthSuffix},
-                                         {kMeasureLabels[1], kLengthSuffix},
-                                         {kMeasureLabels[2], kLengthSuffix},
-                                         {kMeasureLabels[3], kLengthSuffix},
-                                         {kMeasureLabels[4], kLengthSuffix},
-                                         {kMeasureLabels[5], kAngleSuffix},
-                                         {kMeasureLabels[6], kAngleSuffix},
-                                         {kMeasureLabels[7], kRadiusSuffix}}};
+constexpr bool kFilled = false;
+constexpr std::size_t kFirstMeasure = 6;  // among the wanted records
+constexpr std::array<Wanted, 14> kWanted = {{{kNameLabel, {}},
+                                             {kSexLabel, {}},
+                                             {kBirthLabel, {}},
+                                             {kWeightLabel, kWeightSuffix},
+                                             {kHipLabel, {}},
+                                             {kCommentsLabel, {}},
+                                             {kMeasureLabels[0], kLengthSuffix, kFilled},
+                                             {kMeasureLabels[1], kLengthSuffix, kFilled},
+                                             {kMeasureLabels[2], kLengthSuffix, kFilled},
+                                             {kMeasureLabels[3], kLengthSuffix, kFilled},
+                                             {kMeasureLabels[4], kLengthSuffix, kFilled},
+                                             {kMeasureLabels[5], kAngleSuffix, kFilled},
+                                             {kMeasureLabels[6], kAngleSuffix, kFilled},
+                                             {kMeasureLabels[7], kRadiusSuffix, kFilled}}};
 
 CaseFileContents Unreadable(const QString& reason) {
   CaseFileContents contents;
@@ -48,173 +50,130 @@ CaseFileContents Unreadable(const QString& reason) {
   return contents;
 }
 
-// Line input: a line stops at CR; the LF behind it is swallowed, one before it stays with the line.
-QList<QString> SplitAtCarriageReturns(const QString& text) {
-  QList<QString> lines;
-  qsizetype start = 0;
-  while (start < text.size()) {
-    qsizetype end = text.indexOf(u'\r', start);
-    if (end < 0) end = text.size();
-    lines.append(text.mid(start, end - start));
-    start = end + 1;
-    if (start < text.size() && text[start] == u'\n') ++start;
+// For the user: what is wrong with the line of this label.
+QString Complaint(const Wanted& wanted, const QString& trouble) {
+  const QString label = wanted.label.chopped(2).trimmed().toString();
+  return QStringLiteral("The line \"%1\" %2.").arg(label, trouble);
+}
+
+// An editor may have stripped the blank of a label that has no value.
+bool HasLabel(const QString& record, const Wanted& wanted) {
+  return record.startsWith(wanted.label) || record == wanted.label.chopped(1);
+}
+
+QString WithoutBlanksBehind(QStringView text) {
+  while (!text.isEmpty() && text.back().isSpace()) text.chop(1);
+  return text.toString();
+}
+
+// One word and the suffix. The blanks behind the unit do not count, since an editor may have
+// stripped them. The one before it does: a digit in its place would belong to the number.
+QString DefectOfValue(const QString& record, const Wanted& wanted) {
+  if (wanted.suffix.isEmpty()) return {};
+  const QString text = WithoutBlanksBehind(QStringView(record).mid(kLabelWidth));
+  const QString suffix = WithoutBlanksBehind(wanted.suffix);
+  const QString unit = suffix.trimmed();
+  if (!wanted.mayBeEmpty && (text.isEmpty() || text.trimmed() == unit)) {
+    return Complaint(wanted, QStringLiteral("is too short to hold a value"));
   }
-  return lines;
+  const bool whole = text.endsWith(suffix);
+  if (whole && !text.chopped(suffix.size()).trimmed().contains(u' ')) return {};
+  return Complaint(wanted, QStringLiteral("does not end with its unit, \"%1\"").arg(unit));
 }
 
-// The wanted records of a file as this program writes it: found by counting, whatever their labels.
-// A record without the LF at its end was cut off; its last digits may be gone with it.
-QList<QString> RecordsByPosition(const QString& text) {
-  const QList<QString> lines = SplitAtCarriageReturns(text);
-  constexpr qsizetype kFirstPatient = 2;  // behind header and blank record
-  constexpr qsizetype kFirstMeasure = 9;  // behind the blank record that ends the patient's
-  QList<QString> records = lines.mid(kFirstPatient, kCommentsIndex + 1);
-  if (lines.size() > kFirstMeasure) {
-    records += lines.mid(kFirstMeasure, static_cast<qsizetype>(kMeasureCount));
+// What is wrong where record `index` of the wanted ones does not stand. A label that was cut is the
+// end of the file.
+QString DefectOfPlace(const QStringList& records, std::size_t index) {
+  const Wanted& wanted = kWanted[index];
+  const QString there = records.value(static_cast<qsizetype>(index));
+  if (wanted.label.startsWith(there)) return Complaint(wanted, QStringLiteral("is missing"));
+  if (index > 0 && HasLabel(there, kWanted[index - 1])) {
+    return Complaint(kWanted[index - 1], QStringLiteral("is there twice"));
   }
-  const auto cut = std::find_if(records.begin(), records.end(),
-                                [](const QString& record) { return !record.endsWith(u'\n'); });
-  records.erase(cut, records.end());
-  return records;
+  return Complaint(wanted, QStringLiteral("is missing, or its label was changed"));
 }
 
-// Where a line begins with `label`, from `from` on; -1 if none does. With `last` the last such
-// place.
-qsizetype FindLabel(const QString& text, QStringView label, qsizetype from, bool last = false) {
-  const QString mark = u'\n' + label.toString();
-  const qsizetype at =
-      last ? text.lastIndexOf(mark) : text.indexOf(mark, qMax<qsizetype>(0, from - 1));
-  return at + 1 >= qMax<qsizetype>(1, from) ? at + 1 : -1;
-}
-
-qsizetype TrailingLineEnds(QStringView text) {
-  qsizetype count = 0;
-  while (count < text.size() && text[text.size() - 1 - count] == u'\n') ++count;
-  return count;
-}
-
-// Blanks at the end of a line get lost on the way easily; those of the unit come back. A value that
-// has lost its unit may have lost digits too: empty.
-QString WithWholeSuffix(const QString& value, QStringView suffix) {
-  if (value.endsWith(suffix)) return value;
-  const QStringView bare = suffix.trimmed();
-  const QString trimmed = value.trimmed();
-  if (!trimmed.endsWith(bare)) return {};
-  return trimmed.chopped(bare.size()).trimmed() + suffix.toString();
-}
-
-// How the ends of records look after the change, counted in line ends.
-struct LineEnds {
-  qsizetype perRecord = 1;  // behind a record
-  qsizetype perLine = 1;    // what one line end has become
-};
-
-LineEnds MeasureLineEnds(const QString& text, qsizetype name, qsizetype sex) {
-  LineEnds ends;
-  ends.perRecord = TrailingLineEnds(QStringView(text).mid(name, sex - name));
-  // Between header and name stand one line end and one blank record.
-  const qsizetype gap = TrailingLineEnds(QStringView(text).left(name));
-  ends.perLine = qMax<qsizetype>(1, gap - ends.perRecord);
-  return ends;
-}
-
-QString CommentsBetween(const QString& text, const LineEnds& ends) {
-  // The comments' own record end and the blank record stand behind them.
-  const qsizetype behind = qMin(TrailingLineEnds(text), 2 * ends.perRecord);
-  QString comments = text.chopped(behind);
-  if (ends.perLine > 1) {
-    comments.replace(QString(ends.perLine, u'\n'), QStringLiteral("\n"));
-  }
-  return comments;
-}
-
-// The wanted records of a file with other line ends: found by their labels, in their order. The
-// comments may hold lines that look like labels; the real measures are the last ones.
-QList<QString> RecordsByLabel(const QString& changed) {
-  static const QRegularExpression lineEnd(QStringLiteral("\r*\n|\r"));
-  QString text = changed;
-  text.replace(lineEnd, QStringLiteral("\n"));
-
-  QList<qsizetype> starts;
-  qsizetype from = 1;
-  for (std::size_t i = 0; i < kWanted.size(); ++i) {
-    const bool last = kWanted[i].label == kMeasureLabels[0];
-    const qsizetype at = FindLabel(text, kWanted[i].label, from, last);
-    if (at < 0) break;
-    starts.append(at);
-    from = at + kLabelWidth;
-  }
-  const LineEnds ends =
-      starts.size() > 1 ? MeasureLineEnds(text, starts[0], starts[1]) : LineEnds();
-
-  QList<QString> records;
-  for (qsizetype i = 0; i < starts.size(); ++i) {
-    const qsizetype end = i + 1 < starts.size() ? starts[i + 1] : text.size();
-    QString record = text.mid(starts[i], end - starts[i]);
-    if (i == kCommentsIndex) {
-      record = CommentsBetween(record, ends);
-    } else {
-      record.truncate(
-          qMin(record.size(), record.indexOf(u'\n') < 0 ? record.size() : record.indexOf(u'\n')));
-      const QStringView suffix = kWanted[static_cast<std::size_t>(i)].suffix;
-      record = record.left(kLabelWidth) + WithWholeSuffix(record.mid(kLabelWidth), suffix);
-    }
-    records.append(record + u'\n');
-  }
-  return records;
-}
-
-// Untouched files have a blank record, LF CR LF, right behind the header's CR LF.
-bool HasOwnLineEnds(const QString& text) {
-  const qsizetype end = text.indexOf(u'\r');
-  return end >= 0 && QStringView(text).mid(end).startsWith(u"\r\n\n\r\n");
-}
-
-// Empty, or what is wrong with the first record that is missing or too short to hold a value.
-QString FindDefect(const QList<QString>& records) {
-  for (std::size_t i = 0; i < kWanted.size(); ++i) {
-    const Wanted& wanted = kWanted[i];
-    const QString label = wanted.label.left(kLabelWidth - 2).trimmed().toString();
-    const auto index = static_cast<qsizetype>(i);
-    if (index >= records.size()) return QStringLiteral("The line \"%1\" is missing.").arg(label);
-    const qsizetype suffix = wanted.suffix.isEmpty() ? 0 : kSuffixWidth;
-    if (records[index].size() < kLabelWidth + 1 + suffix + 1) {
-      return QStringLiteral("The line \"%1\" is too short to hold a value.").arg(label);
+// A line of these behind the last one is there twice, and it may be that one that counts.
+QString DefectBehind(const QStringList& records) {
+  for (const QString& record : records.mid(static_cast<qsizetype>(kWanted.size()))) {
+    for (const Wanted& wanted : kWanted) {
+      if (HasLabel(record, wanted)) return Complaint(wanted, QStringLiteral("is there twice"));
     }
   }
   return {};
 }
 
-void FillPatient(CaseFileContents& contents, const QList<QString>& records) {
-  CaseEntries& entries = contents.entries;
-  contents.name = FieldText(records[0]);
-  if (const std::optional<NameParts> name = SplitName(contents.name)) {
-    entries.surname = name->surname;
-    entries.firstName = name->firstName;
-    contents.hasName = true;
+// Empty, or what is wrong with the first record that is not as it should be.
+QString FindDefect(const QStringList& records) {
+  for (std::size_t i = 0; i < kWanted.size(); ++i) {
+    const auto index = static_cast<qsizetype>(i);
+    if (index >= records.size() || !HasLabel(records[index], kWanted[i])) {
+      return DefectOfPlace(records, i);
+    }
+    if (QString defect = DefectOfValue(records[index], kWanted[i]); !defect.isEmpty()) {
+      return defect;
+    }
   }
-  entries.sex = FieldText(records[1]) == u"M" ? CaseEntries::Sex::Male : CaseEntries::Sex::Female;
-  entries.dateOfBirth = FieldText(records[2]);
-  entries.bodyWeight = FieldNumberText(records[3]);
-  entries.hip = FieldText(records[4]) == u"L" ? CaseEntries::Hip::Left : CaseEntries::Hip::Right;
-  entries.comments = FieldText(records[kCommentsIndex]);
+  return DefectBehind(records);
 }
 
-void FillMeasures(CaseEntries& entries, const QList<QString>& records) {
+// A line as it was written, its LF included: whole label, value, whole suffix.
+QString WrittenLine(const QString& record, const Wanted& wanted) {
+  QString value = record.mid(kLabelWidth);
+  if (!wanted.suffix.isEmpty()) {
+    value = WithoutBlanksBehind(value).chopped(WithoutBlanksBehind(wanted.suffix).size());
+  }
+  return wanted.label.toString() + value + wanted.suffix.toString() + u'\n';
+}
+
+QStringList WrittenLines(const QStringList& records) {
+  QStringList lines;
+  for (std::size_t i = 0; i < kWanted.size(); ++i) {
+    lines.append(WrittenLine(records[static_cast<qsizetype>(i)], kWanted[i]));
+  }
+  return lines;
+}
+
+// An empty name empties its boxes; one without a blank, "Unknown" too, leaves them alone.
+void FillName(CaseFileContents& contents, const QString& line) {
+  contents.name = FieldText(line);
+  const bool empty = line.size() == kLabelWidth + 1;
+  const std::optional<NameParts> name = empty ? NameParts() : SplitName(contents.name);
+  if (!name) return;
+  contents.entries.surname = name->surname;
+  contents.entries.firstName = name->firstName;
+  contents.hasName = true;
+}
+
+void FillPatient(CaseFileContents& contents, const QStringList& lines) {
+  CaseEntries& entries = contents.entries;
+  FillName(contents, lines[0]);
+  const bool male = FieldText(lines[1]).trimmed() == u"M";
+  entries.sex = male ? CaseEntries::Sex::Male : CaseEntries::Sex::Female;
+  entries.dateOfBirth = FieldText(lines[2]);
+  entries.bodyWeight = FieldNumberText(lines[3]).trimmed();
+  const bool left = FieldText(lines[4]).trimmed() == u"L";
+  entries.hip = left ? CaseEntries::Hip::Left : CaseEntries::Hip::Right;
+  entries.comments = FieldText(lines[5]);
+}
+
+void FillMeasures(CaseEntries& entries, const QStringList& lines) {
   for (std::size_t i = 0; i < kMeasureCount; ++i) {
-    const QStringView suffix = kWanted[kCommentsIndex + 1 + i].suffix;
+    const std::size_t index = kFirstMeasure + i;
+    const QStringView suffix = kWanted[index].suffix;
     const QStringView unit = suffix == kAngleSuffix    ? kDegree
                              : suffix == kRadiusSuffix ? kMetre
                                                        : kCentimetre;
-    entries.measures[i] = {FieldNumberText(records[kCommentsIndex + 1 + static_cast<qsizetype>(i)]),
-                           unit.toString()};
+    const QString text = FieldNumberText(lines[static_cast<qsizetype>(index)]);
+    entries.measures[i] = {text, unit.toString()};
   }
 }
 
+// A blank doubled in the label does not make a value of "Unknown".
 QString Field(const QString& line, qsizetype behind) {
   const qsizetype length = line.size() - kLabelWidth - behind;
   const QString value = length > 0 ? line.mid(kLabelWidth, length) : QString();
-  return value == kUnknown ? QString() : value;
+  return value.trimmed() == kUnknown ? QString() : value;
 }
 
 }  // namespace
@@ -234,11 +193,11 @@ CaseFileContents ParseCaseFile(const QByteArray& bytes, const QLocale& locale) {
     contents.problem = Problem::NotCorrectFile;
     return contents;
   }
-  const QList<QString> records =
-      HasOwnLineEnds(text) ? RecordsByPosition(text) : RecordsByLabel(text);
+  const QStringList records = RecordsOf(text).mid(1);  // behind the header
   if (const QString defect = FindDefect(records); !defect.isEmpty()) return Unreadable(defect);
-  FillPatient(contents, records);
-  FillMeasures(contents.entries, records);
+  const QStringList lines = WrittenLines(records);
+  FillPatient(contents, lines);
+  FillMeasures(contents.entries, lines);
   return contents;
 }
 

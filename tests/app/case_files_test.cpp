@@ -2,6 +2,8 @@
 // date. The files were not written by this program's own writer.
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "tests/support/row_name.h"
 #include "tests/support/running_program.h"
 
@@ -47,5 +49,55 @@ INSTANTIATE_TEST_SUITE_P(
                     Kept{"CommentsOfThreeLines", "comments_of_three_lines.txt", "C"},
                     Kept{"RightHipMale", "right_hip_male_birth_unknown.txt", "C"}),
     RowName());
+
+// A copy of a kept file, changed as an editor or a hand would.
+QString Edited(RunningProgram& program, const QByteArray& from, const QByteArray& to) {
+  const QString kept = QStringLiteral(TELMARION_SOURCE_DIR "/tests/files/western_1252_point.txt");
+  const QByteArray bytes = program.Bytes(kept);
+  EXPECT_TRUE(bytes.contains(from)) << from.toStdString();
+  const QString path = program.Path("edited.txt");
+  QFile file(path);
+  EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(QByteArray(bytes).replace(from, to));
+  return path;
+}
+
+TEST(EditedFile, WithADamagedLineIsRefusedByItsNameAndTheFormUnchanged) {
+  const QList<std::array<QString, 3>> edits = {
+      {"theta-CE      = 30", "theta-CE     = 30",
+       "The line \"theta-CE\" is missing, or its label was changed."},
+      {"0.025 m ", "2.5 cm", "The line \"radius of head\" does not end with its unit, \"m\"."},
+      {"70 kg", "154 lb", "The line \"Body weight\" does not end with its unit, \"kg\"."}};
+  RunningProgram program{QLocale("en_US")};
+  program.window.New();
+  program.Type("Text8", "Berg");
+  const CaseEntries before = program.Form().Entries();
+  for (const auto& [from, to, reason] : edits) {
+    program.files.Answers(Edited(program, from.toLatin1(), to.toLatin1()));
+    program.window.Open();
+    EXPECT_EQ(program.messages.Take(), QList<Message>{ErrorSaid("edited.txt: " + reason)});
+    EXPECT_TRUE(program.Form().Entries() == before);
+    EXPECT_FALSE(program.window.Session().openOK());
+  }
+}
+
+TEST(EditedFile, WithStrippedBlanksGivesTheSameResults) {
+  RunningProgram program{QLocale("en_US")};
+  program.files.Answers(Edited(program, " m \n", " m\n"));
+  program.window.Open();
+  EXPECT_EQ(program.Entry("Text13"), "0.025");
+  program.PressOk();
+  EXPECT_EQ(program.window.Session().Record().geometry.headRadius, 0.025);
+}
+
+TEST(EditedFile, WithoutANameTakesNoNameOfTheCaseBefore) {
+  RunningProgram program{QLocale("en_US")};
+  program.window.New();
+  program.Type("Text8", "Berg");
+  program.Type("Text7", "Jan");
+  program.files.Answers(Edited(program, "Name          : M\xFCller Jos\xE9", "Name          : "));
+  program.window.Open();
+  EXPECT_EQ(program.Form().Entries().surname + program.Form().Entries().firstName, "");
+}
 
 }  // namespace

@@ -52,8 +52,26 @@ class CaseFiles(Case):
     def test_one_file_that_is_no_case_file_ends_the_run(self):
         letter = self.file("letter.txt", "Dear colleague,\n")
         self.check(run(letter), 2, f"{letter}: Not correct file")
-        cut = self.file("cut.txt", case_file()[:300])
+        whole = case_file()
+        cut = self.file("cut.txt", whole[:whole.index(b"Cizm")])
         self.check(run(cut), 2, f"{cut}: The line \"Cizm\" is missing.")
+        cut = self.file("cut.txt", whole[:whole.index(b",4 cm\n\r\nHizm")])
+        self.check(run(cut), 2, f"{cut}: The line \"Cizm\" does not end with its unit, \"cm\".")
+
+    def test_a_damaged_line_is_named(self):
+        changed = {
+            b"theta-CE      = 30": (b"theta-CE     = 30",
+                                    'The line "theta-CE" is missing, or its label was changed.'),
+            b"0,025 m ": (b"2,5 cm",
+                          'The line "radius of head" does not end with its unit, "m".'),
+            b"Hip           : L\n\r\n": (b"Hip           : L\n\r\n" * 2,
+                                        'The line "Hip" is there twice.'),
+        }
+        for old, (new, reason) in changed.items():
+            damaged = self.file("damaged.txt", case_file().replace(old, new))
+            self.check(run(damaged), 2, f"{damaged}: {reason}")
+            (row,) = rows(run(self.path).stdout)
+            self.assertEqual((row["thetaCE"], row["headRadius"], row["remark"]), ("", "", reason))
 
 
 class TablesNamedLikeCaseFiles(Case):

@@ -4,11 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <optional>
-#include <utility>
 
 #include "case/case_conversion.h"
 #include "case/case_file_labels.h"
 #include "tests/case/case_file_sample.h"
+#include "tests/case/line_ends.h"
 #include "tests/support/row_name.h"
 
 void PrintTo(const QString& text, std::ostream* out) {
@@ -152,20 +152,14 @@ TEST(CaseFileReader, NamesTheFirstLineThatATruncatedFileLacks) {
 
 // A cut is never half an answer, such as a radius without its last digit.
 TEST(CaseFileReader, MakesNothingUpFromAnyTruncation) {
-  const qsizetype whole = kDefaultFile.indexOf("radius of head= 0.025 m \n") + 25;
-  for (qsizetype size = 0; size < kDefaultFile.size(); ++size) {
-    const CaseFileContents contents = Parse(kDefaultFile.left(size));
-    EXPECT_EQ(contents.problem == CaseFileContents::Problem::None, size >= whole) << size;
-  }
-}
-
-TEST(CaseFileReader, MakesNothingUpFromATruncationWithOtherLineEnds) {
-  QByteArray file = kDefaultFile;
-  file.replace("\n\r\n", "\n").replace("\r\n", "\n");
-  const qsizetype whole = file.indexOf("radius of head= 0.025 m") + 23;
-  for (qsizetype size = 0; size < file.size(); ++size) {
-    const CaseFileContents contents = Parse(file.left(size));
-    EXPECT_EQ(contents.problem == CaseFileContents::Problem::None, size >= whole) << size;
+  for (const LineEndForm& form : LineEndForms()) {
+    const QByteArray file = InForm(kDefaultFile, form);
+    const qsizetype whole = file.indexOf("radius of head= 0.025 m") + 23;
+    for (qsizetype size = 0; size < file.size(); ++size) {
+      const CaseFileContents contents = Parse(file.left(size));
+      EXPECT_EQ(contents.problem == CaseFileContents::Problem::None, size >= whole)
+          << form.name << ' ' << size;
+    }
   }
 }
 
@@ -177,12 +171,7 @@ TEST(CaseFileReader, NamesALineThatIsTooShort) {
   EXPECT_EQ(contents.reason, "The line \"Cizm\" is too short to hold a value.");
 }
 
-struct Changed {
-  const char* name;
-  QList<std::pair<QByteArray, QByteArray>> replacements;  // in order
-};
-
-class ChangedLineEnds : public testing::TestWithParam<Changed> {};
+class ChangedLineEnds : public testing::TestWithParam<LineEndForm> {};
 
 TEST_P(ChangedLineEnds, ReadToTheSameEntries) {
   CaseRecord record = DefaultCase();
@@ -190,9 +179,7 @@ TEST_P(ChangedLineEnds, ReadToTheSameEntries) {
        {QStringLiteral("No"), QStringLiteral("one\ntwo\n\nfour"), QStringLiteral("ends\n\n"),
         QStringLiteral("Sex           : M\nlizm          = 99 cm\nxizm          = 1 cm")}) {
     record.patient.comments = comments;
-    QByteArray bytes = Compose(record);
-    for (const auto& [from, to] : GetParam().replacements) bytes.replace(from, to);
-    const CaseFileContents contents = Parse(bytes);
+    const CaseFileContents contents = Parse(InForm(Compose(record), GetParam()));
     ASSERT_EQ(contents.problem, CaseFileContents::Problem::None) << contents.reason.toStdString();
     CaseEntries expected = DefaultEntries();
     expected.comments = comments;
@@ -201,30 +188,7 @@ TEST_P(ChangedLineEnds, ReadToTheSameEntries) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Table, ChangedLineEnds,
-    testing::Values(Changed{"Unchanged", {}},
-                    Changed{"CrLfAlone", {{"\n\r\n", "\n"}, {"\r\n", "\n"}, {"\n", "\r\n"}}},
-                    Changed{"LfAlone", {{"\n\r\n", "\n"}, {"\r\n", "\n"}}},
-                    Changed{"CrDropped", {{"\r", ""}}},
-                    Changed{"EveryLfAsCrLf", {{"\r\n", "\n"}, {"\n", "\r\n"}}},
-                    Changed{"LfToCrLfBlindly", {{"\n", "\r\n"}}},
-                    Changed{"DoubledLf", {{"\r", ""}, {"\n", "\n\n"}}},
-                    Changed{"DoubledCrLf", {{"\r\n", "\n"}, {"\n", "\r\n\r\n"}}},
-                    Changed{"CrAlone", {{"\r\n", "\n"}, {"\n", "\r"}}}),
-    RowName());
-
-TEST(CaseFileReader, MendsBlanksLostAtTheEndsOfLines) {
-  QByteArray bytes = kDefaultFile;
-  bytes.replace("\n\r\n", "\n").replace("\r\n", "\n").replace(" \n", "\n").replace(" \n", "\n");
-  EXPECT_TRUE(Parse(bytes).entries == DefaultEntries());
-}
-
-TEST(CaseFileReader, CountsRecordsOfItsOwnFilesWhateverTheirLabels) {
-  QByteArray bytes = kDefaultFile;
-  bytes.replace("lizm          = ", "l/2           = ");
-  EXPECT_TRUE(Parse(bytes).entries == DefaultEntries());
-}
+INSTANTIATE_TEST_SUITE_P(Table, ChangedLineEnds, testing::ValuesIn(LineEndForms()), RowName());
 
 struct Page {
   const char* name;

@@ -1,4 +1,5 @@
-// Any bytes as a case file: refused with a reason, or a case that writing and reading keep.
+// Any bytes as a case file: refused with a reason, or a case that writing and reading keep. With
+// other line ends a written case is kept too, or refused where it is in doubt.
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -19,6 +20,16 @@ const QLocale& LocaleFor(std::size_t size) {
   return locales[size % locales.size()];
 }
 
+void CheckOtherLineEnds(const CaseData& data, const QByteArray& file, const QLocale& locale) {
+  const QByteArray lf = QByteArray(file).replace("\n\r\n", "\n").replace("\r\n", "\n");
+  for (const QByteArray& bytes : {lf, QByteArray(lf).replace("\n", "\r\n")}) {
+    const Vse::CaseFileContents again = Vse::ParseCaseFile(bytes, locale);
+    if (again.problem == Problem::Unreadable) continue;
+    const auto back = Vse::DataOf(again.entries, false);
+    Require(back && Vse::IsSameCase(data, *back), "other line ends never make another case");
+  }
+}
+
 void CheckRoundTrip(const CaseData& data, const QLocale& locale) {
   CaseRecord record;
   static_cast<CaseData&>(record) = data;
@@ -29,6 +40,7 @@ void CheckRoundTrip(const CaseData& data, const QLocale& locale) {
   const auto back = Vse::DataOf(again.entries, false);
   Require(back.has_value(), "the numbers of a written case file are numbers");
   Require(Vse::IsSameCase(data, *back), "a written case file reads to the same case");
+  CheckOtherLineEnds(data, file, locale);
 }
 
 }  // namespace
