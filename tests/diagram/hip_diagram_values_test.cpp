@@ -210,6 +210,23 @@ TEST(HipDiagramBox, PenOfHeadAndFanIsTheCallers) {
   EXPECT_EQ(box.Drawings().back().pen, (Pen{kBlack, 1, LineStyle::Dotted}));
 }
 
+// However broad and solid the pen is made between two strokes.
+TEST(HipDiagramBox, ThePenIsSetAnewBeforeTheArrowAndBeforeEachReferenceLine) {
+  PictureBox box;
+  Vizual::DiagramLabels labels;
+  double e = 30, p = 16, r = 8;
+  box.OnChange([&box] {
+    box.SetDrawStyle(LineStyle::Solid);
+    box.SetDrawWidth(3);
+  });
+  DrawHipDiagram(Side::D, Vizual::Target::Screen(box, labels), 2, 25, e, p, r, 2);
+  const auto& drawings = box.Drawings();
+  // Counted from the end: 9 shaft, 5 vertical, 4 edge.
+  EXPECT_EQ(drawings.at(drawings.size() - 9).pen, (Pen{kBlue, 1, LineStyle::Solid}));
+  EXPECT_EQ(drawings.at(drawings.size() - 5).pen, (Pen{kBlack, 1, LineStyle::Dotted}));
+  EXPECT_EQ(drawings.at(drawings.size() - 4).pen, (Pen{kBlack, 1, LineStyle::Dotted}));
+}
+
 TEST(HipDiagramBox, LetterOnPaperStandsAtTheMarkerOfTheSide) {
   for (const Side side : {Side::L, Side::D}) {
     PictureBox box;
