@@ -198,6 +198,20 @@ TEST(HipDiagramBox, OnlyFormLSwitchesAutoRedrawOn) {
   }
 }
 
+TEST(HipDiagramBox, OnlyFormLClearsItWhileAutoRedrawIsOff) {
+  for (const Side side : {Side::L, Side::D}) {
+    PictureBox box;
+    Vizual::DiagramLabels labels;
+    std::vector<bool> autoRedraw;  // at each change of what is seen
+    double e = 30, p = 16, r = 8;
+    box.SetBackColor(kWhite);
+    box.OnChange([&] { autoRedraw.push_back(box.AutoRedraw()); });
+    DrawHipDiagram(side, Vizual::Target::Screen(box, labels), 2, 25, e, p, r, 2);
+    EXPECT_EQ(autoRedraw.front(), side == Side::D);
+    EXPECT_TRUE(autoRedraw.back());
+  }
+}
+
 TEST(HipDiagramBox, PenOfHeadAndFanIsTheCallers) {
   PictureBox box;
   Vizual::DiagramLabels labels;
