@@ -36,6 +36,7 @@ struct MeasureRow {
   const char* hint = "";     // what it is
   const char* proposed = "";
   const char* words = "";  // what it is, where there is no hint
+  const char* glyph = "";  // an angle's letter before the label
 };
 
 // "pelvic heigh" is spelt so, and x is the vertical coordinate. Deliberate.
@@ -44,13 +45,14 @@ constexpr std::array kRows = {
                "10.40"},
     MeasureRow{Measure::Cizm, "Text4", "Combo4", "&C", "C", "pelvic width", "4.40"},
     MeasureRow{Measure::Hizm, "Text5", "Combo5", "&H", "H", "pelvic heigh", "16.00"},
-    MeasureRow{Measure::ThetaCE, "Text9", "Combo7", "ϑ C&E", "CE", "", "30.0", "centre-edge angle"},
+    MeasureRow{Measure::ThetaCE, "Text9", "Combo7", "C&E", "CE", "", "30.0", "centre-edge angle",
+               "ϑ"},
     MeasureRow{Measure::Xizm, "Text2", "Combo2", "&x  trochanter", "x  trochanter",
                "vertical coordinate of trochanter", "0.50"},
     MeasureRow{Measure::Zizm, "Text3", "Combo3", "&z  trochanter", "z  trochanter",
                "horizontal coordinate of trochanter", "6.00"},
-    MeasureRow{Measure::Zasuk, "Text6", "Combo6", "φ  &rotation angle", "rotation angle", "", "0.0",
-               "turn of the trochanter point about the head centre"},
+    MeasureRow{Measure::Zasuk, "Text6", "Combo6", "&rotation angle", "rotation angle", "", "0.0",
+               "turn of the trochanter point about the head centre", "φ"},
     MeasureRow{Measure::HeadRadius, "Text13", "Combo8", "ra&dius of head", "radius of head",
                "radius of femoral head", "2.5"}};
 constexpr std::size_t kPelvisRows = 4;  // the rest belongs to the femur
@@ -69,6 +71,7 @@ class Builder {
 
  private:
   QLabel* Label(const QString& text, QWidget* buddy = nullptr);
+  QLayout* Caption(const MeasureRow& row, QWidget* box);
   QLineEdit* LineBox(const char* name, const QString& caption, const QString& hint);
   QLineEdit* NumberBox(const char* name, const QString& caption, const QString& hint);
   QRadioButton* Option(const char* name, const QString& text, QWidget* frame);
@@ -97,6 +100,19 @@ QLabel* Builder::Label(const QString& text, QWidget* buddy) {
   label->setBuddy(buddy);
   if (buddy != nullptr) label->setToolTip(buddy->toolTip());
   return label;
+}
+
+// The letter of an angle stands alone, in the type of its kind.
+QLayout* Builder::Caption(const MeasureRow& row, QWidget* box) {
+  auto* caption = new QHBoxLayout;
+  caption->setSpacing(kGrid / 2);
+  if (*row.glyph != 0) {
+    QLabel* glyph = Label(row.glyph);
+    glyph->setFont(FormFonts::Symbol());
+    caption->addWidget(glyph);
+  }
+  caption->addWidget(Label(row.label, box), 1);
+  return caption;
 }
 
 QLineEdit* Builder::LineBox(const char* name, const QString& caption, const QString& hint) {
@@ -215,7 +231,7 @@ QGridLayout* Builder::MeasureGrid(const QString& heading, std::size_t from, std:
     controls.unit->addItems(Units(row.measure));
     controls.unit->setFixedWidth(kUnitWidth);
     const int line = static_cast<int>(i - from) + 1;
-    grid->addWidget(Label(row.label, controls.text), line, 0);
+    grid->addLayout(Caption(row, controls.text), line, 0);
     grid->addWidget(controls.text, line, 1);
     grid->addWidget(controls.unit, line, 2);
   }

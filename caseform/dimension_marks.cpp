@@ -1,7 +1,6 @@
 // Drawing of the dimension lines and labels.
 #include "caseform/dimension_marks.h"
 
-#include <QFont>
 #include <QPen>
 #include <QPolygonF>
 #include <QTransform>
@@ -59,9 +58,13 @@ void DimensionLabel::SetHighlighted(bool highlighted) {
   foreColor_ = highlighted ? Qt::red : Qt::black;
 }
 
-QPainterPath DimensionLabel::Letters() const {
+QFont DimensionLabel::Font() const {
   const bool angle = text_.size() == 1 && text_[0].script() == QChar::Script_Greek;
-  QFont font = angle ? FormFonts::Symbol() : FormFonts::Label();
+  return angle ? FormFonts::Symbol() : FormFonts::Label();
+}
+
+QPainterPath DimensionLabel::Letters() const {
+  QFont font = Font();
   font.setPixelSize(kLetterPixels);
   QPainterPath letters;
   letters.addText(0.0, 0.0, font, text_);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QColor>
+#include <QFont>
 #include <QList>
 #include <QObject>
 #include <QPainter>
@@ -64,6 +65,9 @@ class DimensionLabel : public QObject {
 
   // Red, or black.
   void SetHighlighted(bool highlighted);
+
+  // What its letters are set in; an angle's letter asks for the font of symbols.
+  QFont Font() const;
 
   // The letters, picture coordinates.
   QPainterPath Letters() const;

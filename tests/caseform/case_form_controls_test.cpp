@@ -151,17 +151,78 @@ TEST_F(CaseForm, ButtonsSayWhatTheyDo) {
   EXPECT_TRUE(Find<QPushButton>("Command1")->isDefault());
 }
 
-TEST_F(CaseForm, LabelsAreSetInTimes) {
-  for (const QLabel* label : form_->findChildren<QLabel*>()) {
-    EXPECT_EQ(label->font().families().value(0), "Times New Roman");
-  }
-  EXPECT_EQ(LabelOf(*form_, Find("Text9"))->text().remove('&'), "ϑ CE");
-  EXPECT_EQ(LabelOf(*form_, Find("Text6"))->text().remove('&'), "φ  rotation angle");
+bool IsGreek(const QString& text) {
+  return text.size() == 1 && text[0].script() == QChar::Script_Greek;
 }
 
-TEST_F(CaseForm, AnglesInThePictureAskForTheSymbolFont) {
+// The letter of an angle asks for the font of symbols, beside the caption and in the picture alike.
+TEST_F(CaseForm, LabelsAreSetInTimesAndLettersOfAnglesInSymbol) {
+  QStringList letters;
+  for (const QLabel* label : form_->findChildren<QLabel*>()) {
+    const bool isGreek = IsGreek(label->text());
+    EXPECT_EQ(label->font().families().value(0), isGreek ? "Symbol" : "Times New Roman")
+        << label->text().toStdString();
+    if (isGreek) letters << label->text();
+  }
+  EXPECT_EQ(letters, QStringList({"ϑ", "φ"}));
   EXPECT_EQ(FormFonts::Symbol().families(),
             (QStringList{"Symbol", "Times New Roman", "Liberation Serif"}));
+}
+
+// The label that shows this text and nothing else.
+QLabel* Showing(const QWidget& form, const QString& text) {
+  for (QLabel* label : form.findChildren<QLabel*>()) {
+    if (label->isVisible() && label->text().remove('&') == text) return label;
+  }
+  ADD_FAILURE() << "nothing shows " << text.toStdString();
+  return nullptr;
+}
+
+QRect AreaOf(const QWidget& widget) {
+  return {widget.mapTo(widget.window(), QPoint(0, 0)), widget.size()};
+}
+
+// On one line, the first before the second with nothing but a gap between.
+void ExpectBefore(const QWidget* first, const QWidget* second) {
+  ASSERT_TRUE(first != nullptr && second != nullptr);
+  const QRect left = AreaOf(*first);
+  const QRect right = AreaOf(*second);
+  EXPECT_LT(left.right(), right.left());
+  EXPECT_LT(right.left() - left.right(), 40);
+  EXPECT_LT(left.top(), right.bottom());
+  EXPECT_LT(right.top(), left.bottom());
+}
+
+TEST_F(CaseForm, CaptionsStandBesideWhatTheyName) {
+  ExpectBefore(Showing(*form_, "ϑ"), LabelOf(*form_, Find("Text9")));
+  ExpectBefore(Showing(*form_, "φ"), LabelOf(*form_, Find("Text6")));
+  EXPECT_EQ(LabelOf(*form_, Find("Text9"))->text().remove('&'), "CE");
+  EXPECT_EQ(LabelOf(*form_, Find("Text6"))->text().remove('&'), "rotation angle");
+  ExpectBefore(Showing(*form_, "Sex"), Control("Frame3"));
+  ExpectBefore(Showing(*form_, "Hip"), Control("Frame4"));
+  ExpectBefore(Control("Text10"), Showing(*form_, "kg"));
+}
+
+// Above the captions of its measures.
+void ExpectAbove(const QLabel* heading, const QList<QLabel*>& captions) {
+  ASSERT_NE(heading, nullptr);
+  const QRect area = AreaOf(*heading);
+  for (const QLabel* caption : captions) {
+    const QRect below = AreaOf(*caption);
+    EXPECT_LT(area.bottom(), below.top()) << caption->text().toStdString();
+    EXPECT_TRUE(area.left() <= below.left() && below.right() <= area.right())
+        << caption->text().toStdString();
+  }
+}
+
+TEST_F(CaseForm, PelvisAndFemurHeadTheirMeasures) {
+  const auto captionsOf = [&](const QStringList& boxes) {
+    QList<QLabel*> captions;
+    for (const QString& box : boxes) captions << LabelOf(*form_, Find(box));
+    return captions;
+  };
+  ExpectAbove(Showing(*form_, "Pelvis"), captionsOf({"Text1", "Text4", "Text5", "Text9"}));
+  ExpectAbove(Showing(*form_, "Femur"), captionsOf({"Text2", "Text3", "Text6", "Text13"}));
 }
 
 TEST_F(CaseForm, EveryControlHasANameOfItsOwn) {

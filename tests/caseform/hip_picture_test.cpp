@@ -98,6 +98,17 @@ TEST(HipPicture, NamesEveryMeasureForAllTimes) {
   EXPECT_EQ(names, u"l/2 x z C H φ ϑCE r "_qs);
 }
 
+TEST(HipPicture, SetsLettersOfAnglesInSymbolAndTheRestInTimes) {
+  const HipPicture picture;
+  QStringList inSymbol;
+  for (const DimensionLabel* label : picture.findChildren<DimensionLabel*>()) {
+    const QString family = label->Font().families().value(0);
+    EXPECT_TRUE(family == "Symbol" || family == "Times New Roman") << family.toStdString();
+    if (family == "Symbol") inSymbol << label->text();
+  }
+  EXPECT_EQ(inSymbol, QStringList({"φ", "ϑ"}));
+}
+
 TEST(HipPicture, NoLabelLiesOnALineOrOnAnother) {
   const HipPicture picture;
   const QList<DimensionLabel*> labels = picture.findChildren<DimensionLabel*>();

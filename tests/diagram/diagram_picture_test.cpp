@@ -3,6 +3,7 @@
 
 #include <QPainter>
 #include <string>
+#include <utility>
 
 #include "diagram/diagram_view.h"
 #include "tests/diagram/diagram_cases.h"
@@ -117,6 +118,26 @@ std::vector<DiagramCase> UsualCases() {
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, LabelPlaces, testing::ValuesIn(UsualCases()), RowName());
+
+// With an edge a little medial of the upright both angles' labels have one place.
+TEST(DiagramLabels, TheForceAnglesStandsClearOfTheEdgeAngles) {
+  Drawn drawn(With({.name = "Edge", .edgeAngle = -5.0, .poleAngle = 74.0}, Side::L, false));
+  const auto painted = [&](bool withForceAngle) {
+    QImage image(600, 400, QImage::Format_RGB32);
+    QPainter painter(&image);
+    drawn.labels.forceAngle.visible = withForceAngle;
+    Vizual::PaintDiagram(painter, image.rect(), drawn.picture, drawn.labels,
+                         {Face(kLight), 1.0, true});
+    const QRectF edge = LabelArea(painter, image.rect(), drawn.picture, drawn.labels.edgeAngle);
+    const QRectF force = LabelArea(painter, image.rect(), drawn.picture, drawn.labels.forceAngle);
+    EXPECT_TRUE(edge.intersects(force)) << "the test looks at nothing";
+    return std::pair(image, image.copy(edge.toRect()));
+  };
+  const auto [with, edgeWith] = painted(true);
+  const auto [without, edgeWithout] = painted(false);
+  EXPECT_NE(with, without);
+  EXPECT_EQ(edgeWith, edgeWithout);
+}
 
 TEST(DiagramView, HoldsThreeToTwoAndShowsPictureAndLabels) {
   Vizual::DiagramView view;

@@ -198,6 +198,20 @@ TEST(HipDiagramBox, OnlyFormLSwitchesAutoRedrawOn) {
   }
 }
 
+TEST(HipDiagramBox, OnlyFormLClearsItWhileAutoRedrawIsOff) {
+  for (const Side side : {Side::L, Side::D}) {
+    PictureBox box;
+    Vizual::DiagramLabels labels;
+    std::vector<bool> autoRedraw;  // at each change of what is seen
+    double e = 30, p = 16, r = 8;
+    box.SetBackColor(kWhite);
+    box.OnChange([&] { autoRedraw.push_back(box.AutoRedraw()); });
+    DrawHipDiagram(side, Vizual::Target::Screen(box, labels), 2, 25, e, p, r, 2);
+    EXPECT_EQ(autoRedraw.front(), side == Side::D);
+    EXPECT_TRUE(autoRedraw.back());
+  }
+}
+
 TEST(HipDiagramBox, PenOfHeadAndFanIsTheCallers) {
   PictureBox box;
   Vizual::DiagramLabels labels;
@@ -208,6 +222,23 @@ TEST(HipDiagramBox, PenOfHeadAndFanIsTheCallers) {
   EXPECT_EQ(box.Drawings().at(0).pen, (Pen{kBlack, 3, LineStyle::Dotted}));
   EXPECT_EQ(box.Drawings().at(1).pen, (Pen{kRed, 3, LineStyle::Dotted}));
   EXPECT_EQ(box.Drawings().back().pen, (Pen{kBlack, 1, LineStyle::Dotted}));
+}
+
+// However broad and solid the pen is made between two strokes.
+TEST(HipDiagramBox, ThePenIsSetAnewBeforeTheArrowAndBeforeEachReferenceLine) {
+  PictureBox box;
+  Vizual::DiagramLabels labels;
+  double e = 30, p = 16, r = 8;
+  box.OnChange([&box] {
+    box.SetDrawStyle(LineStyle::Solid);
+    box.SetDrawWidth(3);
+  });
+  DrawHipDiagram(Side::D, Vizual::Target::Screen(box, labels), 2, 25, e, p, r, 2);
+  const auto& drawings = box.Drawings();
+  // Counted from the end: 9 shaft, 5 vertical, 4 edge.
+  EXPECT_EQ(drawings.at(drawings.size() - 9).pen, (Pen{kBlue, 1, LineStyle::Solid}));
+  EXPECT_EQ(drawings.at(drawings.size() - 5).pen, (Pen{kBlack, 1, LineStyle::Dotted}));
+  EXPECT_EQ(drawings.at(drawings.size() - 4).pen, (Pen{kBlack, 1, LineStyle::Dotted}));
 }
 
 TEST(HipDiagramBox, LetterOnPaperStandsAtTheMarkerOfTheSide) {

@@ -155,6 +155,30 @@ TEST(ContactStress, TakesTheEdgeForThePeakWhenThePoleLiesBeyond) {
   EXPECT_LT(steepBeyond.pmax, 0.99 * steepBeyond.p0);
 }
 
+// Where the stresses at pole and edge are as good as equal. The edge to the pole's place comes from
+// the pole's equation, solved for it.
+TEST(ContactStress, TakesTheEdgeForThePeakWhenThePoleLiesATenthOfAMilliradianBeyond) {
+  for (const double beyond : {1e-4, -1e-4}) {
+    const double lean = std::atan(std::cos(beyond) * std::cos(beyond) /
+                                  (std::numbers::pi / 2.0 - beyond - std::sin(2.0 * beyond) / 2.0));
+    StressInputs ordinary = Inputs(0.0, 8.5);
+    ordinary.thetaCE = lean - 8.5 * kDegree - beyond;
+    StressInputs steep = Inputs(0.0, 139.0);
+    steep.thetaCE = std::numbers::pi - lean - 139.0 * kDegree + beyond;
+    const double loss = beyond > 0.0 ? 1.0 - std::cos(beyond) : 0.0;
+    for (const StressInputs& inputs : {ordinary, steep}) {
+      const ContactStress stress = Tlakm::ComputeContactStress(inputs);
+      ASSERT_EQ(stress.outcome, StressOutcome::Ok);
+      const bool isSteep = stress.form == PoleForm::Steep;
+      ASSERT_EQ(isSteep, inputs.thetaR > 90.0);
+      const double off = isSteep ? stress.angles.thetaCE - std::numbers::pi - stress.thetaPolRad
+                                 : stress.thetaPolRad - stress.angles.thetaCE;
+      EXPECT_NEAR(off, beyond, 1e-9);
+      EXPECT_NEAR(1.0 - stress.pmax / stress.p0, loss, 1e-13);
+    }
+  }
+}
+
 // The whole of a hemisphere carries when the pole lies a quarter turn medial of the edge.
 TEST(ContactStress, HasTheClosedValueWithinAThousandthOfTheQuarterTurn) {
   for (const double off : {-0.99e-3, -1e-6, 0.0, 1e-6, 0.99e-3}) {

@@ -71,6 +71,23 @@ TEST(Comments, TabsGoToTheNextStop) {
   EXPECT_NEAR(pdf.Line(1, "four").x, 720.0 + 2000.0, kNear);
 }
 
+// Where the word begins, wherever the words of its line stand.
+double PlaceOf(const PdfPages& pdf, const QString& text) {
+  for (const PdfWord& word : pdf.WordsOf(1)) {
+    if (word.text == text) return word.box.left();
+  }
+  ADD_FAILURE() << "no " << text.toStdString();
+  return 0.0;
+}
+
+// Nine digits and an apostrophe are 9.36 widths of "0", nine and an "e" 9.89: the one is taken for
+// 9, the other for 10, which is a stop.
+TEST(Comments, ATabTakesTheNearestWidthForItsPlace) {
+  const PdfPages pdf = WithText("x\n123456789'\tnear\n123456789e\tfar");
+  EXPECT_NEAR(PlaceOf(pdf, "near"), 720.0 + 1000.0, kNear);
+  EXPECT_NEAR(PlaceOf(pdf, "far"), 720.0 + 2000.0, kNear);
+}
+
 TEST(Comments, LineFeedsBreakTheLineAndOtherControlCharactersAreDropped) {
   const PdfPages pdf = WithText(QStringLiteral("one\r\ntw\ro\n\nth\x01\x1bree"));
   const double y = pdf.Line(1, "Comments : one").y;

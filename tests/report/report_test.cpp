@@ -14,6 +14,7 @@
 
 #include "diagram/case_diagram.h"
 #include "platform/print_dialog.h"
+#include "tests/report/painted_texts.h"
 #include "tests/report/printed_report.h"
 #include "tests/report/report_cases.h"
 #include "tests/support/golden_picture.h"
@@ -99,6 +100,22 @@ TEST(Report, SaysWhatIsMissing) {
   for (const char* text : {"Name : Unknown", "Sex : Unknown", "Date of birth : Unknown",
                            "Body weight : Unknown kg", "Hip : Unknown", "Comments : No"}) {
     pdf.Line(1, text);
+  }
+}
+
+// Two blanks behind the sign of degrees, and two before the value of the peak stress.
+TEST(Report, KeepsTheBlanksOfItsTexts) {
+  const CaseRecord record = UsualCase();
+  const ResultTexts results = Vse::ResultTextsOf(record, American());
+  NotingTarget target;
+  ASSERT_EQ(Print::PrintCase(target, {record, results, American()}, PrintedDate()), "");
+  for (const char* text :
+       {"Name : Novak Marija", "  ", "zasuk = 0 °  ", "Theta-CE = 30 °  ",
+        "Radius of head = 0.025 m", "Comments", "Theta-R = 8.47 °", "Theta-pol = 16.41 °",
+        "R/Wb = 2.81", "Pmax/Wb = 3006.76 m^-2", "Pmax =  2066847.58 Pa"}) {
+    EXPECT_TRUE(target.Texts().contains(QString::fromUtf8(text)))
+        << '"' << text << "\" is not among\n"
+        << target.Texts().join(u'\n').toStdString();
   }
 }
 

@@ -1,0 +1,92 @@
+// What loading and activation set, before anybody touches the window.
+#include <array>
+#include <cmath>
+#include <numbers>
+
+#include "tests/view3d/head_fixture.h"
+#include "view3d/stress_colour.h"
+
+namespace {
+
+TEST_F(HeadWindowTest, BothListsOfferTheResolutionsFromCoarseToFine) {
+  Open();
+  for (const char* name : {"Combo1", "Combo2"}) {
+    const auto* list = Find<QComboBox>(name);
+    QStringList entries;
+    for (int i = 0; i < list->count(); ++i) entries << list->itemText(i);
+    EXPECT_EQ(entries, QStringList({"Low", "Medium", "High", "Extra"})) << name;
+    EXPECT_EQ(list->currentIndex(), -1) << name;
+  }
+}
+
+Colour ColourOf(QRgb pixel) {
+  return Colour(qRed(pixel)) | Colour(qGreen(pixel)) << 8U | Colour(qBlue(pixel)) << 16U;
+}
+
+TEST_F(HeadWindowTest, TheLegendIsThereWhenTheWindowOpens) {
+  Open();
+  const QImage legend = Find<PictureView>("Mierka")->grab().toImage();
+  const int x = legend.width() / 2;
+  for (int band = 0; band < 10; ++band) {
+    const int y = legend.height() - 1 - (2 * band + 1) * legend.height() / 20;
+    EXPECT_EQ(ColourOf(legend.pixel(x, y)), StressColour(10.0 * band)) << band;
+  }
+}
+
+// The first drawing is looked at while its area is still being worked out: afterwards the fill is
+// that of the area.
+TEST_F(HeadWindowTest, TheSphereIsFilledFromTheFirstDrawingOn) {
+  record_ = head_cases::Default(70.0);
+  form_ = std::make_unique<FormGula>(
+      HeadWindowNeeds{record_, [] { return QString("16"); }, messages_, files_, QLocale::c()});
+  form_->resize(700, 600);
+  Picture()->Box().SetFillStyle(FillKind::Transparent);
+  QImage sphere;
+  bool drawn = false;
+  QObject::connect(Find<QProgressBar>("ProgressBar"), &QProgressBar::valueChanged, form_.get(),
+                   [&](int row) {
+                     drawn = drawn || (row == 0 && !sphere.isNull());
+                     if (!drawn && row > 0) sphere = Image().copy();
+                   });
+  form_->show();
+  ASSERT_TRUE(drawn);
+  const QPoint middle = sphere.rect().center();
+  const int off = int(double(View().radius) * 0.6);
+  EXPECT_NE(sphere.pixel(middle), sphere.pixel(2, 2));
+  for (const QPoint way : {QPoint(off, off), QPoint(-off, off), QPoint(0, -off)}) {
+    EXPECT_EQ(sphere.pixel(middle + way), sphere.pixel(middle));
+  }
+}
+
+TEST_F(HeadWindowTest, NothingOfTheAreaIsLeftOutOnceTheWindowIsActive) {
+  constexpr std::array<float, 3> kNothing{};
+  Open();
+  EXPECT_EQ(View().exclusionBounds, kNothing);
+  const QImage whole = Image().copy();
+  // Nothing in the program sets the bounds.
+  const_cast<HeadView&>(View()).exclusionBounds = {-1.0F, 1.0F, 1.0F};
+  form_->CaseComputed();
+  ASSERT_NE(Image(), whole);
+  QEvent activation(QEvent::ActivationChange);
+  QApplication::sendEvent(form_.get(), &activation);
+  EXPECT_EQ(View().exclusionBounds, kNothing);
+  EXPECT_EQ(Image(), whole);
+}
+
+// On the rim of the head, a hundredth of a pixel decides.
+TEST_F(HeadWindowTest, ThePoleIsMarkedDownToAHundredthOfAPixelBehindTheRim) {
+  Open();
+  for (const auto& [depth, marked] : {std::pair(-0.009, true), std::pair(-0.011, false)}) {
+    const double behind = std::asin(-depth / double(View().radius)) * 180.0 / std::numbers::pi;
+    poleText_ = QString::number(90.0 + behind, 'f', 9);
+    form_->CaseComputed();
+    ASSERT_NEAR(FindPole(Picture()->Box(), View()).depth, depth, 2e-4);
+    const QImage without = Image().copy();
+    Check("Check3", true);
+    EXPECT_EQ(PoleLabel()->isVisible(), marked) << depth;
+    EXPECT_EQ(Image() != without, marked) << depth;
+    Check("Check3", false);
+  }
+}
+
+}  // namespace
