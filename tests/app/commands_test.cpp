@@ -57,7 +57,7 @@ Message QuestionOf(const QString& command) {
 
 class CommandTable : public testing::TestWithParam<Path> {};
 
-TEST_P(CommandTable, AskSaveAndGoOnAsDescribed) {
+TEST_P(CommandTable, AsksSavesAndGoesOn) {
   const Path& row = GetParam();
   RunningProgram program;
   const QString existing = program.Path("existing.txt");
@@ -233,9 +233,6 @@ TEST(Commands, ChangeShowsHeldUnitsAndEmptiesPlaceholders) {
   EXPECT_EQ(program.InForm<QPlainTextEdit>("Text12")->toPlainText(), "");
   EXPECT_TRUE(program.InForm<QRadioButton>("Option2")->isChecked());
   EXPECT_TRUE(program.InForm<QRadioButton>("Option4")->isChecked());
-  EXPECT_FALSE(program.window.Session().Record().weightUnknown);
-  program.PressCancel();
-  EXPECT_TRUE(program.window.Session().Record().weightUnknown);
 }
 
 TEST(Commands, ConfirmingUnchangedLeavesTheFlags) {
@@ -282,12 +279,51 @@ TEST(Commands, CancellingTheFormAfterOpenKeepsTheCaseOnScreen) {
   program.PressCancel();
   EXPECT_TRUE(static_cast<const CaseData&>(program.window.Session().Record()) == before);
   EXPECT_TRUE(program.window.Session().openOK());
-  EXPECT_EQ(program.window.isWindowModified(), program.window.Session().NeedsSaving());
 }
 
-TEST(Commands, AFileWithAWeightIsAChangeWhileTheWeightStaysUnknown) {
+// Reading a file gives up the case before, but only a confirmation takes it away.
+TEST(Commands, ACancelledOpenLeavesTheCaseOnScreenUnsaved) {
+  for (const char* command : {"mnuNew", "mnuExit", "close"}) {
+    RunningProgram program;
+    program.ConfirmDefaultCase();
+    program.files.Answers(program.Path("case.txt"));
+    program.window.Save();
+    program.window.Change();
+    program.Type("Text1", "11");
+    program.PressOk();
+    program.messages.Answers(Answer::No);
+    program.files.Answers(program.Path("case.txt"));
+    program.window.Open();
+    program.messages.Take();
+    EXPECT_TRUE(program.InWindow<QLabel>("lblUnsaved")->isVisible());
+    program.PressCancel();
+    EXPECT_TRUE(program.InWindow<QLabel>("lblUnsaved")->isVisible());
+    program.messages.Answers(Answer::Yes);
+    program.files.Answers(program.Path("kept.txt"));
+    if (command == QString("close")) program.window.close();
+    if (command != QString("close")) program.Command(command);
+    EXPECT_EQ(program.messages.Take(), QList<Message>{QuestionOf(command)}) << command;
+    EXPECT_TRUE(program.Bytes(program.Path("kept.txt")).contains("= 11 cm")) << command;
+  }
+}
+
+TEST(Commands, AFileThatWasReadAndConfirmedIsLeftWithoutAQuestion) {
   RunningProgram program;
-  program.ConfirmDefaultCase();
+  BringTo(program, State::Opened);
+  EXPECT_FALSE(program.InWindow<QLabel>("lblUnsaved")->isVisible());
+  program.files.Answers(program.Path("before.txt"));
+  program.messages.Answers(Answer::No);  // Open asks whenever it was not saved
+  program.window.Open();
+  program.messages.Take();
+  program.PressCancel();
+  program.window.Exit();
+  EXPECT_FALSE(program.window.isVisible());
+}
+
+// A file's weight is not lost to the case before.
+TEST(Commands, AFilesWeightIsKnownAfterACaseOfUnknownWeight) {
+  RunningProgram program;
+  program.ConfirmDefaultCase("80");
   program.files.Answers(program.Path("case.txt"));
   program.window.Save();
   program.window.New();
@@ -296,9 +332,14 @@ TEST(Commands, AFileWithAWeightIsAChangeWhileTheWeightStaysUnknown) {
   program.files.Answers(program.Path("case.txt"));
   program.window.Open();
   program.messages.Take();
+  EXPECT_EQ(program.InWindow<QLabel>("lblNotice")->text(), "");
   program.PressOk();
-  EXPECT_EQ(program.Panel("txtBodyWeight"), "Unknown");
-  EXPECT_TRUE(program.window.Session().NeedsSaving());
+  EXPECT_EQ(program.Panel("txtBodyWeight"), "80");
+  EXPECT_TRUE(program.InWindow<QLineEdit>("txtPmax")->isVisible());
+  EXPECT_FALSE(program.window.Session().Record().weightUnknown);
+  program.files.Answers(program.Path("again.txt"));
+  program.window.Save();
+  EXPECT_TRUE(program.Bytes(program.Path("again.txt")).contains("Body weight   : 80 kg\n"));
 }
 
 TEST(Commands, ANamelessCaseNeverTakesTheNameTypedForAnother) {
@@ -374,21 +415,50 @@ TEST(Commands, TheCloseBoxKeepsTheProgramOnlyWhenWritingFails) {
   }
 }
 
-TEST(Commands, TitleAndStatusNameTheFileInUse) {
+TEST(Commands, TheStatusLineNamesTheFileInUseAndTellsOfUnsavedChanges) {
   RunningProgram program;
-  EXPECT_EQ(program.window.windowTitle(), "TELMARION[*]");
-  EXPECT_FALSE(program.window.isWindowModified());
+  const auto* file = program.InWindow<QLabel>("lblFile");
+  const auto* unsaved = program.InWindow<QLabel>("lblUnsaved");
+  EXPECT_EQ(file->text(), "");
+  EXPECT_FALSE(unsaved->isVisible());
   program.ConfirmDefaultCase();
-  EXPECT_TRUE(program.window.isWindowModified());
+  EXPECT_TRUE(unsaved->isVisible());
+  EXPECT_EQ(unsaved->text(), "Unsaved changes");
   program.files.Answers(program.Path("case.txt"));
   program.window.Save();
-  EXPECT_EQ(program.window.windowTitle(), "case.txt[*] - TELMARION");
-  EXPECT_FALSE(program.window.isWindowModified());
-  EXPECT_EQ(program.InWindow<QLabel>("lblFile")->text(), program.Path("case.txt"));
+  EXPECT_EQ(file->text(), "case.txt");
+  EXPECT_EQ(file->toolTip(), program.Path("case.txt"));
+  EXPECT_FALSE(unsaved->isVisible());
   program.window.New();
-  EXPECT_EQ(program.window.windowTitle(), "case.txt[*] - TELMARION");
+  EXPECT_EQ(file->text(), "case.txt");
   program.PressOk();
-  EXPECT_EQ(program.window.windowTitle(), "TELMARION[*]");
+  EXPECT_EQ(file->text(), "");
+  EXPECT_TRUE(unsaved->isVisible());
+}
+
+TEST(Commands, TheCaptionIsTheProgramsNameWhateverTheCase) {
+  RunningProgram program;
+  const auto caption = [&] { return program.window.windowTitle(); };
+  EXPECT_EQ(caption(), "TELMARION");
+  program.ConfirmDefaultCase();
+  EXPECT_EQ(caption(), "TELMARION");
+  program.files.Answers(program.Path("case.txt"));
+  program.window.Save();
+  EXPECT_EQ(caption(), "TELMARION");
+}
+
+// Names of files may be anything but a slash.
+TEST(Commands, ALongOrStrangeFileNameDoesNotWidenTheWindow) {
+  RunningProgram program;
+  const int width = program.window.minimumSizeHint().width();
+  const QString name = "<b>" + QString(200, 'x') + "\nend.txt";
+  program.ConfirmDefaultCase();
+  program.files.Answers(program.folder.filePath(name));
+  program.window.Save();
+  EXPECT_TRUE(program.InWindow<QLabel>("lblFile")->text().startsWith("<b>x"));
+  EXPECT_FALSE(program.InWindow<QLabel>("lblFile")->text().contains('\n'));
+  EXPECT_EQ(program.InWindow<QLabel>("lblFile")->textFormat(), Qt::PlainText);
+  EXPECT_EQ(program.window.minimumSizeHint().width(), width);
 }
 
 }  // namespace
