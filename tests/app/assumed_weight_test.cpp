@@ -78,6 +78,27 @@ TEST_F(AssumedWeight, StaysUnknownWhileAFormIsOpenAndCancelled) {
   }
 }
 
+TEST_F(AssumedWeight, OfTheCaseBeforeIsNotThatOfAFile) {
+  RunningProgram program;
+  program.ConfirmDefaultCase("80");
+  program.files.Answers(program.Path("case.txt"));
+  program.window.Save();
+  program.window.New();
+  program.PressOk();
+  program.messages.Answers(Answer::No);
+  program.files.Answers(program.Path("case.txt"));
+  program.window.Open();
+  program.messages.Take();
+  EXPECT_EQ(program.InWindow<QLabel>("lblNotice")->text(), "");
+  program.PressOk();
+  EXPECT_EQ(program.Panel("txtBodyWeight"), "80");
+  EXPECT_TRUE(program.InWindow<QLineEdit>("txtPmax")->isVisible());
+  EXPECT_FALSE(program.window.Session().Record().weightUnknown);
+  program.files.Answers(program.Path("again.txt"));
+  program.window.Save();
+  EXPECT_TRUE(program.Bytes(program.Path("again.txt")).contains("Body weight   : 80 kg\n"));
+}
+
 TEST_F(AssumedWeight, StaysUnknownWhenTheSystemEndsTheProgramOverAnOpenForm) {
   auto program = Start();
   program->ConfirmDefaultCase({});

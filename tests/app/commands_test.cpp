@@ -320,28 +320,6 @@ TEST(Commands, AFileThatWasReadAndConfirmedIsLeftWithoutAQuestion) {
   EXPECT_FALSE(program.window.isVisible());
 }
 
-// A file's weight is not lost to the case before.
-TEST(Commands, AFilesWeightIsKnownAfterACaseOfUnknownWeight) {
-  RunningProgram program;
-  program.ConfirmDefaultCase("80");
-  program.files.Answers(program.Path("case.txt"));
-  program.window.Save();
-  program.window.New();
-  program.PressOk();
-  program.messages.Answers(Answer::No);
-  program.files.Answers(program.Path("case.txt"));
-  program.window.Open();
-  program.messages.Take();
-  EXPECT_EQ(program.InWindow<QLabel>("lblNotice")->text(), "");
-  program.PressOk();
-  EXPECT_EQ(program.Panel("txtBodyWeight"), "80");
-  EXPECT_TRUE(program.InWindow<QLineEdit>("txtPmax")->isVisible());
-  EXPECT_FALSE(program.window.Session().Record().weightUnknown);
-  program.files.Answers(program.Path("again.txt"));
-  program.window.Save();
-  EXPECT_TRUE(program.Bytes(program.Path("again.txt")).contains("Body weight   : 80 kg\n"));
-}
-
 TEST(Commands, ANamelessCaseNeverTakesTheNameTypedForAnother) {
   RunningProgram program;
   program.ConfirmDefaultCase();
@@ -413,52 +391,6 @@ TEST(Commands, TheCloseBoxKeepsTheProgramOnlyWhenWritingFails) {
     EXPECT_EQ(program.window.isVisible(), !path.isEmpty());
     EXPECT_EQ(program.messages.Take().size(), path.isEmpty() ? 1 : 2);
   }
-}
-
-TEST(Commands, TheStatusLineNamesTheFileInUseAndTellsOfUnsavedChanges) {
-  RunningProgram program;
-  const auto* file = program.InWindow<QLabel>("lblFile");
-  const auto* unsaved = program.InWindow<QLabel>("lblUnsaved");
-  EXPECT_EQ(file->text(), "");
-  EXPECT_FALSE(unsaved->isVisible());
-  program.ConfirmDefaultCase();
-  EXPECT_TRUE(unsaved->isVisible());
-  EXPECT_EQ(unsaved->text(), "Unsaved changes");
-  program.files.Answers(program.Path("case.txt"));
-  program.window.Save();
-  EXPECT_EQ(file->text(), "case.txt");
-  EXPECT_EQ(file->toolTip(), program.Path("case.txt"));
-  EXPECT_FALSE(unsaved->isVisible());
-  program.window.New();
-  EXPECT_EQ(file->text(), "case.txt");
-  program.PressOk();
-  EXPECT_EQ(file->text(), "");
-  EXPECT_TRUE(unsaved->isVisible());
-}
-
-TEST(Commands, TheCaptionIsTheProgramsNameWhateverTheCase) {
-  RunningProgram program;
-  const auto caption = [&] { return program.window.windowTitle(); };
-  EXPECT_EQ(caption(), "TELMARION");
-  program.ConfirmDefaultCase();
-  EXPECT_EQ(caption(), "TELMARION");
-  program.files.Answers(program.Path("case.txt"));
-  program.window.Save();
-  EXPECT_EQ(caption(), "TELMARION");
-}
-
-// Names of files may be anything but a slash.
-TEST(Commands, ALongOrStrangeFileNameDoesNotWidenTheWindow) {
-  RunningProgram program;
-  const int width = program.window.minimumSizeHint().width();
-  const QString name = "<b>" + QString(200, 'x') + "\nend.txt";
-  program.ConfirmDefaultCase();
-  program.files.Answers(program.folder.filePath(name));
-  program.window.Save();
-  EXPECT_TRUE(program.InWindow<QLabel>("lblFile")->text().startsWith("<b>x"));
-  EXPECT_FALSE(program.InWindow<QLabel>("lblFile")->text().contains('\n'));
-  EXPECT_EQ(program.InWindow<QLabel>("lblFile")->textFormat(), Qt::PlainText);
-  EXPECT_EQ(program.window.minimumSizeHint().width(), width);
 }
 
 }  // namespace
