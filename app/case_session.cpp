@@ -13,25 +13,33 @@ void CaseSession::NoteSaved(const QString& path) {
 void CaseSession::NoteRead(const QString& path, std::optional<CaseData> read) {
   openOK_ = true;
   originInForm_ = {path, std::move(read)};
+  formIsRead_ = true;
 }
 
 void CaseSession::NoteNew() {
   originInForm_ = {};
+  formIsRead_ = false;
 }
 
 void CaseSession::NoteChange() {
   originInForm_ = origin_;
+  formIsRead_ = false;
 }
 
 void CaseSession::NoteRecovered(const QString& path) {
   originInForm_ = {path, std::nullopt};
+  formIsRead_ = false;
   NoteConfirmed();
 }
 
 void CaseSession::NoteConfirmed() {
   hasCase_ = true;
   origin_ = originInForm_;
-  if (origin_.data && Vse::IsSameCase(*origin_.data, record_)) return;
+  if (origin_.data && Vse::IsSameCase(*origin_.data, record_)) {
+    isAsRead_ = isAsRead_ || formIsRead_;
+    return;
+  }
   saveOK_ = false;
   openOK_ = false;
+  isAsRead_ = false;
 }

@@ -14,10 +14,13 @@ class CaseSession {
   // False until the first confirmation whose checks have passed: there is nothing to save or print.
   bool HasCase() const { return hasCase_; }
 
-  // The two flags of the save prompts. The case needs no saving while either is set.
+  // The two flags of the save prompts: the case was saved; a file was read into the form.
   bool saveOK() const { return saveOK_; }
   bool openOK() const { return openOK_; }
-  bool NeedsSaving() const { return !saveOK_ && !openOK_; }
+
+  // Of the case in the record. A file that was read counts for it from its confirmation on: when
+  // the form is cancelled instead, the record still holds the case before.
+  bool NeedsSaving() const { return !saveOK_ && !isAsRead_; }
 
   // The case file that the case was saved to or read from last; empty for a new case.
   const QString& FileInUse() const { return origin_.file; }
@@ -48,6 +51,7 @@ class CaseSession {
   bool hasCase_ = false;
   bool saveOK_ = true;
   bool openOK_ = false;
+  bool isAsRead_ = false;  // the record holds what the file that was read holds
 
   // The file of a case and what stands in it. A new case has neither.
   struct Origin {
@@ -56,4 +60,5 @@ class CaseSession {
   };
   Origin origin_;        // of the case in the record
   Origin originInForm_;  // of the case in the form; a confirmation makes it the record's
+  bool formIsRead_ = false;
 };

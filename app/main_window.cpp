@@ -21,6 +21,9 @@ constexpr QStringView kFilter = u"Text (*.txt)|*.txt";
 constexpr QStringView kExtension = u"txt";
 constexpr QStringView kSaveQuestion = u"Do you want to save data ?";
 constexpr QStringView kEndTitle = u"TELMARION End";
+constexpr QStringView kStressesOfCaseBefore =
+    u"The stresses are those of the case before. Go on all the same?";
+constexpr QStringView kNoStresses = u"There are no stresses for this case. Go on all the same?";
 
 // What is wrong with which file, for a message.
 QString FileTrouble(const QString& path, const QString& reason) {
@@ -31,10 +34,12 @@ QString FileTrouble(const QString& path, const QString& reason) {
 
 MDIForm1::MDIForm1(const AppDoors& doors) : doors_(doors), recovery_(doors.recoveryFolder) {
   setObjectName(QStringLiteral("MDIForm1"));
+  setWindowTitle(QStringLiteral("TELMARION"));
   BuildContent();
   BuildMenus();
   BuildToolBar();
-  ShowFileInUse();
+  BuildStatusLine();
+  ShowStatus();
 }
 
 CaseRun MDIForm1::Run() {
@@ -49,23 +54,23 @@ void MDIForm1::LoadForm() {
   patient_->EnableBoxes();
 }
 
-void MDIForm1::ShowForm(bool clearWeightUnknown) {
-  weightUnknownBefore_ = session_.Record().weightUnknown;
-  if (clearWeightUnknown) session_.Record().weightUnknown = false;
+void MDIForm1::ShowForm() {
   shownEntries_ = form_->Entries();
   form_->setWindowModality(Qt::ApplicationModal);  // the 3D view waits as well
   form_->show();
   form_->activateWindow();
+  ShowStatus();
 }
 
 void MDIForm1::ConfirmForm() {
   if (!form_->isVisible()) return;  // a second press that came before the form was gone
   ConfirmCase(*form_, Run());
+  ShowStatus();
 }
 
 void MDIForm1::CancelForm() {
-  session_.Record().weightUnknown = weightUnknownBefore_;
   KeepWork();
+  ShowStatus();
 }
 
 void MDIForm1::New() {
@@ -77,7 +82,7 @@ void MDIForm1::New() {
   }
   LoadForm();
   session_.NoteNew();
-  ShowForm(true);
+  ShowForm();
 }
 
 void MDIForm1::Open() {
@@ -105,17 +110,26 @@ void MDIForm1::Open() {
     entries.firstName = form_->Entries().firstName;
   }
   form_->SetEntries(entries);
-  // As the file has it: a weight that stays unknown from the case before is a change.
   session_.NoteRead(path, Vse::DataOf(form_->Entries(), false));
-  ShowFileInUse();
-  ShowForm(false);
+  ShowForm();
 }
 
 void MDIForm1::Save() {
   SaveCase();
 }
 
+// True when the stresses are the case's own, or the user goes on without.
+bool MDIForm1::AskAboutStresses() {
+  const CaseRecord::Stresses stresses = session_.Record().stresses;
+  if (stresses == CaseRecord::Stresses::Own) return true;
+  const QStringView question =
+      stresses == CaseRecord::Stresses::OfCaseBefore ? kStressesOfCaseBefore : kNoStresses;
+  return doors_.messages.WarnYesNo(this, question.toString(), QStringLiteral("Sorry")) ==
+         Answer::Yes;
+}
+
 MDIForm1::SaveOutcome MDIForm1::SaveCase() {
+  if (!AskAboutStresses()) return SaveOutcome::Declined;
   const QString path = doors_.files.AskSaveFileName(this, kFilter.toString(), kExtension.toString(),
                                                     ProposedFileName());
   if (path.isEmpty()) return SaveOutcome::Cancelled;
@@ -126,12 +140,13 @@ MDIForm1::SaveOutcome MDIForm1::SaveCase() {
     return SaveOutcome::Failed;
   }
   session_.NoteSaved(path);
-  ShowFileInUse();
   KeepWork();
+  ShowStatus();
   return SaveOutcome::Saved;
 }
 
 void MDIForm1::Print() {
+  if (!AskAboutStresses()) return;
   const Answer answer = doors_.messages.AskYesNo(this, QStringLiteral("Print results?"),
                                                  QStringLiteral("TELMARION print"));
   if (answer != Answer::Yes) return;
@@ -149,7 +164,7 @@ void MDIForm1::Change() {
     form_->SetEntries(Vse::EntriesOf(session_.Record(), doors_.locale, form_->Entries()));
   }
   session_.NoteChange();
-  ShowForm(true);
+  ShowForm();
 }
 
 void MDIForm1::LoadView3D() {
@@ -193,12 +208,14 @@ void MDIForm1::Exit() {
 }
 
 // The close box asks without Cancel, deliberately: a cancelled file dialog ends the program as
-// well. Only a failed write keeps it, since the case would be lost against the user's word.
+// well. A failed write keeps it, and so does a save that the user thought better of: the case would
+// be lost against the user's word.
 void MDIForm1::closeEvent(QCloseEvent* event) {
   if (!ending_ && session_.NeedsSaving()) {
     const Answer answer =
         doors_.messages.AskYesNo(this, kSaveQuestion.toString(), kEndTitle.toString());
-    if (answer == Answer::Yes && SaveCase() == SaveOutcome::Failed) {
+    const SaveOutcome outcome = answer == Answer::Yes ? SaveCase() : SaveOutcome::Cancelled;
+    if (outcome == SaveOutcome::Failed || outcome == SaveOutcome::Declined) {
       event->ignore();
       return;
     }
@@ -213,17 +230,6 @@ QString MDIForm1::ProposedFileName() const {
   return SafeFileName(session_.Record().patient.name) + QStringLiteral(".txt");
 }
 
-void MDIForm1::ShowFileInUse() {
-  const QString& path = session_.FileInUse();
-  const QString name = QFileInfo(path).fileName();
-  setWindowTitle(name.isEmpty() ? QStringLiteral("TELMARION[*]")
-                                : name + QStringLiteral("[*] - TELMARION"));
-  setWindowModified(session_.NeedsSaving());
-  fileLabel_->setText(path);
-  fileLabel_->setAccessibleName(QStringLiteral("File in use: ") +
-                                (path.isEmpty() ? QStringLiteral("none") : path));
-}
-
 void MDIForm1::EnablePanels() {
   patient_->setEnabled(true);
   patient_->EnableBoxes();
@@ -236,8 +242,8 @@ void MDIForm1::MarkCaseToShow() {
 
 void MDIForm1::CaseConfirmed() {
   session_.NoteConfirmed();
-  ShowFileInUse();
   KeepWork();
+  ShowStatus();
 }
 
 void MDIForm1::ClearCharts() {
@@ -256,10 +262,18 @@ void MDIForm1::SetPatientBox(QString PatientTexts::*box, const QString& text, bo
 
 void MDIForm1::SetResults(const ResultTexts& results) {
   shownResults_ = results;
+  computed_ = session_.Record();
+  computed_.patient = {};
   results_->SetResults(results);
   LoadView3D();
   view3d_->CaseComputed();
   diagram_->setAccessibleDescription(Vizual::DiagramWords(session_.Record(), doors_.locale));
+}
+
+// What follows may wait for the user: what is kept must not take these stresses for the case's.
+void MDIForm1::RefuseResults() {
+  results_->EnableBoxes(false);
+  KeepWork();
 }
 
 Vizual::Target MDIForm1::Diagram() {

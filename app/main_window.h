@@ -70,7 +70,8 @@ class MDIForm1 final : public QMainWindow, private CaseWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  enum class SaveOutcome { Saved, Cancelled, Failed };
+  // Declined: the stresses are not the case's own, and the user would rather not save them.
+  enum class SaveOutcome { Saved, Declined, Cancelled, Failed };
 
   // Set-up.
   void BuildContent();
@@ -80,19 +81,26 @@ class MDIForm1 final : public QMainWindow, private CaseWindow {
 
   // The case form.
   void LoadForm();
-  void ShowForm(bool clearWeightUnknown);
+  void ShowForm();
   void ConfirmForm();
   void CancelForm();
 
   // Kept work.
   KeptWork WorkToKeep() const;
   void GoOnWith(const KeptWork& work);
+  void GoOnWithCase(const KeptWork& work);
+  void GoOnWithForm(const KeptWork& work);
 
   void LoadView3D();
   SaveOutcome SaveCase();
+  bool AskAboutStresses();
   QString ProposedFileName() const;
-  void ShowFileInUse();
   CaseRun Run();
+
+  // The status line.
+  void BuildStatusLine();
+  void ShowStatus();
+  QString Notice() const;
 
   // CaseWindow
   QWidget* Widget() override { return this; }
@@ -102,6 +110,7 @@ class MDIForm1 final : public QMainWindow, private CaseWindow {
   void ClearCharts() override;
   void SetPatientBox(QString PatientTexts::*box, const QString& text, bool enabled) override;
   void SetResults(const ResultTexts& results) override;
+  void RefuseResults() override;
   Vizual::Target Diagram() override;
   void SetCaptions(const QStringList& captions) override;
 
@@ -110,13 +119,14 @@ class MDIForm1 final : public QMainWindow, private CaseWindow {
   std::unique_ptr<Form1> form_;
   std::unique_ptr<FormGula> view3d_;  // from the first computed case on
   std::unique_ptr<HelpWindow> help_;
-  bool weightUnknownBefore_ = false;  // what cancelling the form puts back
-  CaseEntries shownEntries_;          // of the form, before anything was typed
-  bool ending_ = false;               // Exit has asked already
+  CaseEntries shownEntries_;  // of the form, before anything was typed
+  bool ending_ = false;       // Exit has asked already
   bool systemEnds_ = false;
   RecoveryFile recovery_;
+  bool cannotKeep_ = false;  // the last try to keep work failed
 
   ResultTexts shownResults_;  // what the results panel shows
+  CaseData computed_;         // whose results these are, without the patient
 
   PatientPanel* patient_ = nullptr;
   ResultsPanel* results_ = nullptr;
@@ -124,5 +134,7 @@ class MDIForm1 final : public QMainWindow, private CaseWindow {
   Picture background_;  // of the diagram, restored before each drawing
   QLabel* captions_ = nullptr;
   QLabel* fileLabel_ = nullptr;
+  QLabel* unsavedLabel_ = nullptr;
+  QLabel* noticeLabel_ = nullptr;
   QList<QAction*> caseCommands_;  // of no use before there is a case
 };

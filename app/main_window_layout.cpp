@@ -43,6 +43,16 @@ QScrollArea* MakeScrollable(QWidget* content) {
   return area;
 }
 
+// A text that is longer than the line is cut off; the window keeps its width.
+QLabel* AddStatusLabel(QStatusBar& bar, const char* name, int stretch) {
+  auto* label = new QLabel;
+  label->setObjectName(QString::fromUtf8(name));
+  label->setTextFormat(Qt::PlainText);  // a file name may hold what looks like markup
+  label->setMinimumWidth(1);
+  bar.addWidget(label, stretch);
+  return label;
+}
+
 }  // namespace
 
 void MDIForm1::BuildContent() {
@@ -61,6 +71,7 @@ void MDIForm1::BuildContent() {
   captions_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
   captions_->setFont(WithTimes(captions_->font()));
   captions_->setMargin(kGrid);
+  captions_->setWordWrap(true);  // why there are no results takes more than a line
   captions_->setMinimumHeight(4 * captions_->fontMetrics().lineSpacing() + 2 * kGrid);
 
   auto* charts = new QSplitter(Qt::Vertical);
@@ -76,11 +87,14 @@ void MDIForm1::BuildContent() {
   columns->setSizes({320, 640});
   setCentralWidget(columns);
   ClearCharts();
-
-  fileLabel_ = new QLabel;
-  fileLabel_->setObjectName(QStringLiteral("lblFile"));
-  statusBar()->addWidget(fileLabel_, 1);
   resize(960, 640);
+}
+
+void MDIForm1::BuildStatusLine() {
+  fileLabel_ = AddStatusLabel(*statusBar(), "lblFile", 0);
+  unsavedLabel_ = AddStatusLabel(*statusBar(), "lblUnsaved", 0);
+  unsavedLabel_->setText(QStringLiteral("Unsaved changes"));
+  noticeLabel_ = AddStatusLabel(*statusBar(), "lblNotice", 1);
 }
 
 QAction* MDIForm1::AddCommand(const char* name, const char* caption, void (MDIForm1::*command)()) {

@@ -28,18 +28,30 @@ void MDIForm1::OfferKeptWork() {
 }
 
 void MDIForm1::GoOnWith(const KeptWork& work) {
-  if (work.data) {
-    static_cast<CaseData&>(session_.Record()) = *work.data;
-    ShowCase(Run());
-    session_.NoteRecovered(work.file);
-    ShowFileInUse();
+  if (work.data) GoOnWithCase(work);
+  if (work.entries) GoOnWithForm(work);
+  ShowStatus();
+}
+
+// A refused case stands beside the results of the case before.
+void MDIForm1::GoOnWithCase(const KeptWork& work) {
+  CaseData& held = session_.Record();
+  if (work.computedBefore) {
+    held = *work.computedBefore;
+    ComputeAll(Run());
   }
-  if (!work.entries) return;
+  held = *work.data;
+  ShowCase(Run());
+  session_.NoteRecovered(work.file);
+}
+
+void MDIForm1::GoOnWithForm(const KeptWork& work) {
   LoadForm();
   session_.NoteNew();
   const CaseEntries proposed = form_->Entries();
   form_->SetEntries(*work.entries);
-  ShowForm(true);
+  form_->SetWeightUnknown(work.weightUnknownInForm);
+  ShowForm();
   shownEntries_ = proposed;  // what was typed before is to be kept again
 }
 
@@ -48,15 +60,20 @@ KeptWork MDIForm1::WorkToKeep() const {
   if (session_.NeedsSaving()) {
     work.data = session_.Record();
     work.file = session_.FileInUse();
+    const bool refused = session_.Record().stresses == CaseRecord::Stresses::OfCaseBefore;
+    if (refused) work.computedBefore = computed_;
   }
   if (form_ && form_->isVisible() && form_->Entries() != shownEntries_) {
     work.entries = form_->Entries();
+    work.weightUnknownInForm = form_->weightUnknown();
   }
   return work;
 }
 
 void MDIForm1::KeepWork() {
-  if (!systemEnds_ && !ending_) recovery_.Keep(WorkToKeep());
+  if (systemEnds_ || ending_) return;
+  cannotKeep_ = !recovery_.Keep(WorkToKeep());
+  ShowStatus();
 }
 
 void MDIForm1::EndForSystem() {

@@ -141,4 +141,9 @@ void ResultsPanel::SetResults(const ResultTexts& results) {
     widget->setVisible(results.pmax.has_value());
   }
   if (results.pmax) pmax_->setText(*results.pmax);
+  EnableBoxes(true);
+}
+
+void ResultsPanel::EnableBoxes(bool enabled) {
+  for (QLineEdit* box : {rWb_, thetaR_, thetaPol_, pmaxWb_, pmax_}) box->setEnabled(enabled);
 }

@@ -31,8 +31,11 @@ class ResultsPanel : public QGroupBox {
  public:
   explicit ResultsPanel(QWidget* parent = nullptr);
 
-  // Without a peak stress its box and its two labels are hidden.
+  // Without a peak stress its box and its two labels are hidden. Enables the boxes.
   void SetResults(const ResultTexts& results);
+
+  // Greyed boxes show numbers that are not the case's. Captions and units stay as they are.
+  void EnableBoxes(bool enabled);
 
  private:
   QLineEdit* rWb_;

@@ -17,9 +17,29 @@ QString PlaceName(int place, const char* suffix) {
   return QStringLiteral("unsaved-case-%1.%2").arg(place).arg(QLatin1String(suffix));
 }
 
+// Opening or reading a pipe or a device could wait for ever, and a link may lead to one.
+bool IsFile(const QString& path) {
+  return QFileInfo(path).isFile();
+}
+
+bool IsFree(const QString& path) {
+  const QFileInfo info(path);
+  return !info.exists() && !info.isSymLink();
+}
+
+bool IsFreeOrFile(const QString& path) {
+  return IsFree(path) || IsFile(path);
+}
+
+// A lock is read by the toolkit to see whether its session is still alive, and so is the lock with
+// which it takes away the lock of a dead one.
+bool CanLock(const QString& path) {
+  return IsFreeOrFile(path) && IsFreeOrFile(path + QStringLiteral(".rmlock"));
+}
+
 bool WriteForOwnerOnly(const QString& path, const QByteArray& text) {
   QSaveFile file(path);
-  return file.open(QIODevice::WriteOnly) &&
+  return IsFreeOrFile(path) && file.open(QIODevice::WriteOnly) &&
          file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) &&
          file.write(text) == text.size() && CommitWholeFile(file).isEmpty();
 }
@@ -36,8 +56,10 @@ bool RecoveryFile::TakePlace(Wanted wanted) {
   const QDir folder(folder_);
   for (int place = 1; place <= kPlaces; ++place) {
     const QString path = folder.filePath(PlaceName(place, "json"));
-    if (QFileInfo::exists(path) != (wanted == Wanted::KeptWork)) continue;
-    auto lock = std::make_unique<QLockFile>(folder.filePath(PlaceName(place, "lock")));
+    const QString lockPath = folder.filePath(PlaceName(place, "lock"));
+    if (!(wanted == Wanted::KeptWork ? IsFile(path) : IsFree(path))) continue;
+    if (!CanLock(lockPath)) continue;
+    auto lock = std::make_unique<QLockFile>(lockPath);
     lock->setStaleLockTime(0);  // a session may run for weeks; a dead one is told by its process
     if (!lock->tryLock()) continue;
     lock_ = std::move(lock);
@@ -49,19 +71,29 @@ bool RecoveryFile::TakePlace(Wanted wanted) {
 
 std::optional<KeptWork> RecoveryFile::Read(QString& trouble) {
   QFile file(path_);
-  const bool opened = file.open(QIODevice::ReadOnly);
+  const bool isFile = IsFile(path_);
+  const bool opened = isFile && file.open(QIODevice::ReadOnly);
   std::optional<KeptWork> work;
   if (opened) work = Vse::ParseKeptWork(file.readAll());
   if (work && !work->IsEmpty()) return work;
   pending_ = false;
-  const QString reason = opened ? QStringLiteral("it is damaged") : file.errorString();
+  const QString reason = opened   ? QStringLiteral("it is damaged")
+                         : isFile ? file.errorString()
+                                  : QStringLiteral("it is not a file");
   file.close();
-  const QString aside = path_ + QStringLiteral(".damaged");
-  QFile::remove(aside);
-  const QString place = QFile::rename(path_, aside) ? aside : path_;
   trouble = QStringLiteral("An unsaved case was kept, but it cannot be read: %1 (%2)")
-                .arg(reason, QDir::toNativeSeparators(place));
+                .arg(reason, QDir::toNativeSeparators(PutAside()));
   return std::nullopt;
+}
+
+// Where it cannot be put aside it stays, and its place is left to it.
+QString RecoveryFile::PutAside() {
+  const QString path = path_;
+  const QString aside = path + QStringLiteral(".damaged");
+  QFile::remove(aside);
+  if (IsFile(path) && QFile::rename(path, aside)) return aside;
+  Leave();
+  return path;
 }
 
 void RecoveryFile::Discard() {
@@ -76,11 +108,13 @@ void RecoveryFile::Leave() {
   TakePlace(Wanted::Nothing);
 }
 
-void RecoveryFile::Keep(const KeptWork& work) {
-  if (path_.isEmpty() || pending_) return;
+bool RecoveryFile::Keep(const KeptWork& work) {
+  if (folder_.isEmpty() || pending_) return true;
   if (work.IsEmpty()) {
-    QFile::remove(path_);
-  } else if (!WriteForOwnerOnly(path_, Vse::ComposeKeptWork(work))) {
-    qWarning("The unsaved case could not be kept in %s", qUtf8Printable(path_));
+    if (IsFile(path_)) QFile::remove(path_);
+    return true;
   }
+  if (!path_.isEmpty() && WriteForOwnerOnly(path_, Vse::ComposeKeptWork(work))) return true;
+  qWarning("The unsaved case could not be kept in %s", qUtf8Printable(folder_));
+  return false;
 }

@@ -25,7 +25,8 @@ class RecoveryFile {
   bool IsPending() const { return pending_; }
 
   // The work of the earlier session. Empty when it cannot be read: its file is then put aside under
-  // another name, `trouble` tells both, and nothing is pending any more.
+  // another name, or left alone where that fails; `trouble` tells why and where it is, and nothing
+  // is pending any more.
   std::optional<KeptWork> Read(QString& trouble);
 
   // The earlier work is this session's now; its file stays until the next Keep or Remove.
@@ -37,9 +38,9 @@ class RecoveryFile {
   // Leaves the earlier work for another start, and goes to an empty place.
   void Leave();
 
-  // Keeps the work in place of what was kept before; nothing to keep removes it. A failure is left
-  // to the log of the session: the case itself is still in the window.
-  void Keep(const KeptWork& work);
+  // Keeps the work in place of what was kept before; nothing to keep removes it. False when there
+  // is work that could not be kept, or a folder without a place for it.
+  bool Keep(const KeptWork& work);
 
   // A clean end: nothing is left.
   void Remove() { Keep({}); }
@@ -47,6 +48,7 @@ class RecoveryFile {
  private:
   enum class Wanted { KeptWork, Nothing };
   bool TakePlace(Wanted wanted);
+  QString PutAside();
 
   QString folder_;
   QString path_;

@@ -1,5 +1,7 @@
-// From typed units to held units.
+// Texts of one line; from typed units to held units.
 #include "case/case_entries.h"
+
+#include <algorithm>
 
 #include "model/resultant_force.h"
 
@@ -12,7 +14,31 @@ double HeldRadius(double typed, QStringView unit) {
   return unit == kMetre ? typed : typed / 100.0;
 }
 
+bool IsControl(QChar character) {
+  return character.category() == QChar::Other_Control || character == QChar::LineSeparator ||
+         character == QChar::ParagraphSeparator;
+}
+
 }  // namespace
+
+QString OneLine(const QString& text) {
+  if (std::none_of(text.begin(), text.end(), IsControl)) return text;
+  QString line;
+  bool inRun = false;
+  for (const QChar character : text) {
+    const bool control = IsControl(character);
+    if (!control) line += character;
+    if (control && !inRun) line += u' ';
+    inRun = control;
+  }
+  return line.trimmed();
+}
+
+bool IsUnitOf(Measure measure, QStringView unit) {
+  if (IsAngle(measure)) return unit == kDegree || unit == kRadian;
+  return unit == kMillimetre || unit == kCentimetre ||
+         (measure == Measure::HeadRadius && unit == kMetre);
+}
 
 double DegreesToRadians(double degrees) {
   return degrees * Sila::kPi / 180.0;

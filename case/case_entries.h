@@ -46,6 +46,13 @@ struct CaseEntries {
 
 namespace Vse {
 
+// A text for a box of one line: every run of line ends and other control characters is one blank,
+// and a text that held any is trimmed. Any other text stays as it is.
+QString OneLine(const QString& text);
+
+// Whether the unit list of a measure has this unit.
+bool IsUnitOf(Measure measure, QStringView unit);
+
 // Degrees to radians and back, with the force model's π.
 double DegreesToRadians(double degrees);
 double RadiansToDegrees(double radians);

@@ -47,6 +47,9 @@ Sila::HipOutcome RunModel(CaseRecord& record) {
     record.results.thetaPol = record.model.stress.thetaPol;
     record.results.pmaxWb = record.model.stress.pmaxWb;
     record.results.pmax = record.model.stress.pmax;
+    record.stresses = CaseRecord::Stresses::Own;
+  } else if (record.stresses == CaseRecord::Stresses::Own) {
+    record.stresses = CaseRecord::Stresses::OfCaseBefore;
   }
   return outcome;
 }

@@ -51,7 +51,11 @@ struct CaseData {
 };
 
 struct CaseRecord : CaseData {
+  // Whose stresses `results` holds. A case that the model refuses has none of its own.
+  enum class Stresses { None, OfCaseBefore, Own };
+
   Results results;
+  Stresses stresses = Stresses::None;
 
   Sila::HipState model;  // working values of the last run
 };
@@ -73,7 +77,7 @@ double HipForceKilonewtons(const CaseRecord& record);
 
 // The whole model on the record's geometry and body weight: resultant force, its range check,
 // contact stress. `rWb` and `thetaR` are written in every case, the stresses only when the outcome
-// is Ok.
+// is Ok; `stresses` says so.
 Sila::HipOutcome RunModel(CaseRecord& record);
 
 }  // namespace Vse

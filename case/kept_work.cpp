@@ -75,16 +75,31 @@ QJsonObject CaseToJson(const CaseData& data) {
           {"weightUnknown", data.weightUnknown}};
 }
 
+// What single lines held before control characters were kept out of them could not be opened again
+// once it was saved.
+PatientTexts PatientFromJson(const QJsonObject& object) {
+  PatientTexts patient;
+  ReadTexts(kPatientFields, object, patient);
+  for (const auto& field : kPatientFields) {
+    QString& text = patient.*field.text;
+    if (field.text != &PatientTexts::comments) text = OneLine(text);
+  }
+  patient.comments.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+  return patient;
+}
+
 CaseData CaseFromJson(const QJsonObject& object) {
   CaseData data;
-  ReadTexts(kPatientFields, ObjectIn(object, "patient"), data.patient);
+  data.patient = PatientFromJson(ObjectIn(object, "patient"));
   const QJsonObject measures = ObjectIn(object, "measures");
   for (std::size_t i = 0; i < kMeasureCount; ++i) {
     SetValue(data.geometry, static_cast<Measure>(i),
              Member(measures, kMeasureNames[i], QJsonValue::Double).toDouble());
   }
   data.bodyWeight = Member(object, "computedWeight", QJsonValue::Double).toDouble();
-  data.weightUnknown = Member(object, "weightUnknown", QJsonValue::Bool).toBool();
+  // A weight that is not known is never a number, whatever an older version wrote beside it.
+  data.weightUnknown = Member(object, "weightUnknown", QJsonValue::Bool).toBool() ||
+                       data.patient.bodyWeight == kUnknown;
   return data;
 }
 
@@ -121,6 +136,7 @@ CaseEntries EntriesFromJson(const QJsonObject& object) {
   for (std::size_t i = 0; i < kMeasureCount; ++i) {
     const QJsonObject entry = ObjectIn(measures, kMeasureNames[i]);
     entries.measures[i] = {TextIn(entry, "text"), TextIn(entry, "unit")};
+    if (!IsUnitOf(static_cast<Measure>(i), entries.measures[i].unit)) throw Damaged();
   }
   return entries;
 }
@@ -131,7 +147,14 @@ KeptWork WorkFromJson(const QJsonObject& object) {
   KeptWork work;
   work.file = TextIn(object, "file");
   if (object.contains("case")) work.data = CaseFromJson(ObjectIn(object, "case"));
-  if (object.contains("form")) work.entries = EntriesFromJson(ObjectIn(object, "form"));
+  if (object.contains("computedBefore")) {
+    work.computedBefore = CaseFromJson(ObjectIn(object, "computedBefore"));
+  }
+  if (!object.contains("form")) return work;
+  const QJsonObject form = ObjectIn(object, "form");
+  work.entries = EntriesFromJson(form);
+  work.weightUnknownInForm =
+      form.contains("weightUnknown") && Member(form, "weightUnknown", QJsonValue::Bool).toBool();
   return work;
 }
 
@@ -140,7 +163,12 @@ KeptWork WorkFromJson(const QJsonObject& object) {
 QByteArray ComposeKeptWork(const KeptWork& work) {
   QJsonObject object{{"kind", kKind}, {"version", kVersion}, {"file", work.file}};
   if (work.data) object.insert("case", CaseToJson(*work.data));
-  if (work.entries) object.insert("form", EntriesToJson(*work.entries));
+  if (work.computedBefore) object.insert("computedBefore", CaseToJson(*work.computedBefore));
+  if (work.entries) {
+    QJsonObject form = EntriesToJson(*work.entries);
+    form.insert("weightUnknown", work.weightUnknownInForm);
+    object.insert("form", form);
+  }
   return QJsonDocument(object).toJson();
 }
 

@@ -13,6 +13,10 @@ struct KeptWork {
   std::optional<CaseData> data;        // the confirmed case, while it is unsaved
   QString file;                        // the case file it came from; empty for a new case
   std::optional<CaseEntries> entries;  // as typed, while the form is open
+  bool weightUnknownInForm = false;    // of the open form: OK was pressed without a weight
+
+  // The case whose stresses a refused one still has; nothing when `data` was computed itself.
+  std::optional<CaseData> computedBefore = {};
   bool IsEmpty() const { return !data && !entries; }
   bool operator==(const KeptWork&) const = default;
 };

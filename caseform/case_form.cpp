@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QKeySequence>
+#include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -97,6 +98,7 @@ void Form1::WatchEntries() {
   for (QWidget* box : {c.surname, c.firstName, c.dateOfBirth, c.bodyWeight}) focus_->Watch(box);
   focus_->Watch(c.comments);
   for (const MeasureControls& measure : c.measures) focus_->Watch(measure.text);
+  connect(c.bodyWeight, &QLineEdit::textChanged, this, [this] { weightAssumed_ = false; });
   connect(focus_, &EntryFocus::Entered, this, [this](QWidget* box) { SetHighlighted(box, true); });
   connect(focus_, &EntryFocus::Left, this, [this](QWidget* box) {
     SetHighlighted(box, false);
@@ -112,7 +114,7 @@ CaseEntries Form1::Entries() const {
   if (c.male->isChecked()) entries.sex = CaseEntries::Sex::Male;
   if (c.female->isChecked()) entries.sex = CaseEntries::Sex::Female;
   entries.dateOfBirth = TextOf(c.dateOfBirth);
-  entries.bodyWeight = TextOf(c.bodyWeight);
+  if (!weightAssumed_) entries.bodyWeight = TextOf(c.bodyWeight);
   if (c.left->isChecked()) entries.hip = CaseEntries::Hip::Left;
   if (c.right->isChecked()) entries.hip = CaseEntries::Hip::Right;
   entries.comments = TextOf(c.comments);
@@ -131,6 +133,8 @@ void Form1::SetEntries(const CaseEntries& entries) {
          entries.sex == CaseEntries::Sex::Female);
   c.dateOfBirth->setText(entries.dateOfBirth);
   c.bodyWeight->setText(entries.bodyWeight);
+  weightAssumed_ = false;  // also when the text is the same
+  SetWeightUnknown(false);
   Choose(c.left, c.right, entries.hip == CaseEntries::Hip::Left,
          entries.hip == CaseEntries::Hip::Right);
   c.comments->setPlainText(entries.comments);
@@ -143,8 +147,25 @@ void Form1::SetEntries(const CaseEntries& entries) {
   }
 }
 
-void Form1::SetBodyWeight(const QString& text) {
-  controls_.bodyWeight->setText(text);
+void Form1::AssumeBodyWeight() {
+  controls_.bodyWeight->setText(QString::number(Vse::kAssumedBodyWeight));
+  weightAssumed_ = true;
+  SetWeightUnknown(true);
+}
+
+void Form1::SetWeightUnknown(bool unknown) {
+  weightUnknown_ = unknown;
+  controls_.weightNotice->setText(WeightNotice());
+  controls_.weightNotice->setVisible(unknown);
+  // A screen reader says it where the weight is typed.
+  QLineEdit& box = *controls_.bodyWeight;
+  box.setAccessibleDescription(unknown ? WeightNotice() : box.toolTip());
+}
+
+QString Form1::WeightNotice() const {
+  if (!weightUnknown_) return {};
+  return "This weight counts as not known, because OK was pressed without one. "
+         "New or Change begins afresh.";
 }
 
 std::optional<double> Form1::ReadNumber(const QString& text) {
@@ -204,6 +225,8 @@ void Form1::PressOk() {
 
 void Form1::reject() {
   DropScheduledChecks();
+  if (weightAssumed_) controls_.bodyWeight->clear();
+  SetWeightUnknown(false);
   QDialog::reject();
 }
 

@@ -16,7 +16,8 @@ class EntryFocus;
 class MessageDoor;
 
 // Modal. Cancel, Escape and the close box hide it (signal `rejected`); it keeps its entries until
-// it is destroyed, and a new one has the proposed entries. Nothing else is remembered.
+// it is destroyed, and a new one has the proposed entries. Control characters never enter a box of
+// one line.
 class Form1 : public QDialog {
   Q_OBJECT
 
@@ -28,14 +29,23 @@ class Form1 : public QDialog {
   Form1& operator=(const Form1&) = delete;
   ~Form1() override;
 
-  // The entries as typed. A patient's box that holds nothing but blanks counts as empty.
+  // The entries as typed. A patient's box that holds nothing but blanks counts as empty, and so
+  // does the weight box while it holds the assumed weight.
   CaseEntries Entries() const;
 
-  // Units must be of the box's list. Checks nothing, and drops the check of a box just left.
+  // Another case: the weight is not counted as unknown any more. Units must be of the box's list.
+  // Checks nothing, and drops the check of a box just left.
   void SetEntries(const CaseEntries& entries);
 
-  // Writes the weight box alone; a confirmation does so when it assumes a body weight.
-  void SetBodyWeight(const QString& text);
+  // A confirmation found the weight box empty: writes the assumed weight into it, and counts the
+  // weight as unknown, also one that is typed later. Cancel takes both back.
+  void AssumeBodyWeight();
+
+  bool weightUnknown() const { return weightUnknown_; }
+  void SetWeightUnknown(bool unknown);
+
+  // What the user has to know of the weight while the form is open; mostly empty.
+  QString WeightNotice() const;
 
   // A typed number. A refused one gives nothing, sets `inputError` and shows "numeric value
   // expected"; a number clears `inputError`. The boxes are left as they are.
@@ -92,6 +102,8 @@ class Form1 : public QDialog {
   QList<QWidget*> leftBoxes_;  // to be checked once the focus has moved
   QTimer checkTimer_;
   bool checking_ = false;
+  bool weightUnknown_ = false;  // what the record takes over when a confirmation succeeds
+  bool weightAssumed_ = false;  // the number in the weight box is the program's
   bool inputError_ = false;
   bool entryError_ = false;
 };

@@ -14,6 +14,7 @@
 #include <QRadioButton>
 #include <QStringList>
 #include <QVBoxLayout>
+#include <QValidator>
 
 #include "caseform/form_fonts.h"
 #include "caseform/hip_picture.h"
@@ -64,6 +65,20 @@ QStringList Units(Measure measure) {
   return units;
 }
 
+// Keeps control characters out, however a text comes into the box.
+class OneLineOnly final : public QValidator {
+ public:
+  using QValidator::QValidator;
+  State validate(QString& text, int& cursor) const override {
+    const QString line = Vse::OneLine(text);
+    if (line == text) return Acceptable;
+    const qsizetype before = Vse::OneLine(text.left(cursor)).size();
+    cursor = static_cast<int>(qMin(before, line.size()));
+    text = line;
+    return Acceptable;
+  }
+};
+
 // Makes the controls, names them, and counts the labels.
 class Builder {
  public:
@@ -82,6 +97,7 @@ class Builder {
   QWidget* PatientFrame();
   QGridLayout* MeasureGrid(const QString& heading, std::size_t from, std::size_t to);
   QWidget* DataFrame();
+  QLabel* WeightNotice();
   QPushButton* Button(const char* name, const QString& text);
   QLayout* ButtonRow();
 
@@ -119,6 +135,7 @@ QLineEdit* Builder::LineBox(const char* name, const QString& caption, const QStr
   auto* box = new QLineEdit;
   box->setObjectName(name);
   box->setAccessibleName(caption);
+  box->setValidator(new OneLineOnly(box));
   SetHint(box, hint);
   return box;
 }
@@ -249,6 +266,14 @@ QWidget* Builder::DataFrame() {
   return frame;
 }
 
+QLabel* Builder::WeightNotice() {
+  controls_.weightNotice = new QLabel;
+  controls_.weightNotice->setObjectName("lblWeightNotice");
+  controls_.weightNotice->setWordWrap(true);
+  controls_.weightNotice->hide();
+  return controls_.weightNotice;
+}
+
 QPushButton* Builder::Button(const char* name, const QString& text) {
   auto* button = new QPushButton(text);
   button->setObjectName(name);
@@ -292,6 +317,7 @@ CaseFormControls Builder::Build(QDialog& form) {
   left->setSpacing(2 * kGrid);
   left->addWidget(PatientFrame(), 1);
   left->addWidget(DataFrame());
+  left->addWidget(WeightNotice());
   left->addLayout(ButtonRow());
   controls_.picture = new HipPicture;
   auto* columns = new QHBoxLayout(&form);

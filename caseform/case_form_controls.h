@@ -8,6 +8,7 @@
 class HipPicture;
 class QComboBox;
 class QDialog;
+class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
@@ -34,6 +35,7 @@ struct CaseFormControls {
   QPushButton* cancel = nullptr;
   QPushButton* hidePicture = nullptr;
   QPushButton* showPicture = nullptr;
+  QLabel* weightNotice = nullptr;  // hidden while there is nothing to say
   HipPicture* picture = nullptr;
 };
 

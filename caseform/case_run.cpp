@@ -10,16 +10,21 @@
 
 namespace {
 
+constexpr QStringView kNoAnswer = u"In this range of input data you could not use this model";
+
+// Stands where the captions of a computed case stand.
+constexpr QStringView kNoResults =
+    u"No results for this case: in this range of input data you could not use this model";
+
 // The body weight in kg. An empty box is an unknown weight: the model then takes 60 kg.
-std::optional<double> ConfirmBodyWeight(Form1& form, const QString& text, bool& weightUnknown) {
+std::optional<double> ConfirmBodyWeight(Form1& form, const QString& text) {
   if (!text.isEmpty()) return form.ConfirmNumber(text);
-  weightUnknown = true;
-  form.SetBodyWeight(QString::number(Vse::kAssumedBodyWeight));
+  form.AssumeBodyWeight();
   return Vse::kAssumedBodyWeight;
 }
 
 // Every entry in the order of the checks, in held units. Each check that fails has its own message.
-std::optional<CaseData> CheckEntries(Form1& form, bool& weightUnknown) {
+std::optional<CaseData> CheckEntries(Form1& form) {
   const CaseEntries entries = form.Entries();
   CaseData data;
   form.BeginConfirmation();
@@ -28,11 +33,11 @@ std::optional<CaseData> CheckEntries(Form1& form, bool& weightUnknown) {
     const std::optional<double> held = form.ConfirmMeasure(measure, entries.measures[i]);
     Vse::SetValue(data.geometry, measure, held.value_or(0.0));
   }
-  data.bodyWeight = ConfirmBodyWeight(form, entries.bodyWeight, weightUnknown).value_or(0.0);
+  data.bodyWeight = ConfirmBodyWeight(form, entries.bodyWeight).value_or(0.0);
   form.CheckDateOfBirth(entries.dateOfBirth);
   if (form.entryError()) return std::nullopt;
-  data.weightUnknown = weightUnknown;
-  data.patient = Vse::PatientTextsOf(entries, weightUnknown);
+  data.weightUnknown = form.weightUnknown();
+  data.patient = Vse::PatientTextsOf(entries, data.weightUnknown);
   return data;
 }
 
@@ -44,6 +49,15 @@ QStringList Captions(const CaseRecord& record, const QLocale& locale) {
   return {QStringLiteral("Theta-CE = %1 °").arg(edge),
           QStringLiteral("Radius of femoral head = %1 cm").arg(radius),
           QStringLiteral("Theta-R = %1 °").arg(Vse::ResultText(record.results.thetaR, locale))};
+}
+
+void TellRefusal(Sila::HipOutcome outcome, const CaseRun& run) {
+  QWidget* window = run.window.Widget();
+  if (outcome == Sila::HipOutcome::DivisionByZero) {
+    run.messages.ShowError(window, QStringLiteral("Division by zero"), QStringLiteral("Error"));
+  } else {
+    run.messages.ShowError(window, kNoAnswer.toString(), QStringLiteral("Sorry"));
+  }
 }
 
 void BeginCase(const CaseRun& run) {
@@ -60,7 +74,7 @@ void FillWindow(const CaseEntries& entries, const CaseRun& run) {
 }  // namespace
 
 void ConfirmCase(Form1& form, const CaseRun& run) {
-  const std::optional<CaseData> data = CheckEntries(form, run.record.weightUnknown);
+  const std::optional<CaseData> data = CheckEntries(form);
   if (!data) return;
   static_cast<CaseData&>(run.record) = *data;
   BeginCase(run);
@@ -88,21 +102,14 @@ void CopyPatientToPanel(const CaseEntries& entries, const CaseRun& run) {
 }
 
 bool ComputeAll(const CaseRun& run) {
-  switch (Vse::RunModel(run.record)) {
-    case Sila::HipOutcome::Ok:
-      ShowResults(run);
-      return true;
-    case Sila::HipOutcome::DivisionByZero:
-      run.messages.ShowError(run.window.Widget(), QStringLiteral("Division by zero"),
-                             QStringLiteral("Error"));
-      return false;
-    case Sila::HipOutcome::OutOfRange:
-    case Sila::HipOutcome::NoPole:
-      break;
+  const Sila::HipOutcome outcome = Vse::RunModel(run.record);
+  if (outcome == Sila::HipOutcome::Ok) {
+    ShowResults(run);
+    return true;
   }
-  run.messages.ShowError(run.window.Widget(),
-                         QStringLiteral("In this range of input data you could not use this model"),
-                         QStringLiteral("Sorry"));
+  run.window.SetCaptions({kNoResults.toString()});
+  run.window.RefuseResults();
+  TellRefusal(outcome, run);
   return false;
 }
 

@@ -19,8 +19,8 @@ struct CaseRun {
 };
 
 // Checks and converts every entry. When a check fails, its message has been shown, the form stays
-// open with its entries and the record is as it was but for `weightUnknown`. Otherwise fills the
-// record, hides the form, tells the window by CaseConfirmed, fills the panels and runs the model.
+// open with its entries and the record is as it was. Otherwise fills the record, hides the form,
+// tells the window by CaseConfirmed, fills the panels and runs the model.
 void ConfirmCase(Form1& form, const CaseRun& run);
 
 // Takes up a record that was confirmed in an earlier session, as the end of its confirmation did:
@@ -33,7 +33,8 @@ void ShowCase(const CaseRun& run);
 void CopyPatientToPanel(const CaseEntries& entries, const CaseRun& run);
 
 // Runs the model on the record. Gives true when stresses were computed and shown; otherwise the
-// reason has been shown and the results panel keeps what it showed.
+// results panel keeps what it showed, grey, the captions say that there are no results, and the
+// reason has been shown.
 bool ComputeAll(const CaseRun& run);
 
 // Shows results and diagram of the record.

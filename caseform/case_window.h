@@ -39,6 +39,10 @@ class CaseWindow {
 
   virtual void SetResults(const ResultTexts& results) = 0;
 
+  // The model has refused the case: what the results panel shows is not of this case, and is grey
+  // until SetResults.
+  virtual void RefuseResults() = 0;
+
   // Where the diagram is drawn on screen.
   virtual Vizual::Target Diagram() = 0;
 

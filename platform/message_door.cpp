@@ -1,8 +1,10 @@
 // The toolkit's message boxes, the only place that uses them.
 #include "platform/message_door.h"
 
+#include <QCloseEvent>
 #include <QFontMetrics>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QSpacerItem>
 
@@ -18,14 +20,37 @@ void LeaveRoomForTitle(QMessageBox& box) {
   grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
+QMessageBox::StandardButton Run(QMessageBox& box) {
+  box.setTextFormat(Qt::PlainText);  // a file name may hold what looks like markup
+  LeaveRoomForTitle(box);
+  return static_cast<QMessageBox::StandardButton>(box.exec());
+}
+
 QMessageBox::StandardButton Show(QWidget* parent, QMessageBox::Icon icon, const QString& text,
                                  const QString& title, QMessageBox::StandardButtons buttons,
                                  QMessageBox::StandardButton escape) {
   QMessageBox box(icon, title, text, buttons, parent);
-  box.setTextFormat(Qt::PlainText);  // a file name may hold what looks like markup
   box.setEscapeButton(escape);
-  LeaveRoomForTitle(box);
-  return static_cast<QMessageBox::StandardButton>(box.exec());
+  return Run(box);
+}
+
+// Without a third way out: a slip of the finger is no answer. The toolkit would take it for No.
+class YesNoBox final : public QMessageBox {
+ public:
+  YesNoBox(Icon icon, const QString& title, const QString& text, QWidget* parent)
+      : QMessageBox(icon, title, text, Yes | No, parent) {}
+  void reject() override {}
+
+ protected:
+  void closeEvent(QCloseEvent* event) override { event->ignore(); }
+  void keyPressEvent(QKeyEvent* event) override {
+    if (!event->matches(QKeySequence::Cancel)) QMessageBox::keyPressEvent(event);
+  }
+};
+
+// An end by the system closes the box without an answer, which is No.
+MessageDoor::Answer AnswerOf(QMessageBox& box) {
+  return Run(box) == QMessageBox::Yes ? MessageDoor::Answer::Yes : MessageDoor::Answer::No;
 }
 
 }  // namespace
@@ -36,9 +61,15 @@ void DialogMessageDoor::ShowError(QWidget* parent, const QString& text, const QS
 
 MessageDoor::Answer DialogMessageDoor::AskYesNo(QWidget* parent, const QString& text,
                                                 const QString& title) {
-  const auto button = Show(parent, QMessageBox::Question, text, title,
-                           QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
-  return button == QMessageBox::Yes ? Answer::Yes : Answer::No;
+  YesNoBox box(QMessageBox::Question, title, text, parent);
+  return AnswerOf(box);
+}
+
+MessageDoor::Answer DialogMessageDoor::WarnYesNo(QWidget* parent, const QString& text,
+                                                 const QString& title) {
+  YesNoBox box(QMessageBox::Warning, title, text, parent);
+  box.setDefaultButton(QMessageBox::No);
+  return AnswerOf(box);
 }
 
 MessageDoor::Answer DialogMessageDoor::AskYesNoCancel(QWidget* parent, const QString& text,

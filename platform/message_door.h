@@ -18,8 +18,12 @@ class MessageDoor {
   // Modal, exclamation icon, OK. Comes back when the user has closed it.
   virtual void ShowError(QWidget* parent, const QString& text, const QString& title) = 0;
 
-  // Modal, question icon, Yes and No. The close box and Escape mean No.
+  // Modal, question icon, Yes and No. Its buttons alone close it: Escape and the close box do
+  // nothing.
   virtual Answer AskYesNo(QWidget* parent, const QString& text, const QString& title) = 0;
+
+  // The same with the exclamation icon, before something that the user may regret; Enter means No.
+  virtual Answer WarnYesNo(QWidget* parent, const QString& text, const QString& title) = 0;
 
   // Modal, question icon, Yes, No and Cancel. The close box and Escape mean Cancel.
   virtual Answer AskYesNoCancel(QWidget* parent, const QString& text, const QString& title) = 0;
@@ -30,5 +34,6 @@ class DialogMessageDoor final : public MessageDoor {
  public:
   void ShowError(QWidget* parent, const QString& text, const QString& title) override;
   Answer AskYesNo(QWidget* parent, const QString& text, const QString& title) override;
+  Answer WarnYesNo(QWidget* parent, const QString& text, const QString& title) override;
   Answer AskYesNoCancel(QWidget* parent, const QString& text, const QString& title) override;
 };

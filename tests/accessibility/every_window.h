@@ -48,7 +48,7 @@ inline void LookAtDialog(const std::function<void()>& open, const LookAt& look) 
     ASSERT_NE(dialog, nullptr);
     seen = true;
     Look(*dialog, look);
-    dialog->reject();
+    dialog->done(0);
   });
   open();
   EXPECT_TRUE(seen);
@@ -96,6 +96,17 @@ inline void NarrowCaseForm(const QLocale& locale, const LookAt& look) {
   program.PressCancel();
 }
 
+inline void CaseFormAfterOkWithoutAWeight(const QLocale& locale, const LookAt& look) {
+  RunningProgram program(locale);
+  program.window.New();
+  program.Type("Text1", "abc");
+  program.PressOk();
+  program.messages.Take();
+  Look(program.Form(), look);
+  program.messages.Take();
+  program.PressCancel();
+}
+
 inline void Head(const QLocale& locale, const LookAt& look) {
   RunningProgram program(locale);
   program.ConfirmDefaultCase();
@@ -133,6 +144,15 @@ inline void SaveQuestion(const QLocale&, const LookAt& look) {
       look);
 }
 
+inline void StressesWarning(const QLocale&, const LookAt& look) {
+  LookAtDialog(
+      [] {
+        const QString text = "The stresses are those of the case before. Go on all the same?";
+        DialogMessageDoor().WarnYesNo(nullptr, text, "Sorry");
+      },
+      look);
+}
+
 }  // namespace every_window
 
 // All that is ours: the file and the print dialog are the toolkit's own.
@@ -147,13 +167,15 @@ inline std::vector<WindowState> OurWindows() {
           {"MainRefused", MainRefused},
           {"CaseForm", CaseForm},
           {"NarrowCaseForm", NarrowCaseForm},
+          {"CaseFormAfterOkWithoutAWeight", CaseFormAfterOkWithoutAWeight},
           {"Head", Head},
           {"HelpContents", help(0)},
           {"HelpIndex", help(1)},
           {"HelpSearch", help(2)},
           {"About", About},
           {"ErrorMessage", ErrorMessage},
-          {"SaveQuestion", SaveQuestion}};
+          {"SaveQuestion", SaveQuestion},
+          {"StressesWarning", StressesWarning}};
 }
 
 class EveryWindow : public testing::TestWithParam<WindowState> {

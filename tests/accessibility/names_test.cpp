@@ -59,8 +59,7 @@ TEST_P(WindowNames, IsAWindowNamedByItsTitle) {
                                              QAccessible::AlertMessage};
     EXPECT_TRUE(windows.contains(thing->role())) << thing->role();
     EXPECT_FALSE(NameOf(*thing).isEmpty());
-    EXPECT_EQ(NameOf(*thing),
-              QString(window.windowTitle()).replace("[*]", window.isWindowModified() ? "*" : ""));
+    EXPECT_EQ(NameOf(*thing), window.windowTitle());
   });
 }
 
@@ -149,6 +148,25 @@ TEST(MainWindowNames, HoldTheTextOfTheLabels) {
   program.files.Answers(path);
   program.window.Save();
   EXPECT_EQ(NameIn(program, "lblFile"), "File in use: " + path);
+}
+
+TEST(MainWindowNames, TellOfUnsavedChangesAndOfAWeightThatCountsAsUnknown) {
+  RunningProgram program;
+  program.ConfirmDefaultCase();
+  EXPECT_EQ(NameIn(program, "lblUnsaved"), "Unsaved changes");
+  program.window.Change();
+  program.Type("Text10", "");
+  program.Type("Text1", "abc");
+  program.PressOk();
+  program.messages.Take();
+  const QString notice = program.InWindow<QLabel>("lblNotice")->text();
+  EXPECT_FALSE(notice.isEmpty());
+  EXPECT_EQ(NameIn(program, "lblNotice"), notice);
+  // In the form, which is in front of it, the box itself says so.
+  const auto* weight = QAccessible::queryAccessibleInterface(program.InForm<QLineEdit>("Text10"));
+  EXPECT_EQ(weight->text(QAccessible::Description), notice);
+  program.PressCancel();
+  EXPECT_EQ(weight->text(QAccessible::Description), "body weight");
 }
 
 TEST(MainWindowNames, TheDiagramIsToldInWords) {

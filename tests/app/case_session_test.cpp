@@ -73,6 +73,39 @@ TEST(CaseSession, ConfirmingWhatWasReadLeavesTheFlags) {
   EXPECT_FALSE(session.openOK());
 }
 
+// openOK speaks of the case in the form, NeedsSaving of the one in the record.
+TEST(CaseSession, AFileThatWasReadCountsForTheRecordOnceItIsConfirmed) {
+  CaseSession session;
+  session.NoteNew();
+  Confirm(session, 10.4);
+  CaseData read;
+  read.geometry.lizm = 9.0;
+  session.NoteRead("b.txt", read);
+  EXPECT_TRUE(session.openOK());
+  EXPECT_TRUE(session.NeedsSaving());
+  session.NoteChange();  // Open was cancelled
+  Confirm(session, 10.4);
+  EXPECT_TRUE(session.NeedsSaving());
+  session.NoteRead("b.txt", read);
+  Confirm(session, 9.0);
+  EXPECT_FALSE(session.NeedsSaving());
+  session.NoteRead("c.txt", CaseData());
+  EXPECT_FALSE(session.NeedsSaving()) << "the record is still as b.txt has it";
+}
+
+// Changed and changed back: the flags are left as they are.
+TEST(CaseSession, ComingBackToWhatWasReadIsNoSaving) {
+  CaseSession session;
+  CaseData read;
+  read.geometry.lizm = 9.0;
+  session.NoteRead("b.txt", read);
+  Confirm(session, 9.1);
+  EXPECT_TRUE(session.NeedsSaving());
+  session.NoteChange();
+  Confirm(session, 9.0);
+  EXPECT_TRUE(session.NeedsSaving());
+}
+
 TEST(CaseSession, ChangingTheCaseBesideAFileThatWasReadAndCancelledComparesWithItsOwnFile) {
   CaseSession session;
   session.NoteNew();

@@ -57,7 +57,7 @@ Message QuestionOf(const QString& command) {
 
 class CommandTable : public testing::TestWithParam<Path> {};
 
-TEST_P(CommandTable, AskSaveAndGoOnAsDescribed) {
+TEST_P(CommandTable, AsksSavesAndGoesOn) {
   const Path& row = GetParam();
   RunningProgram program;
   const QString existing = program.Path("existing.txt");
@@ -233,9 +233,6 @@ TEST(Commands, ChangeShowsHeldUnitsAndEmptiesPlaceholders) {
   EXPECT_EQ(program.InForm<QPlainTextEdit>("Text12")->toPlainText(), "");
   EXPECT_TRUE(program.InForm<QRadioButton>("Option2")->isChecked());
   EXPECT_TRUE(program.InForm<QRadioButton>("Option4")->isChecked());
-  EXPECT_FALSE(program.window.Session().Record().weightUnknown);
-  program.PressCancel();
-  EXPECT_TRUE(program.window.Session().Record().weightUnknown);
 }
 
 TEST(Commands, ConfirmingUnchangedLeavesTheFlags) {
@@ -282,23 +279,45 @@ TEST(Commands, CancellingTheFormAfterOpenKeepsTheCaseOnScreen) {
   program.PressCancel();
   EXPECT_TRUE(static_cast<const CaseData&>(program.window.Session().Record()) == before);
   EXPECT_TRUE(program.window.Session().openOK());
-  EXPECT_EQ(program.window.isWindowModified(), program.window.Session().NeedsSaving());
 }
 
-TEST(Commands, AFileWithAWeightIsAChangeWhileTheWeightStaysUnknown) {
+// Reading a file gives up the case before, but only a confirmation takes it away.
+TEST(Commands, ACancelledOpenLeavesTheCaseOnScreenUnsaved) {
+  for (const char* command : {"mnuNew", "mnuExit", "close"}) {
+    RunningProgram program;
+    program.ConfirmDefaultCase();
+    program.files.Answers(program.Path("case.txt"));
+    program.window.Save();
+    program.window.Change();
+    program.Type("Text1", "11");
+    program.PressOk();
+    program.messages.Answers(Answer::No);
+    program.files.Answers(program.Path("case.txt"));
+    program.window.Open();
+    program.messages.Take();
+    EXPECT_TRUE(program.InWindow<QLabel>("lblUnsaved")->isVisible());
+    program.PressCancel();
+    EXPECT_TRUE(program.InWindow<QLabel>("lblUnsaved")->isVisible());
+    program.messages.Answers(Answer::Yes);
+    program.files.Answers(program.Path("kept.txt"));
+    if (command == QString("close")) program.window.close();
+    if (command != QString("close")) program.Command(command);
+    EXPECT_EQ(program.messages.Take(), QList<Message>{QuestionOf(command)}) << command;
+    EXPECT_TRUE(program.Bytes(program.Path("kept.txt")).contains("= 11 cm")) << command;
+  }
+}
+
+TEST(Commands, AFileThatWasReadAndConfirmedIsLeftWithoutAQuestion) {
   RunningProgram program;
-  program.ConfirmDefaultCase();
-  program.files.Answers(program.Path("case.txt"));
-  program.window.Save();
-  program.window.New();
-  program.PressOk();
-  program.messages.Answers(Answer::No);
-  program.files.Answers(program.Path("case.txt"));
+  BringTo(program, State::Opened);
+  EXPECT_FALSE(program.InWindow<QLabel>("lblUnsaved")->isVisible());
+  program.files.Answers(program.Path("before.txt"));
+  program.messages.Answers(Answer::No);  // Open asks whenever it was not saved
   program.window.Open();
   program.messages.Take();
-  program.PressOk();
-  EXPECT_EQ(program.Panel("txtBodyWeight"), "Unknown");
-  EXPECT_TRUE(program.window.Session().NeedsSaving());
+  program.PressCancel();
+  program.window.Exit();
+  EXPECT_FALSE(program.window.isVisible());
 }
 
 TEST(Commands, ANamelessCaseNeverTakesTheNameTypedForAnother) {
@@ -372,23 +391,6 @@ TEST(Commands, TheCloseBoxKeepsTheProgramOnlyWhenWritingFails) {
     EXPECT_EQ(program.window.isVisible(), !path.isEmpty());
     EXPECT_EQ(program.messages.Take().size(), path.isEmpty() ? 1 : 2);
   }
-}
-
-TEST(Commands, TitleAndStatusNameTheFileInUse) {
-  RunningProgram program;
-  EXPECT_EQ(program.window.windowTitle(), "TELMARION[*]");
-  EXPECT_FALSE(program.window.isWindowModified());
-  program.ConfirmDefaultCase();
-  EXPECT_TRUE(program.window.isWindowModified());
-  program.files.Answers(program.Path("case.txt"));
-  program.window.Save();
-  EXPECT_EQ(program.window.windowTitle(), "case.txt[*] - TELMARION");
-  EXPECT_FALSE(program.window.isWindowModified());
-  EXPECT_EQ(program.InWindow<QLabel>("lblFile")->text(), program.Path("case.txt"));
-  program.window.New();
-  EXPECT_EQ(program.window.windowTitle(), "case.txt[*] - TELMARION");
-  program.PressOk();
-  EXPECT_EQ(program.window.windowTitle(), "TELMARION[*]");
 }
 
 }  // namespace

@@ -158,7 +158,13 @@ TEST_F(HelpText, HasTheMessagesWordForWord) {
         "In this range of input data you could not use this model", "Division by zero",
         "Do you want to save data ?", "Print results?", "TELMARION New", "TELMARION End",
         "TELMARION print", "TELMARION Start",
-        "A case was not saved when TELMARION ended. It was kept."}) {
+        "A case was not saved when TELMARION ended. It was kept.",
+        "No results for this case: in this range of input data you could not use this model",
+        "The stresses are those of the case before. Go on all the same?",
+        "There are no stresses for this case. Go on all the same?", "Unsaved changes",
+        "This weight counts as not known, because OK was pressed without one. "
+        "New or Change begins afresh.",
+        "Unsaved work cannot be kept for the next start."}) {
     EXPECT_TRUE(text.contains(message)) << message;
   }
 }

@@ -63,7 +63,7 @@ TEST_F(KeptWorkTest, AnUnsavedCaseComesBackComputedAndUnsaved) {
   EXPECT_FALSE(pmax.isEmpty());
   EXPECT_EQ(program->Panel("txtPmax"), pmax);
   EXPECT_TRUE(program->InWindow<QAction>("mnuSave")->isEnabled());
-  EXPECT_TRUE(program->window.isWindowModified());
+  EXPECT_TRUE(program->InWindow<QLabel>("lblUnsaved")->isVisible());
   EXPECT_FALSE(program->FormIsOpen());
 }
 
@@ -105,7 +105,7 @@ TEST_F(KeptWorkTest, AFileInUseIsStillKnown) {
 
   program = StartAgain(Answer::Yes);
   EXPECT_TRUE(program->window.Session().FileInUse().endsWith("a.txt"));
-  EXPECT_TRUE(program->window.windowTitle().startsWith("a.txt"));
+  EXPECT_EQ(program->InWindow<QLabel>("lblFile")->text(), "a.txt");
 }
 
 TEST_F(KeptWorkTest, NoDiscardsTheCase) {
@@ -288,6 +288,53 @@ TEST_F(KeptWorkTest, AnEndWhileTheSecondRefusalIsReadKeepsCaseAndForm) {
     ASSERT_TRUE(again->FormIsOpen());
     EXPECT_EQ(again->Entry("Text1"), "11");
   }
+}
+
+// Once, in the status line: the work itself goes on.
+TEST_F(KeptWorkTest, WorkThatCannotBeKeptIsToldInTheStatusLine) {
+  auto program = Start();
+  const auto* notice = program->InWindow<QLabel>("lblNotice");
+  EXPECT_EQ(notice->text(), "");
+  const QString place = folder_.filePath("unsaved-case-1.json");
+  ASSERT_TRUE(QDir().mkpath(place + "/inside"));
+  program->ConfirmDefaultCase();
+  EXPECT_EQ(notice->text(), "Unsaved work cannot be kept for the next start.");
+  program->window.KeepWork();
+  EXPECT_EQ(notice->text(), "Unsaved work cannot be kept for the next start.");
+  ASSERT_TRUE(QDir(place).removeRecursively());
+  program->window.KeepWork();
+  EXPECT_EQ(notice->text(), "") << "it is kept now";
+  EXPECT_EQ(Kept().size(), 1);
+}
+
+TEST_F(KeptWorkTest, AFolderThatCannotBeWrittenIsToldInTheStatusLine) {
+  QFile file(folder_.filePath("taken"));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  RunningProgram program(QLocale::c(), QStringList(), file.fileName());
+  const auto* notice = program.InWindow<QLabel>("lblNotice");
+  EXPECT_EQ(notice->text(), "") << "there is nothing to keep yet";
+  program.ConfirmDefaultCase();
+  EXPECT_EQ(notice->text(), "Unsaved work cannot be kept for the next start.");
+  program.files.Answers(program.Path("case.txt"));
+  program.window.Save();
+  EXPECT_EQ(notice->text(), "");
+}
+
+TEST_F(KeptWorkTest, AnUnsavedCaseIsKeptWhileAFileIsInTheForm) {
+  auto program = Start();
+  program->ConfirmDefaultCase();
+  program->files.Answers(program->Path("case.txt"));
+  program->window.Save();
+  program->window.Change();
+  program->Type("Text1", "11");
+  program->PressOk();
+  program->messages.Answers(Answer::No);
+  program->files.Answers(program->Path("case.txt"));
+  program->window.Open();
+  program->messages.Take();
+  EndBySystem(std::move(program));
+  program = StartAgain(Answer::Yes);
+  EXPECT_EQ(program->window.Session().Record().geometry.lizm, 11.0);
 }
 
 TEST_F(KeptWorkTest, DamagedWorkIsToldAndTheProgramGoesOn) {

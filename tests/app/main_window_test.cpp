@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QClipboard>
 #include <QMenuBar>
 #include <QTextBrowser>
 #include <QToolBar>
@@ -100,6 +101,33 @@ TEST(MainWindow, FitsASmallScreenAndFillsALargeOne) {
     program.files.Answers(program.Path("case.txt"));
     program.window.Save();
   }
+}
+
+// What is pasted often ends with a line end.
+TEST(MainWindow, PastedLineEndsDoNotGetIntoTheFile) {
+  RunningProgram program;
+  program.window.New();
+  for (const auto& [box, text] :
+       {std::pair("Text8", "Ko\r\nvac\r\n"), std::pair("Text7", "Ana\r\n"),
+        std::pair("Text11", "15.11.1956\r\n"), std::pair("Text10", "70\r\n"),
+        std::pair("Text1", "10.5\r\n")}) {
+    auto* edit = program.InForm<QLineEdit>(box);
+    QGuiApplication::clipboard()->setText(text);
+    edit->selectAll();
+    edit->paste();
+  }
+  program.PressOk();
+  EXPECT_EQ(program.Panel("txtName"), "Ko vac Ana");
+  EXPECT_EQ(program.Panel("txtBodyWeight"), "70");
+  EXPECT_EQ(program.Panel("txtDateOfBirth"), "15.11.1956");
+  program.files.Answers(program.Path("case.txt"));
+  program.window.Save();
+  EXPECT_TRUE(program.Bytes(program.Path("case.txt")).contains("Body weight   : 70 kg\n\r\n"));
+  program.files.Answers(program.Path("case.txt"));
+  program.window.Open();
+  EXPECT_EQ(program.Entry("Text10"), "70");
+  EXPECT_EQ(program.Entry("Text1"), "10.5");
+  EXPECT_EQ(program.Entry("Text7"), "Ana");
 }
 
 // Thousands of characters, emoji, line breaks pasted into single lines: what can be typed can be

@@ -61,12 +61,15 @@ TEST(Printing, ATargetThatCannotBeWrittenIsReportedAndTheCaseUntouched) {
   EXPECT_TRUE(program.window.Session().NeedsSaving());
 }
 
-// Prints the case on screen and gives the page's texts, from top to bottom.
-QStringList PrintedPage(RunningProgram& program) {
+// Prints the refused case on screen, after this question, and gives the page's texts from top to
+// bottom.
+QStringList PrintedPage(RunningProgram& program, const QString& question) {
+  program.messages.Answers(Answer::Yes);
   program.messages.Answers(Answer::Yes);
   program.printers.Answers(program.Path("report.pdf"));
   program.window.Print();
-  EXPECT_EQ(program.messages.Take(), kAsked);
+  EXPECT_EQ(program.messages.Take(),
+            (QList<Message>{{"warning yes/no", "Sorry", question}} + kAsked));
   const PdfPages pdf(program.Path("report.pdf"));
   EXPECT_EQ(pdf.Count(), 1);
   return pdf.TextsOf(1);
@@ -99,7 +102,9 @@ TEST(Printing, ARefusedCasePrintsItsMeasuresWithTheResultsThatThePanelShows) {
   EXPECT_EQ(program.messages.Take(),
             (QList<Message>{
                 ErrorSaid("In this range of input data you could not use this model", "Sorry")}));
-  EXPECT_EQ(AboveTheDiagram(PrintedPage(program)), R"(TELMARION
+  const QStringList page =
+      PrintedPage(program, "The stresses are those of the case before. Go on all the same?");
+  EXPECT_EQ(AboveTheDiagram(page), R"(TELMARION
 Name : Novak Marija
 lizm = 11 cm
 Sex : F
@@ -131,7 +136,8 @@ TEST(Printing, ACaseRefusedAtFirstPrintsEmptyResults) {
   program.Type("Text9", "-20");
   program.PressOk();
   program.messages.Take();
-  const QStringList page = PrintedPage(program);
+  const QStringList page =
+      PrintedPage(program, "There are no stresses for this case. Go on all the same?");
   EXPECT_TRUE(page.contains("Theta-CE = -20 °"));
   for (const char* text : {"Theta-R = °", "Theta-pol = °", "R/Wb =", "Pmax/Wb = m^-2"}) {
     EXPECT_EQ(page.count(text), 1) << text;

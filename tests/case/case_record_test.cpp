@@ -221,6 +221,22 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedCase{"RadiusZero", &Geometry::headRadius, 0.0, HipOutcome::DivisionByZero}),
     RowName());
 
+TEST(RunModel, SaysWhoseTheStressesAre) {
+  using Stresses = CaseRecord::Stresses;
+  CaseRecord record = DefaultCase();
+  EXPECT_EQ(record.stresses, Stresses::None);
+  const auto runAt = [&record](double edge) {
+    record.geometry.thetaCE = Vse::DegreesToRadians(edge);
+    Vse::RunModel(record);
+    return record.stresses;
+  };
+  EXPECT_EQ(runAt(-20.0), Stresses::None) << "refused, and no case before it";
+  EXPECT_EQ(runAt(30.0), Stresses::Own);
+  EXPECT_EQ(runAt(-20.0), Stresses::OfCaseBefore);
+  EXPECT_EQ(runAt(-30.0), Stresses::OfCaseBefore);
+  EXPECT_EQ(runAt(20.0), Stresses::Own);
+}
+
 TEST(RunModel, RecoversAfterARefusal) {
   CaseRecord record = DefaultCase();
   record.geometry.thetaCE = Vse::DegreesToRadians(-20.0);

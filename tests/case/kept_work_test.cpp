@@ -32,7 +32,9 @@ CaseEntries SampleEntries() {
   entries.bodyWeight = QStringLiteral("70 k");
   entries.comments = QStringLiteral("not\ndone");
   for (MeasureEntry& entry : entries.measures) entry = {"10,", Vse::kMillimetre.toString()};
+  entries[Measure::Zasuk] = {"0.1", Vse::kRadian.toString()};
   entries[Measure::ThetaCE] = {"", Vse::kDegree.toString()};
+  entries[Measure::HeadRadius] = {"0.025", Vse::kMetre.toString()};
   return entries;
 }
 
@@ -74,6 +76,75 @@ TEST(KeptWork, KeepsThatTheWeightIsUnknown) {
   EXPECT_EQ(Vse::ParseKeptWork(Vse::ComposeKeptWork(work)), work);
 }
 
+TEST(KeptWork, KeepsWhatTheFormKnowsOfTheWeight) {
+  KeptWork work{{}, {}, SampleEntries()};
+  work.weightUnknownInForm = true;
+  EXPECT_EQ(Vse::ParseKeptWork(Vse::ComposeKeptWork(work)), work);
+}
+
+TEST(KeptWork, KeepsTheCaseWhoseStressesARefusedOneHas) {
+  KeptWork work{SampleCase(), {}, {}};
+  work.computedBefore = SampleCase();
+  work.computedBefore->geometry.thetaCE = 0.1 + 0.2;
+  work.computedBefore->bodyWeight = 80.0;
+  EXPECT_EQ(Vse::ParseKeptWork(Vse::ComposeKeptWork(work)), work);
+}
+
+// What version 1.0.0 left behind on a day on which its user had pressed OK without a weight.
+const QByteArray kWorkOfTheFirstVersion = R"({
+    "case": {
+        "computedWeight": 60,
+        "measures": {"Cizm": 4.4, "Hizm": 16, "headRadius": 0.025, "lizm": 10.4,
+                     "thetaCE": 0.5235987755982983, "xizm": 0.5, "zasuk": 0, "zizm": 6},
+        "patient": {"bodyWeight": "Unknown", "comments": "No", "dateOfBirth": "Unknown",
+                    "hip": "L", "name": "Kovac Ana", "sex": "F"},
+        "weightUnknown": false
+    },
+    "file": "/home/ana/kovac.txt",
+    "form": {
+        "bodyWeight": "", "comments": "", "dateOfBirth": "", "firstName": "Ana", "hip": 1,
+        "measures": {
+            "Cizm": {"text": "4.4", "unit": "cm"}, "Hizm": {"text": "16", "unit": "cm"},
+            "headRadius": {"text": "0.025", "unit": "m"}, "lizm": {"text": "10,5", "unit": "cm"},
+            "thetaCE": {"text": "30", "unit": "  °  "}, "xizm": {"text": "0.5", "unit": "cm"},
+            "zasuk": {"text": "0", "unit": "  °  "}, "zizm": {"text": "6", "unit": "cm"}
+        },
+        "sex": 2, "surname": "Kovac "
+    },
+    "kind": "TELMARION kept work",
+    "version": 1
+})";
+
+TEST(KeptWork, OfTheFirstVersionIsRead) {
+  const std::optional<KeptWork> work = Vse::ParseKeptWork(kWorkOfTheFirstVersion);
+  ASSERT_TRUE(work && work->data && work->entries);
+  EXPECT_EQ(work->file, "/home/ana/kovac.txt");
+  EXPECT_EQ(work->data->patient.name, "Kovac Ana");
+  EXPECT_EQ(work->data->geometry.thetaCE, 0.5235987755982983);
+  EXPECT_EQ(work->data->geometry.headRadius, 0.025);
+  EXPECT_EQ((*work->entries)[Measure::Lizm].text, "10,5");
+  EXPECT_FALSE(work->weightUnknownInForm);
+  EXPECT_FALSE(work->computedBefore);
+}
+
+// The first version could write "Unknown" beside a flag that said that the weight was known.
+TEST(KeptWork, OfTheFirstVersionNeverHasAnAssumedWeightForAMeasuredOne) {
+  EXPECT_TRUE(Vse::ParseKeptWork(kWorkOfTheFirstVersion)->data->weightUnknown);
+}
+
+// It also took line ends into single lines, which a case file cannot hold.
+TEST(KeptWork, OfTheFirstVersionComesBackInOneLine) {
+  KeptWork work{SampleCase(), {}, {}};
+  work.data->patient.bodyWeight = QStringLiteral("70\r\n");
+  work.data->patient.name = QStringLiteral("Kovac\nAna");
+  work.data->patient.comments = QStringLiteral("one\r\ntwo\rthree\tfour\n");
+  const std::optional<KeptWork> back = Vse::ParseKeptWork(Vse::ComposeKeptWork(work));
+  ASSERT_TRUE(back && back->data);
+  EXPECT_EQ(back->data->patient.bodyWeight, "70");
+  EXPECT_EQ(back->data->patient.name, "Kovac Ana");
+  EXPECT_EQ(back->data->patient.comments, "one\ntwo\nthree\tfour\n");
+}
+
 // A power cut can leave any part of a file.
 TEST(KeptWork, ThatIsCutShortIsRefused) {
   const QByteArray text = Vse::ComposeKeptWork({SampleCase(), "a.txt", SampleEntries()});
@@ -108,6 +179,10 @@ INSTANTIATE_TEST_SUITE_P(
                     Damage{"ChoiceOutOfRange", "\"sex\": 2", "\"sex\": 3"},
                     Damage{"ChoiceWithAFraction", "\"sex\": 2", "\"sex\": 1.5"},
                     Damage{"FlagAsNumber", "\"weightUnknown\": false", "\"weightUnknown\": 0"},
+                    Damage{"FlagOfTheFormAsText", "\"weightUnknown\": false\n    },\n    \"kind\"",
+                           "\"weightUnknown\": \"no\"\n    },\n    \"kind\""},
+                    Damage{"UnitOfNoList", "\"unit\": \"m\"", "\"unit\": \"ell\""},
+                    Damage{"UnitOfAnotherMeasure", "\"unit\": \"rad\"", "\"unit\": \"mm\""},
                     Damage{"NumberTooLarge", "\"lizm\": 10.4", "\"lizm\": 1e999"},
                     Damage{"FormAsText", "\"form\": {", "\"form\": 1, \"rest\": {"}),
     RowName());

@@ -196,12 +196,26 @@ TEST_F(CaseForm, CommentsPastedFromElsewhereHaveNoCarriageReturns) {
   EXPECT_EQ(form_->Entries().comments, "one\ntwo\nthree");
 }
 
-TEST_F(CaseForm, TheAssumedWeightIsWrittenAlone) {
-  form_->SetEntries(SomeEntries());
-  form_->SetBodyWeight("60");
-  CaseEntries expected = SomeEntries();
-  expected.bodyWeight = "60";
-  EXPECT_EQ(form_->Entries(), expected);
+TEST_F(CaseForm, TheAssumedWeightIsWrittenAloneAndIsNoEntry) {
+  CaseEntries entries = SomeEntries();
+  entries.bodyWeight.clear();
+  form_->SetEntries(entries);
+  EXPECT_FALSE(form_->weightUnknown());
+  form_->AssumeBodyWeight();
+  EXPECT_TRUE(form_->weightUnknown());
+  EXPECT_EQ(Find("Text10")->text(), "60");
+  EXPECT_EQ(form_->Entries(), entries);
+}
+
+TEST_F(CaseForm, AWeightOfAnotherCaseIsNotTheAssumedOne) {
+  form_->AssumeBodyWeight();
+  CaseEntries entries = SomeEntries();
+  entries.bodyWeight = "60";
+  form_->SetEntries(entries);
+  EXPECT_FALSE(form_->weightUnknown());
+  EXPECT_EQ(form_->Entries(), entries);
+  form_->reject();
+  EXPECT_EQ(Find("Text10")->text(), "60");
 }
 
 }  // namespace

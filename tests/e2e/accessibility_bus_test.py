@@ -6,12 +6,10 @@ import unittest
 
 import pyatspi
 
-from person import FORM, HEAD, HELP, UNSAVED, Person
+from person import FORM, HEAD, HELP, MAIN, Person
 
 PROGRAM = os.path.abspath(sys.argv.pop(1))
 sys.argv.pop(1)  # no pictures are taken
-
-MAIN = ("frame", "TELMARION")
 
 CONTROLS = {
     "push button", "check box", "radio button", "text", "combo box", "list", "list item", "tree",
@@ -85,7 +83,7 @@ class AccessibilityBus(unittest.TestCase):
     def check_the_help(self):
         person = self.person
         person.wait(
-            lambda: person.find(*UNSAVED).getState().contains(pyatspi.STATE_ACTIVE),
+            lambda: person.find(*MAIN).getState().contains(pyatspi.STATE_ACTIVE),
             "the main window in front",
         )
         person.keys("F1")

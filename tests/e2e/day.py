@@ -7,7 +7,7 @@ import sys
 import tempfile
 import unittest
 
-from person import FORM, HEAD, Person
+from person import FORM, HEAD, MAIN, Person
 
 PROGRAM = os.path.abspath(sys.argv[1])
 PICTURES = os.path.abspath(sys.argv[2])
@@ -41,7 +41,7 @@ class Day(unittest.TestCase):
 
     def start(self, language):
         self.person = self.person_class(PROGRAM, self.folder.name, language)
-        self.person.find("frame", "TELMARION")
+        self.person.find(*MAIN)
         return self.person
 
     def enter_a_case(self, person):
@@ -132,6 +132,5 @@ class Day(unittest.TestCase):
                 b"",
             ],
         )
-        person.wait(
-            lambda: person.is_there("frame", "kovac.txt - TELMARION"), "the file in the title"
-        )
+        person.find("label", "File in use: " + self.path("kovac.txt"))
+        self.assertFalse(person.has_unsaved_changes())

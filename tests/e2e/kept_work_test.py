@@ -7,7 +7,9 @@ import sys
 import tempfile
 import unittest
 
-from person import FORM, UNSAVED, Person
+import pyatspi
+
+from person import FORM, MAIN, Person
 
 PROGRAM = os.path.abspath(sys.argv.pop(1))
 PICTURES = os.path.abspath(sys.argv.pop(1))
@@ -53,7 +55,7 @@ class KeptWork(unittest.TestCase):
     def start(self, **how):
         person = Person(PROGRAM, self.folder.name, "en_US.UTF-8", **how)
         self.people.append(person)
-        person.find("frame", "TELMARION")
+        person.find(*MAIN)
         return person
 
     def kept(self):
@@ -63,7 +65,7 @@ class KeptWork(unittest.TestCase):
         person.press("New")
         person.press("OK", top=person.find(*FORM))
         person.gone(*FORM)
-        person.find(*UNSAVED)
+        person.wait(person.has_unsaved_changes, "the word of unsaved changes")
 
     def check_that_it_is_back(self):
         person = self.start()
@@ -71,7 +73,7 @@ class KeptWork(unittest.TestCase):
         person.find("label", QUESTION)
         person.screenshot(os.path.join(PICTURES, "kept-case-offered.png"))
         person.answer(QUESTION, "Yes")
-        person.find(*UNSAVED)
+        person.wait(person.has_unsaved_changes, "the word of unsaved changes")
         person.shows("R/Wb", "2.81")
         return person
 
@@ -82,7 +84,7 @@ class KeptWork(unittest.TestCase):
         self.assertFalse(person.is_there("label", QUESTION))
 
     def end_cleanly(self, person):
-        person.bring_to_front(UNSAVED)
+        person.bring_to_front(MAIN)
         person.keys("ctrl+q")
         person.answer("Do you want to save data ?", "No")
         self.assertEqual(person.wait_for_end(), 0)
@@ -99,7 +101,7 @@ class KeptWork(unittest.TestCase):
     def test_a_termination_while_a_question_is_open(self):
         person = self.start()
         self.confirm_a_case(person)
-        person.bring_to_front(UNSAVED)
+        person.bring_to_front(MAIN)
         person.keys("ctrl+q")
         person.find("label", "Do you want to save data ?")
         person.process.send_signal(signal.SIGTERM)
@@ -126,6 +128,119 @@ class KeptWork(unittest.TestCase):
         person = self.start()
         person.answer(QUESTION, "Yes")
         person.shows("Surname", "Kovac", FORM)
+
+    def end_and_go_on(self, person):
+        """A termination, and a next start that takes up what was kept."""
+        person.process.send_signal(signal.SIGTERM)
+        self.assertEqual(person.wait_for_end(), 128 + signal.SIGTERM)
+        person = self.start()
+        person.answer(QUESTION, "Yes")
+        return person
+
+    def save(self, person, question=None):
+        """Saves to a file that was not there; gives its bytes."""
+        path = os.path.join(self.folder.name, f"saved-{len(self.people)}.txt")
+        person.bring_to_front(MAIN)
+        person.keys("ctrl+s")
+        if question is not None:
+            person.answer(question, "Yes")
+        person.name_file(path)
+        person.wait(lambda: os.path.exists(path), "the case file")
+        with open(path, "rb") as file:
+            return file.read()
+
+    def test_a_termination_while_a_case_of_unknown_weight_is_changed(self):
+        person = self.start()
+        self.confirm_a_case(person)  # without a weight
+        person.press("Change")
+        person.find(*FORM)
+        person = self.end_and_go_on(person)
+        person.wait(person.has_unsaved_changes, "the case")
+        person.shows("Weight", "Unknown")
+        self.assertFalse(person.is_there("text", "Pmax in Pa"))
+        saved = self.save(person)
+        self.assertIn(b"Body weight   : Unknown kg\n", saved)
+        self.assertNotIn(b"Pmax =", saved)
+
+    def test_a_termination_after_ok_failed_without_a_weight(self):
+        person = self.start()
+        person.press("New")
+        person.enter("l/2", "abc", FORM)
+        person.press("OK", top=person.find(*FORM))
+        person.answer("numeric value expected", "OK")
+        person.shows("Weight", "60", FORM)
+        person = self.end_and_go_on(person)
+        person.shows("l/2", "abc", FORM)
+        person.shows("Weight", "", FORM)
+
+    def test_a_termination_while_the_stresses_are_those_of_the_case_before(self):
+        question = "The stresses are those of the case before. Go on all the same?"
+        refusal = "In this range of input data you could not use this model"
+        person = self.start()
+        self.confirm_a_case(person)
+        person.press("Change")
+        person.enter("Surname", "Kovac", FORM)
+        person.enter("CE", "-20", FORM)
+        person.press("OK", top=person.find(*FORM))
+        person.answer(refusal, "OK")
+        self.check_that_it_is_refused(person)
+        person = self.end_and_go_on(person)
+        person.answer(refusal, "OK")
+        self.check_that_it_is_refused(person)
+        saved = self.save(person, question)
+        self.assertIn(b"theta-CE      = -20 ", saved)
+        self.assertIn(b"Pmax/Wb       = 3006.761 m^-2\n", saved)
+
+    def check_that_it_is_refused(self, person):
+        person.shows("Pmax/Wb", "3006.76")
+        box = person.find("text", "Pmax/Wb")
+        self.assertFalse(box.getState().contains(pyatspi.STATE_ENABLED))
+        os.makedirs(PICTURES, exist_ok=True)
+        person.screenshot(os.path.join(PICTURES, "refused-case.png"))
+
+    def test_a_termination_while_a_file_is_in_the_form(self):
+        person = self.start()
+        self.confirm_a_case(person)
+        self.save(person)
+        person.press("Change")
+        person.enter("l/2", "11", FORM)
+        person.press("OK", top=person.find(*FORM))
+        person.gone(*FORM)
+        person.bring_to_front(MAIN)
+        person.keys("ctrl+o")
+        person.answer("Do you want to save data", "No")
+        person.name_file(os.path.join(self.folder.name, "saved-1.txt"))
+        person.shows("l/2", "10.4", FORM)
+        person = self.end_and_go_on(person)
+        person.wait(person.has_unsaved_changes, "the case")
+        self.assertIn(b"lizm          = 11 cm\n", self.save(person))
+
+    def test_a_slip_at_a_question_of_yes_and_no(self):
+        question = "Do you want to save data ?"
+        person = self.start()
+        self.confirm_a_case(person)
+        person.bring_to_front(MAIN)
+        person.keys("alt+F4")
+        person.find("label", question)
+        for keys in ["Escape", "alt+F4"]:
+            person.keys(keys)
+            person.settle()
+            self.assertTrue(person.is_there("label", question), keys)
+        self.assertEqual(len(self.kept()), 1)
+        person.process.send_signal(signal.SIGTERM)
+        self.assertEqual(person.wait_for_end(), 128 + signal.SIGTERM)
+        self.check_that_it_is_back()
+
+    def test_pipes_where_kept_work_should_be(self):
+        folder = os.path.join(self.folder.name, ".local/share/telmarion")
+        os.makedirs(folder)
+        os.mkfifo(os.path.join(folder, "unsaved-case-1.json"))
+        os.mkfifo(os.path.join(folder, "unsaved-case-2.lock"))
+        person = self.start()
+        self.confirm_a_case(person)
+        person.process.send_signal(signal.SIGTERM)
+        self.assertEqual(person.wait_for_end(), 128 + signal.SIGTERM)
+        self.check_that_it_is_back()
 
     def test_the_death_of_the_screen(self):
         self.screen = OtherScreen()

@@ -11,7 +11,7 @@ PATIENCE = 60  # seconds to wait for what is expected to show; a busy machine ma
 FORM = ("dialog", "TELMARRION data")
 HEAD = ("frame", "3D vizualization TELMARION")
 HELP = ("frame", "TELMARION Help")
-UNSAVED = ("frame", "TELMARION*")
+MAIN = ("frame", "TELMARION")
 
 
 class Person:
@@ -109,6 +109,10 @@ class Person:
     def shows(self, name, text, window=None):
         self.wait(lambda: self.text_of(name, window) == text, f"{name} to show {text!r}")
 
+    def has_unsaved_changes(self):
+        """As the status line tells."""
+        return self.is_there("label", "Unsaved changes")
+
     def press(self, name, role="push button", top=None):
         self.find(role, name, top).queryAction().doAction(0)
 
@@ -191,7 +195,7 @@ class Person:
     def bring_to_front(self, window):
         found = self.find(*window)
         subprocess.run(
-            ["xdotool", "search", "--name", "^" + window[1].replace("*", r"\*") + "$", "windowactivate", "--sync"],
+            ["xdotool", "search", "--onlyvisible", "--name", f"^{window[1]}$", "windowactivate", "--sync"],
             check=True,
         )
         self.wait(lambda: found.getState().contains(pyatspi.STATE_ACTIVE), f"{window} in front")

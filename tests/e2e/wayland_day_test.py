@@ -4,7 +4,7 @@ import sys
 import unittest
 
 from day import Day
-from person import FORM, UNSAVED
+from person import FORM, MAIN
 from wayland_person import WaylandPerson
 
 
@@ -19,7 +19,7 @@ class WaylandDay(Day):
         self.enter_a_case(person)
         self.check_the_results(person)
         self.look_at_the_head(person)
-        person.bring_to_front(UNSAVED)
+        person.bring_to_front(MAIN)
         self.save_and_check_the_bytes(person)
         self.open_again(person)
         self.leave_by_the_menu(person)

@@ -5,7 +5,7 @@ import sys
 import unittest
 
 from day import Day
-from person import FORM, UNSAVED
+from person import FORM, MAIN
 
 
 class WholeDay(Day):
@@ -21,7 +21,7 @@ class WholeDay(Day):
         self.save_on_the_way_out(person)
 
     def print_to_a_file(self, person):
-        person.bring_to_front(UNSAVED)
+        person.bring_to_front(MAIN)
         person.keys("ctrl+p")
         person.answer("Print results?", "No")
         person.keys("ctrl+p")
@@ -49,12 +49,10 @@ class WholeDay(Day):
         person.enter("CE", "12", FORM)
         person.keys("Return")
         person.gone(*FORM)
-        person.wait(
-            lambda: person.is_there("frame", "kovac.txt* - TELMARION"), "the modified mark"
-        )
+        person.wait(person.has_unsaved_changes, "the word of unsaved changes")
         self.save_the_head(person, "changed.bmp")  # the view was open all the time
         self.assertTrue(self.differ("turned.bmp", "changed.bmp"))
-        person.bring_to_front(("frame", "kovac.txt* - TELMARION"))
+        person.bring_to_front(MAIN)
         with open(self.path("letter.txt"), "w", encoding="utf-8") as letter:
             letter.write("Dear colleague,\n")
         person.keys("ctrl+o")

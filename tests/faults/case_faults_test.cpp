@@ -40,7 +40,7 @@ class CaseFaults : public FaultTest {
     EXPECT_TRUE(IsErrorAbout(said, kCase)) << testing::PrintToString(said);
     EXPECT_EQ(Bytes(kCase), Old());
     EXPECT_TRUE(program_.window.Session().NeedsSaving());
-    EXPECT_TRUE(program_.window.isWindowModified());
+    EXPECT_TRUE(program_.InWindow<QWidget>("lblUnsaved")->isVisible());
   }
 
   bool longer_ = false;

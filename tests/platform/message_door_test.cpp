@@ -4,7 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QCloseEvent>
 #include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
 
 #include "tests/support/open_dialog.h"
 
@@ -75,13 +78,65 @@ TEST(MessageDoor, YesNoCancelGivesTheAnswer) {
   }
 }
 
-TEST(MessageDoor, CloseBoxMeansTheCautiousAnswer) {
+TEST(MessageDoor, AWarningYesNoHasExclamationAndProposesNo) {
   DialogMessageDoor door;
-  WhenOpen<QMessageBox>([](QMessageBox& box) { box.close(); });
+  for (const auto& [button, answer] : {std::pair(QMessageBox::Yes, MessageDoor::Answer::Yes),
+                                       std::pair(QMessageBox::No, MessageDoor::Answer::No)}) {
+    WhenOpen<QMessageBox>([button = button](QMessageBox& box) {
+      EXPECT_EQ(box.windowTitle(), "Sorry");
+      EXPECT_EQ(box.text(), "Go on all the same?");
+      EXPECT_EQ(box.icon(), QMessageBox::Warning);
+      EXPECT_EQ(box.standardButtons(), QMessageBox::Yes | QMessageBox::No);
+      EXPECT_TRUE(box.defaultButton() == box.button(QMessageBox::No));
+      Press(box, button);
+    });
+    EXPECT_EQ(door.WarnYesNo(nullptr, "Go on all the same?", "Sorry"), answer);
+  }
+  WhenOpen<QMessageBox>([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); });
+  EXPECT_EQ(door.WarnYesNo(nullptr, "Go on all the same?", "Sorry"), MessageDoor::Answer::No);
+}
+
+TEST(MessageDoor, CloseBoxMeansCancelWhereThereIsOne) {
+  DialogMessageDoor door;
+  for (const bool byKey : {false, true}) {
+    WhenOpen<QMessageBox>([byKey](QMessageBox& box) {
+      if (byKey) QTest::keyClick(&box, Qt::Key_Escape);
+      if (!byKey) box.close();
+    });
+    EXPECT_EQ(door.AskYesNoCancel(nullptr, "Do you want to save data ?", "TELMARION New"),
+              MessageDoor::Answer::Cancel);
+  }
+}
+
+// What would close any other dialog. Yes, pressed at last, is an answer that none of it can give.
+void TryToSlipOutOf(QMessageBox& box) {
+  QTest::keyClick(&box, Qt::Key_Escape);
+  EXPECT_TRUE(box.isVisible());
+  QTest::keyClick(box.button(QMessageBox::No), Qt::Key_Escape);
+  EXPECT_TRUE(box.isVisible());
+  EXPECT_FALSE(box.close());
+  QCloseEvent closed;  // of the frame's button, or of Alt and F4
+  QApplication::sendEvent(&box, &closed);
+  EXPECT_FALSE(closed.isAccepted());
+  box.reject();
+  EXPECT_TRUE(box.isVisible());
+  Press(box, QMessageBox::Yes);
+}
+
+TEST(MessageDoor, EscapeAndTheCloseBoxDoNothingWhereYesAndNoAreAll) {
+  DialogMessageDoor door;
+  WhenOpen<QMessageBox>(TryToSlipOutOf);
+  EXPECT_EQ(door.AskYesNo(nullptr, "Do you want to save data ?", "TELMARION End"),
+            MessageDoor::Answer::Yes);
+  WhenOpen<QMessageBox>(TryToSlipOutOf);
+  EXPECT_EQ(door.WarnYesNo(nullptr, "Go on all the same?", "Sorry"), MessageDoor::Answer::Yes);
+}
+
+// As when the system ends the program while a question is open.
+TEST(MessageDoor, AQuestionThatIsTakenAwayIsAnsweredWithNo) {
+  DialogMessageDoor door;
+  WhenOpen<QMessageBox>([](QMessageBox& box) { box.done(0); });
   EXPECT_EQ(door.AskYesNo(nullptr, "Print results?", "TELMARION print"), MessageDoor::Answer::No);
-  WhenOpen<QMessageBox>([](QMessageBox& box) { box.close(); });
-  EXPECT_EQ(door.AskYesNoCancel(nullptr, "Do you want to save data ?", "TELMARION New"),
-            MessageDoor::Answer::Cancel);
 }
 
 }  // namespace

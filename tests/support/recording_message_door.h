@@ -12,7 +12,7 @@
 #include "platform/message_door.h"
 
 struct Message {
-  QString kind;  // "error", "yes/no" or "yes/no/cancel"
+  QString kind;  // "error", "yes/no", "warning yes/no" or "yes/no/cancel"
   QString title;
   QString text;
   bool operator==(const Message&) const = default;
@@ -49,6 +49,10 @@ class RecordingMessageDoor final : public MessageDoor {
   }
   Answer AskYesNo(QWidget*, const QString& text, const QString& title) override {
     Say({"yes/no", title, text});
+    return Next();
+  }
+  Answer WarnYesNo(QWidget*, const QString& text, const QString& title) override {
+    Say({"warning yes/no", title, text});
     return Next();
   }
   Answer AskYesNoCancel(QWidget*, const QString& text, const QString& title) override {
