@@ -17,25 +17,22 @@ struct NameParts {
 };
 std::optional<NameParts> SplitName(const QString& name);
 
-// The name as held: surname and first name, each trimmed, with one blank between; "Unknown" when
-// both are empty. A surname alone keeps the blank behind it.
+// The name as held: surname and first name, each trimmed, with one blank between; empty when both
+// are. A surname alone keeps the blank behind it.
 QString ComposeName(const QString& surname, const QString& firstName);
 
-// The patient as shown, saved and printed: placeholders where nothing is entered, and for the body
-// weight also while it is unknown (the box then holds the assumed weight).
-PatientTexts PatientTextsOf(const CaseEntries& entries, bool weightUnknown);
+// The patient of these entries. While the weight is not known a text in its box is not the
+// patient's.
+Patient PatientOf(const CaseEntries& entries, bool weightUnknown);
 
-// The entries as a confirmation would hold them, without its checks and messages. Empty when a
-// number cannot be read. An empty weight box is an unknown weight, whatever `weightUnknown` says.
-std::optional<CaseData> DataOf(const CaseEntries& entries, bool weightUnknown);
-
-// Whether two cases are the same to a person: texts alike and measures alike to the fifteen digits
-// that form and file show. A radius of 2.9 cm is held as 0.028999999999999998 m and shown as 0.029.
+// Whether two cases are the same to a person: texts alike and measurements alike to the fifteen
+// digits that form and file show. A radius of 2.9 cm is held as 0.028999999999999998 m and shown as
+// 0.029.
 bool IsSameCase(const CaseData& a, const CaseData& b);
 
 // The case as entries of the form, for changing it: lengths in cm, angles in degrees, the radius in
-// m. What is missing gives empty boxes; sex and hip are always chosen ("Unknown" as female and
-// right). Any other name without a blank leaves the names of `current` as they are.
+// m. What is missing gives empty boxes; sex and hip are always chosen (what is not known as female
+// and right). A name without a blank leaves the names of `current` as they are.
 CaseEntries EntriesOf(const CaseData& data, const QLocale& locale, const CaseEntries& current);
 
 }  // namespace Vse

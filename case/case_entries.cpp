@@ -1,18 +1,11 @@
-// Texts of one line; from typed units to held units.
+// Texts of one line, and units as text.
 #include "case/case_entries.h"
 
 #include <algorithm>
 
-#include "model/resultant_force.h"
-
 namespace Vse {
 
 namespace {
-
-double HeldRadius(double typed, QStringView unit) {
-  if (unit == kMillimetre) return typed / 1000.0;
-  return unit == kMetre ? typed : typed / 100.0;
-}
 
 bool IsControl(QChar character) {
   return character.category() == QChar::Other_Control || character == QChar::LineSeparator ||
@@ -34,24 +27,29 @@ QString OneLine(const QString& text) {
   return line.trimmed();
 }
 
-bool IsUnitOf(Measure measure, QStringView unit) {
-  if (IsAngle(measure)) return unit == kDegree || unit == kRadian;
-  return unit == kMillimetre || unit == kCentimetre ||
-         (measure == Measure::HeadRadius && unit == kMetre);
+QStringView UnitText(Sila::Unit unit) {
+  switch (unit) {
+    case Sila::Unit::Millimetre:
+      return u"mm";
+    case Sila::Unit::Centimetre:
+      return u"cm";
+    case Sila::Unit::Metre:
+      return u"m";
+    case Sila::Unit::Degree:
+      return u"  °  ";
+    case Sila::Unit::Radian:
+      return u"rad";
+    case Sila::Unit::Kilogram:
+      break;
+  }
+  return u"kg";
 }
 
-double DegreesToRadians(double degrees) {
-  return degrees * Sila::kPi / 180.0;
-}
-
-double RadiansToDegrees(double radians) {
-  return radians * 180.0 / Sila::kPi;
-}
-
-double HeldValue(Measure measure, double typed, QStringView unit) {
-  if (IsAngle(measure)) return unit == kDegree ? DegreesToRadians(typed) : typed;
-  if (measure == Measure::HeadRadius) return HeldRadius(typed, unit);
-  return unit == kMillimetre ? typed / 10.0 : typed;
+std::optional<Sila::Unit> UnitOf(Sila::Kind kind, QStringView text) {
+  for (const Sila::Unit unit : Sila::UnitsOf(kind)) {
+    if (UnitText(unit) == text) return unit;
+  }
+  return std::nullopt;
 }
 
 }  // namespace Vse

@@ -3,43 +3,33 @@
 
 #include <QString>
 #include <array>
-#include <cstddef>
+#include <optional>
 
-// The units of the form's lists. The degree stands between blanks, as in the list.
-namespace Vse {
-inline constexpr QStringView kMillimetre = u"mm";
-inline constexpr QStringView kCentimetre = u"cm";
-inline constexpr QStringView kMetre = u"m";
-inline constexpr QStringView kDegree = u"  °  ";
-inline constexpr QStringView kRadian = u"rad";
-}  // namespace Vse
+#include "model/vocabulary.h"
 
-// The measures in the order of the form and of the case file.
-enum class Measure : std::size_t { Lizm, Xizm, Zizm, Cizm, Hizm, Zasuk, ThetaCE, HeadRadius };
-inline constexpr std::size_t kMeasureCount = 8;
+enum class Sex { Male, Female };
+enum class HipSide { Left, Right };
 
-struct MeasureEntry {
+// A measurement as it was typed.
+struct MeasurementEntry {
   QString text;
-  QString unit;  // one of the unit texts above
-  bool operator==(const MeasureEntry&) const = default;
+  Sila::Unit unit = Sila::Unit::Centimetre;  // one of those of its kind
+  bool operator==(const MeasurementEntry&) const = default;
 };
 
 struct CaseEntries {
-  enum class Sex { NotChosen, Male, Female };
-  enum class Hip { NotChosen, Left, Right };
-
   QString surname;
   QString firstName;
-  Sex sex = Sex::NotChosen;
+  std::optional<Sex> sex;
   QString dateOfBirth;
   QString bodyWeight;  // kg; empty when it is not known
-  Hip hip = Hip::NotChosen;
+  std::optional<HipSide> hip;
   QString comments;  // lines end with LF
-  std::array<MeasureEntry, kMeasureCount> measures;
+  std::array<MeasurementEntry, Sila::kRadiographCount> measurements;
 
-  MeasureEntry& operator[](Measure measure) { return measures[static_cast<std::size_t>(measure)]; }
-  const MeasureEntry& operator[](Measure measure) const {
-    return measures[static_cast<std::size_t>(measure)];
+  MeasurementEntry& operator[](Sila::Measurement id) { return measurements[Sila::IndexOf(id)]; }
+  const MeasurementEntry& operator[](Sila::Measurement id) const {
+    return measurements[Sila::IndexOf(id)];
   }
   bool operator==(const CaseEntries&) const = default;
 };
@@ -50,24 +40,10 @@ namespace Vse {
 // and a text that held any is trimmed. Any other text stays as it is.
 QString OneLine(const QString& text);
 
-// Whether the unit list of a measure has this unit.
-bool IsUnitOf(Measure measure, QStringView unit);
+// A unit as the form's lists and kept work write it: the degree stands between blanks.
+QStringView UnitText(Sila::Unit unit);
 
-// Degrees to radians and back, with the force model's π.
-double DegreesToRadians(double degrees);
-double RadiansToDegrees(double radians);
-
-// A typed number in the unit that the record holds: lengths in cm, the head radius in m, angles in
-// radians. `unit` is the text of the unit list; a length that is not in mm counts as cm, a radius
-// that is neither in mm nor in m as cm, an angle that is not in degrees as radians.
-double HeldValue(Measure measure, double typed, QStringView unit);
-
-// The largest angle that may be typed in radians, 2π.
-inline constexpr double kLargestRadians = 6.28318530717958;
-
-// True for an angle, which is checked when it is typed in radians.
-constexpr bool IsAngle(Measure measure) {
-  return measure == Measure::Zasuk || measure == Measure::ThetaCE;
-}
+// The unit of this kind with that text; empty when there is none.
+std::optional<Sila::Unit> UnitOf(Sila::Kind kind, QStringView text);
 
 }  // namespace Vse

@@ -2,14 +2,17 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStringList>
-#include <array>
 #include <optional>
+#include <vector>
 
 #include "case/case_conversion.h"
 #include "case/case_file.h"
 #include "case/case_file_labels.h"
 #include "case/case_file_records.h"
+#include "case/case_places.h"
+#include "case/case_texts.h"
 #include "case/code_page.h"
+#include "case/number_text.h"
 
 namespace Vse {
 
@@ -22,26 +25,23 @@ constexpr qsizetype kSuffixWidth = 3;  // " cm", " kg", " m "; an angle's suffix
 // A record that the reader wants.
 struct Wanted {
   QStringView label;
-  QStringView suffix;
+  QStringView suffix = {};
   bool mayBeEmpty = true;
+  std::optional<double> withoutLine = {};  // what stands for a line that is not there
 };
 
-constexpr bool kFilled = false;
-constexpr std::size_t kFirstMeasure = 6;  // among the wanted records
-constexpr std::array<Wanted, 14> kWanted = {{{kNameLabel, {}},
-                                             {kSexLabel, {}},
-                                             {kBirthLabel, {}},
-                                             {kWeightLabel, kWeightSuffix},
-                                             {kHipLabel, {}},
-                                             {kCommentsLabel, {}},
-                                             {kMeasureLabels[0], kLengthSuffix, kFilled},
-                                             {kMeasureLabels[1], kLengthSuffix, kFilled},
-                                             {kMeasureLabels[2], kLengthSuffix, kFilled},
-                                             {kMeasureLabels[3], kLengthSuffix, kFilled},
-                                             {kMeasureLabels[4], kLengthSuffix, kFilled},
-                                             {kMeasureLabels[5], kAngleSuffix, kFilled},
-                                             {kMeasureLabels[6], kAngleSuffix, kFilled},
-                                             {kMeasureLabels[7], kRadiusSuffix, kFilled}}};
+constexpr std::size_t kFirstMeasurement = 6;  // among the wanted records
+
+std::vector<Wanted> MakeWanted() {
+  std::vector<Wanted> wanted = {{kNameLabel},  {kSexLabel},
+                                {kBirthLabel}, {kWeightLabel, FileSuffix(Sila::Kind::Weight)},
+                                {kHipLabel},   {kCommentsLabel}};
+  for (const MeasurementPlaces& places : kMeasurementPlaces) {
+    wanted.push_back(
+        {places.fileLabel, FileSuffix(Sila::RowOf(places.id).kind()), false, places.withoutLine});
+  }
+  return wanted;
+}
 
 CaseFileContents Unreadable(const QString& reason) {
   CaseFileContents contents;
@@ -83,20 +83,21 @@ QString DefectOfValue(const QString& record, const Wanted& wanted) {
 
 // What is wrong where record `index` of the wanted ones does not stand. A label that was cut is the
 // end of the file.
-QString DefectOfPlace(const QStringList& records, std::size_t index) {
-  const Wanted& wanted = kWanted[index];
+QString DefectOfPlace(const QStringList& records, const std::vector<Wanted>& all,
+                      std::size_t index) {
+  const Wanted& wanted = all[index];
   const QString there = records.value(static_cast<qsizetype>(index));
   if (wanted.label.startsWith(there)) return Complaint(wanted, QStringLiteral("is missing"));
-  if (index > 0 && HasLabel(there, kWanted[index - 1])) {
-    return Complaint(kWanted[index - 1], QStringLiteral("is there twice"));
+  if (index > 0 && HasLabel(there, all[index - 1])) {
+    return Complaint(all[index - 1], QStringLiteral("is there twice"));
   }
   return Complaint(wanted, QStringLiteral("is missing, or its label was changed"));
 }
 
 // A line of these behind the last one is there twice, and it may be that one that counts.
-QString DefectBehind(const QStringList& records) {
-  for (const QString& record : records.mid(static_cast<qsizetype>(kWanted.size()))) {
-    for (const Wanted& wanted : kWanted) {
+QString DefectBehind(const QStringList& records, const std::vector<Wanted>& all) {
+  for (const QString& record : records.mid(static_cast<qsizetype>(all.size()))) {
+    for (const Wanted& wanted : all) {
       if (HasLabel(record, wanted)) return Complaint(wanted, QStringLiteral("is there twice"));
     }
   }
@@ -104,17 +105,29 @@ QString DefectBehind(const QStringList& records) {
 }
 
 // Empty, or what is wrong with the first record that is not as it should be.
-QString FindDefect(const QStringList& records) {
-  for (std::size_t i = 0; i < kWanted.size(); ++i) {
+QString FindDefect(const QStringList& records, const std::vector<Wanted>& all) {
+  for (std::size_t i = 0; i < all.size(); ++i) {
     const auto index = static_cast<qsizetype>(i);
-    if (index >= records.size() || !HasLabel(records[index], kWanted[i])) {
-      return DefectOfPlace(records, i);
+    if (index >= records.size() || !HasLabel(records[index], all[i])) {
+      return DefectOfPlace(records, all, i);
     }
-    if (QString defect = DefectOfValue(records[index], kWanted[i]); !defect.isEmpty()) {
+    if (QString defect = DefectOfValue(records[index], all[i]); !defect.isEmpty()) {
       return defect;
     }
   }
-  return DefectBehind(records);
+  return DefectBehind(records, all);
+}
+
+// A file of a version that did not have a measurement yet lacks its line.
+QStringList WithMissingLines(QStringList records, const std::vector<Wanted>& all) {
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    const auto index = static_cast<qsizetype>(i);
+    if (!all[i].withoutLine || HasLabel(records.value(index), all[i])) continue;
+    const QString value = NumberText(*all[i].withoutLine, QLocale::c());
+    records.insert(qMin(index, records.size()),
+                   all[i].label.toString() + value + all[i].suffix.toString());
+  }
+  return records;
 }
 
 // A line as it was written, its LF included: whole label, value, whole suffix.
@@ -126,10 +139,10 @@ QString WrittenLine(const QString& record, const Wanted& wanted) {
   return wanted.label.toString() + value + wanted.suffix.toString() + u'\n';
 }
 
-QStringList WrittenLines(const QStringList& records) {
+QStringList WrittenLines(const QStringList& records, const std::vector<Wanted>& all) {
   QStringList lines;
-  for (std::size_t i = 0; i < kWanted.size(); ++i) {
-    lines.append(WrittenLine(records[static_cast<qsizetype>(i)], kWanted[i]));
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    lines.append(WrittenLine(records[static_cast<qsizetype>(i)], all[i]));
   }
   return lines;
 }
@@ -149,23 +162,18 @@ void FillPatient(CaseFileContents& contents, const QStringList& lines) {
   CaseEntries& entries = contents.entries;
   FillName(contents, lines[0]);
   const bool male = FieldText(lines[1]).trimmed() == u"M";
-  entries.sex = male ? CaseEntries::Sex::Male : CaseEntries::Sex::Female;
+  entries.sex = male ? Sex::Male : Sex::Female;
   entries.dateOfBirth = FieldText(lines[2]);
   entries.bodyWeight = FieldNumberText(lines[3]).trimmed();
   const bool left = FieldText(lines[4]).trimmed() == u"L";
-  entries.hip = left ? CaseEntries::Hip::Left : CaseEntries::Hip::Right;
+  entries.hip = left ? HipSide::Left : HipSide::Right;
   entries.comments = FieldText(lines[5]);
 }
 
-void FillMeasures(CaseEntries& entries, const QStringList& lines) {
-  for (std::size_t i = 0; i < kMeasureCount; ++i) {
-    const std::size_t index = kFirstMeasure + i;
-    const QStringView suffix = kWanted[index].suffix;
-    const QStringView unit = suffix == kAngleSuffix    ? kDegree
-                             : suffix == kRadiusSuffix ? kMetre
-                                                       : kCentimetre;
-    const QString text = FieldNumberText(lines[static_cast<qsizetype>(index)]);
-    entries.measures[i] = {text, unit.toString()};
+void FillMeasurements(CaseEntries& entries, const QStringList& lines) {
+  for (const Sila::MeasurementRow& row : Sila::kRadiographMeasurements) {
+    const auto line = static_cast<qsizetype>(kFirstMeasurement + Sila::IndexOf(row.id));
+    entries[row.id] = {FieldNumberText(lines[line]), Sila::UnitsOf(row.kind()).front()};
   }
 }
 
@@ -193,11 +201,13 @@ CaseFileContents ParseCaseFile(const QByteArray& bytes, const QLocale& locale) {
     contents.problem = Problem::NotCorrectFile;
     return contents;
   }
-  const QStringList records = RecordsOf(text).mid(1);  // behind the header
-  if (const QString defect = FindDefect(records); !defect.isEmpty()) return Unreadable(defect);
-  const QStringList lines = WrittenLines(records);
+  const std::vector<Wanted> all = MakeWanted();
+  const QStringList records = WithMissingLines(RecordsOf(text).mid(1), all);  // behind the header
+  const QString defect = FindDefect(records, all);
+  if (!defect.isEmpty()) return Unreadable(defect);
+  const QStringList lines = WrittenLines(records, all);
   FillPatient(contents, lines);
-  FillMeasures(contents.entries, lines);
+  FillMeasurements(contents.entries, lines);
   return contents;
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "case/case_file_labels.h"
+#include "case/case_places.h"
 
 namespace Vse {
 
@@ -83,7 +84,7 @@ LineEnds MeasureLineEnds(const QString& before) {
 // was copied into the comments, its own measures stand between its header and the real ones.
 bool HoldsTwoCases(const QString& text, qsizetype comments, qsizetype measures) {
   const QString header = u'\n' + kFileMark.toString().leftJustified(kHeaderWidth);
-  const QString measure = u'\n' + kMeasureLabels[0].toString();
+  const QString measure = u'\n' + kMeasurementPlaces.front().fileLabel.toString();
   const qsizetype copied = text.left(measures).lastIndexOf(measure);
   return text.lastIndexOf(header) > std::max(comments, copied);
 }
@@ -98,7 +99,8 @@ qsizetype TrailingLineEnds(QStringView text) {
 // line with the label of the first measure.
 std::optional<Parts> SplitChanged(const QString& text) {
   const qsizetype start = CommentsStart(text);
-  const qsizetype end = text.lastIndexOf(u'\n' + kMeasureLabels[0].toString()) + 1;
+  const qsizetype end =
+      text.lastIndexOf(u'\n' + kMeasurementPlaces.front().fileLabel.toString()) + 1;
   if (start == 0 || end < start || HoldsTwoCases(text, start, end - 1)) return std::nullopt;
   const LineEnds ends = MeasureLineEnds(text.left(start));
   QString comments = text.mid(start, end - start);

@@ -1,8 +1,8 @@
 // Writing a case file.
-#include <array>
-
 #include "case/case_file.h"
 #include "case/case_file_labels.h"
+#include "case/case_places.h"
+#include "case/case_texts.h"
 #include "case/code_page.h"
 #include "case/number_text.h"
 #include "storage/whole_file.h"
@@ -28,38 +28,27 @@ void AppendPatient(QString& file, const PatientTexts& patient) {
   AppendRecord(file, kNameLabel, patient.name);
   AppendRecord(file, kSexLabel, patient.sex);
   AppendRecord(file, kBirthLabel, patient.dateOfBirth);
-  AppendRecord(file, kWeightLabel, patient.bodyWeight, kWeightSuffix);
+  AppendRecord(file, kWeightLabel, patient.bodyWeight, FileSuffix(Sila::Kind::Weight));
   AppendRecord(file, kHipLabel, patient.hip);
   AppendRecord(file, kCommentsLabel, patient.comments);
 }
 
-void AppendGeometry(QString& file, const Geometry& g, const QLocale& locale) {
-  const std::array<double, 8> values = {g.lizm,
-                                        g.xizm,
-                                        g.zizm,
-                                        g.Cizm,
-                                        g.Hizm,
-                                        RadiansToDegrees(g.zasuk),
-                                        RadiansToDegrees(g.thetaCE),
-                                        g.headRadius};
-  const std::array<QStringView, 8> suffixes = {kLengthSuffix, kLengthSuffix, kLengthSuffix,
-                                               kLengthSuffix, kLengthSuffix, kAngleSuffix,
-                                               kAngleSuffix,  kRadiusSuffix};
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    AppendRecord(file, kMeasureLabels[i], NumberText(values[i], locale), suffixes[i]);
+void AppendMeasurements(QString& file, const Sila::HipInputs& inputs, const QLocale& locale) {
+  for (const Sila::MeasurementRow& row : Sila::kRadiographMeasurements) {
+    AppendRecord(file, kMeasurementPlaces[Sila::IndexOf(row.id)].fileLabel,
+                 MeasurementText(inputs, row, locale), FileSuffix(row.kind()));
   }
 }
 
 void AppendResults(QString& file, const CaseRecord& record, const QLocale& locale) {
-  const Results& r = record.results;
-  const auto truncated = [&](double value) {
-    return NumberText(TruncateToDecimals(value, 3), locale);
-  };
-  AppendRecord(file, kRWbLabel, truncated(r.rWb));
-  AppendRecord(file, kThetaRLabel, truncated(r.thetaR), kThetaRSuffix);
-  AppendRecord(file, kPmaxWbLabel, truncated(r.pmaxWb), kPmaxWbSuffix);
-  if (!record.weightUnknown) {
-    AppendRecord(file, kPmaxLabel, NumberText(r.pmax, locale), kPmaxSuffix);
+  for (const ResultPlaces& places : kResultPlaces) {
+    const Sila::ResultRow& row = Sila::RowOf(places.id);
+    const bool hidden = row.needsWeight && record.data.weightUnknown();
+    if (places.fileLabel.isEmpty() || hidden) continue;
+    const double held = row.value(record.results());
+    const double value =
+        places.fileDecimals ? TruncateToDecimals(held, *places.fileDecimals) : held;
+    AppendRecord(file, places.fileLabel, NumberText(value, locale), places.fileSuffix);
   }
 }
 
@@ -68,9 +57,9 @@ void AppendResults(QString& file, const CaseRecord& record, const QLocale& local
 QByteArray ComposeCaseFile(const CaseRecord& record, const QString& date, const QLocale& locale) {
   QString file = kFileMark.toString().leftJustified(kHeaderWidth) + date + QStringLiteral("\r\n");
   AppendBlank(file);
-  AppendPatient(file, record.patient);
+  AppendPatient(file, PatientTextsOf(record.data.patient));
   AppendBlank(file);
-  AppendGeometry(file, record.geometry, locale);
+  AppendMeasurements(file, record.data.inputs, locale);
   AppendBlank(file);
   AppendResults(file, record, locale);
   return EncodeText(file, locale);

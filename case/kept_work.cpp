@@ -6,6 +6,9 @@
 #include <QJsonObject>
 #include <array>
 #include <stdexcept>
+#include <string_view>
+
+#include "case/case_texts.h"
 
 namespace Vse {
 
@@ -36,19 +39,25 @@ constexpr std::array kEntryFields{TextField<CaseEntries>{"surname", &CaseEntries
                                   TextField<CaseEntries>{"dateOfBirth", &CaseEntries::dateOfBirth},
                                   TextField<CaseEntries>{"bodyWeight", &CaseEntries::bodyWeight},
                                   TextField<CaseEntries>{"comments", &CaseEntries::comments}};
-constexpr std::array kMeasureNames{"lizm", "xizm",  "zizm",    "Cizm",
-                                   "Hizm", "zasuk", "thetaCE", "headRadius"};
-static_assert(kMeasureNames.size() == kMeasureCount);
+// What stands for a choice in an open form: none, the first, the second.
+template <class Choice>
+int NumberOf(std::optional<Choice> choice) {
+  return choice ? static_cast<int>(*choice) + 1 : 0;
+}
 
-QJsonValue Member(const QJsonObject& object, const char* name, QJsonValue::Type type) {
-  QJsonValue value = object.value(QLatin1String(name));
+QLatin1String KeyOf(const Sila::MeasurementRow& row) {
+  return {row.key.data(), static_cast<qsizetype>(row.key.size())};
+}
+
+QJsonValue Member(const QJsonObject& object, std::string_view name, QJsonValue::Type type) {
+  QJsonValue value = object.value(QLatin1String(name.data(), static_cast<qsizetype>(name.size())));
   if (value.type() != type) throw Damaged();
   return value;
 }
-QString TextIn(const QJsonObject& object, const char* name) {
+QString TextIn(const QJsonObject& object, std::string_view name) {
   return Member(object, name, QJsonValue::String).toString();
 }
-QJsonObject ObjectIn(const QJsonObject& object, const char* name) {
+QJsonObject ObjectIn(const QJsonObject& object, std::string_view name) {
   return Member(object, name, QJsonValue::Object).toObject();
 }
 
@@ -63,21 +72,21 @@ void ReadTexts(const Fields& fields, const QJsonObject& object, Owner& owner) {
 
 QJsonObject CaseToJson(const CaseData& data) {
   QJsonObject patient;
-  WriteTexts(kPatientFields, data.patient, patient);
-  QJsonObject measures;
-  for (std::size_t i = 0; i < kMeasureCount; ++i) {
-    measures.insert(QLatin1String(kMeasureNames[i]),
-                    ValueOf(data.geometry, static_cast<Measure>(i)));
+  WriteTexts(kPatientFields, PatientTextsOf(data.patient), patient);
+  QJsonObject measurements;
+  for (const Sila::MeasurementRow& row : Sila::kRadiographMeasurements) {
+    measurements.insert(KeyOf(row), Sila::ValueOf(data.inputs, row));
   }
-  return {{"patient", patient},
-          {"measures", measures},
-          {"computedWeight", data.bodyWeight},
-          {"weightUnknown", data.weightUnknown}};
+  return {
+      {"patient", patient},
+      {"measures", measurements},
+      {"computedWeight", Sila::ValueOf(data.inputs, Sila::RowOf(Sila::Measurement::BodyWeight))},
+      {"weightUnknown", data.weightUnknown()}};
 }
 
 // What single lines held before control characters were kept out of them could not be opened again
 // once it was saved.
-PatientTexts PatientFromJson(const QJsonObject& object) {
+Patient PatientFromJson(const QJsonObject& object) {
   PatientTexts patient;
   ReadTexts(kPatientFields, object, patient);
   for (const auto& field : kPatientFields) {
@@ -85,58 +94,62 @@ PatientTexts PatientFromJson(const QJsonObject& object) {
     if (field.text != &PatientTexts::comments) text = OneLine(text);
   }
   patient.comments.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
-  return patient;
+  return PatientFrom(patient);
 }
 
 CaseData CaseFromJson(const QJsonObject& object) {
   CaseData data;
   data.patient = PatientFromJson(ObjectIn(object, "patient"));
-  const QJsonObject measures = ObjectIn(object, "measures");
-  for (std::size_t i = 0; i < kMeasureCount; ++i) {
-    SetValue(data.geometry, static_cast<Measure>(i),
-             Member(measures, kMeasureNames[i], QJsonValue::Double).toDouble());
+  const QJsonObject measurements = ObjectIn(object, "measures");
+  for (const Sila::MeasurementRow& row : Sila::kRadiographMeasurements) {
+    Sila::SetValue(data.inputs, row, Member(measurements, row.key, QJsonValue::Double).toDouble());
   }
-  data.bodyWeight = Member(object, "computedWeight", QJsonValue::Double).toDouble();
+  const double weight = Member(object, "computedWeight", QJsonValue::Double).toDouble();
   // A weight that is not known is never a number, whatever an older version wrote beside it.
-  data.weightUnknown = Member(object, "weightUnknown", QJsonValue::Bool).toBool() ||
-                       data.patient.bodyWeight == kUnknown;
+  const bool unknown = Member(object, "weightUnknown", QJsonValue::Bool).toBool();
+  if (!unknown && !data.patient.bodyWeight.isEmpty()) {
+    data.inputs.bodyWeight = Sila::Kilograms{weight};
+  }
   return data;
 }
 
 QJsonObject EntriesToJson(const CaseEntries& entries) {
-  QJsonObject object{{"sex", static_cast<int>(entries.sex)},
-                     {"hip", static_cast<int>(entries.hip)}};
+  QJsonObject object{{"sex", NumberOf(entries.sex)}, {"hip", NumberOf(entries.hip)}};
   WriteTexts(kEntryFields, entries, object);
-  QJsonObject measures;
-  for (std::size_t i = 0; i < kMeasureCount; ++i) {
-    const MeasureEntry& entry = entries.measures[i];
-    measures.insert(QLatin1String(kMeasureNames[i]),
-                    QJsonObject{{"text", entry.text}, {"unit", entry.unit}});
+  QJsonObject measurements;
+  for (const Sila::MeasurementRow& row : Sila::kRadiographMeasurements) {
+    const MeasurementEntry& entry = entries[row.id];
+    measurements.insert(
+        KeyOf(row), QJsonObject{{"text", entry.text}, {"unit", UnitText(entry.unit).toString()}});
   }
-  object.insert("measures", measures);
+  object.insert("measures", measurements);
   return object;
 }
 
-// The sexes and the hips: none, the first, the second.
 template <class Choice>
-Choice ChoiceIn(const QJsonObject& object, const char* name) {
-  const double value = Member(object, name, QJsonValue::Double).toDouble();
-  for (const int choice : {0, 1, 2}) {
-    if (value == choice) return static_cast<Choice>(choice);
+std::optional<Choice> ChoiceIn(const QJsonObject& object, const char* name) {
+  const double number = Member(object, name, QJsonValue::Double).toDouble();
+  if (number == 0.0) return std::nullopt;
+  for (const int choice : {0, 1}) {
+    if (number == choice + 1) return static_cast<Choice>(choice);
   }
   throw Damaged();
 }
 
+MeasurementEntry EntryFromJson(Sila::Kind kind, const QJsonObject& object) {
+  const std::optional<Sila::Unit> unit = UnitOf(kind, TextIn(object, "unit"));
+  if (!unit) throw Damaged();
+  return {TextIn(object, "text"), *unit};
+}
+
 CaseEntries EntriesFromJson(const QJsonObject& object) {
   CaseEntries entries;
-  entries.sex = ChoiceIn<CaseEntries::Sex>(object, "sex");
-  entries.hip = ChoiceIn<CaseEntries::Hip>(object, "hip");
+  entries.sex = ChoiceIn<Sex>(object, "sex");
+  entries.hip = ChoiceIn<HipSide>(object, "hip");
   ReadTexts(kEntryFields, object, entries);
-  const QJsonObject measures = ObjectIn(object, "measures");
-  for (std::size_t i = 0; i < kMeasureCount; ++i) {
-    const QJsonObject entry = ObjectIn(measures, kMeasureNames[i]);
-    entries.measures[i] = {TextIn(entry, "text"), TextIn(entry, "unit")};
-    if (!IsUnitOf(static_cast<Measure>(i), entries.measures[i].unit)) throw Damaged();
+  const QJsonObject measurements = ObjectIn(object, "measures");
+  for (const Sila::MeasurementRow& row : Sila::kRadiographMeasurements) {
+    entries[row.id] = EntryFromJson(row.kind(), ObjectIn(measurements, row.key));
   }
   return entries;
 }

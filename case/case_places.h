@@ -1,0 +1,79 @@
+// Where measurements and results stand in the case file, on the form and on paper: one row each.
+#pragma once
+
+#include <QStringView>
+#include <array>
+#include <optional>
+
+#include "model/vocabulary.h"
+
+namespace Vse {
+
+struct MeasurementPlaces {
+  Sila::Measurement id;
+  QStringView fileLabel;   // 16 characters
+  QStringView printLabel;  // on the report
+  QStringView caption;     // on the form
+  QStringView hint;        // on the form; empty where there is none
+  QStringView proposed;    // the text in a new form
+  // What a file that lacks the line stands for, in the file's unit. Only for a measurement that
+  // came after version 1.0: that program's files open in every later one.
+  std::optional<double> withoutLine = {};
+};
+
+// "pelvic heigh" is spelt so, and x is the vertical coordinate. Deliberate.
+inline constexpr std::array kMeasurementPlaces = {
+    MeasurementPlaces{Sila::Measurement::Lizm, u"lizm          = ", u"lizm", u"l/2",
+                      u"half of the interhip distance", u"10.40"},
+    MeasurementPlaces{Sila::Measurement::Xizm, u"xizm          = ", u"xizm", u"x  trochanter",
+                      u"vertical coordinate of trochanter", u"0.50"},
+    MeasurementPlaces{Sila::Measurement::Zizm, u"zizm          = ", u"zizm", u"z  trochanter",
+                      u"horizontal coordinate of trochanter", u"6.00"},
+    MeasurementPlaces{Sila::Measurement::Cizm, u"Cizm          = ", u"Cizm", u"C", u"pelvic width",
+                      u"4.40"},
+    MeasurementPlaces{Sila::Measurement::Hizm, u"Hizm          = ", u"Hizm", u"H", u"pelvic heigh",
+                      u"16.00"},
+    MeasurementPlaces{Sila::Measurement::Zasuk, u"zasuk         = ", u"zasuk", u"rotation angle",
+                      u"", u"0.0"},
+    MeasurementPlaces{Sila::Measurement::ThetaCE, u"theta-CE      = ", u"Theta-CE", u"CE", u"",
+                      u"30.0"},
+    MeasurementPlaces{Sila::Measurement::HeadRadius, u"radius of head= ", u"Radius of head",
+                      u"radius of head", u"radius of femoral head", u"2.5"}};
+static_assert(Sila::StandAtTheirIds(kMeasurementPlaces) &&
+              kMeasurementPlaces.size() == Sila::kRadiographCount);
+
+// Behind a value in the case file and on the report. An angle's last blank stays with a value that
+// is read back.
+constexpr QStringView FileSuffix(Sila::Kind kind) {
+  switch (kind) {
+    case Sila::Kind::Length:
+      return u" cm";
+    case Sila::Kind::Angle:
+      return u" °  ";
+    case Sila::Kind::Radius:
+      return u" m ";
+    case Sila::Kind::Weight:
+      break;
+  }
+  return u" kg";
+}
+
+struct ResultPlaces {
+  Sila::Result id;
+  QStringView printLabel;  // on the report, with all that stands before the value
+  QStringView fileLabel;   // empty: not in the file
+  QStringView fileSuffix;
+  std::optional<int> fileDecimals = {};  // truncated to them; empty: as held
+};
+
+// The last label is not padded to the others' width, and "Pmax =" has two blanks behind it on
+// paper. Deliberate.
+inline constexpr std::array kResultPlaces = {
+    ResultPlaces{Sila::Result::RWb, u"R/Wb = ", u"R/Wb          = ", u"", 3},
+    ResultPlaces{Sila::Result::ThetaR, u"Theta-R = ", u"Theta-R       = ", u" ° ", 3},
+    ResultPlaces{Sila::Result::ThetaPol, u"Theta-pol = ", u"", u""},
+    ResultPlaces{Sila::Result::PmaxWb, u"Pmax/Wb = ", u"Pmax/Wb       = ", u" m^-2", 3},
+    ResultPlaces{Sila::Result::Pmax, u"Pmax =  ", u"Pmax = ", u" Pa"}};
+static_assert(Sila::StandAtTheirIds(kResultPlaces) && kResultPlaces.size() == Sila::kResultCount);
+
+}  // namespace Vse
