@@ -90,6 +90,18 @@ TEST(Confirmation, ALaterConfirmationWithAWeightLeavesItUnknown) {
   EXPECT_EQ(program.Panel("txtPmax"), "2066847.58");
 }
 
+TEST(Confirmation, ANewCaseAfterOneOfUnknownWeightHasItsOwnWeight) {
+  RunningProgram program;
+  program.ConfirmDefaultCase({});
+  EXPECT_FALSE(program.InWindow<QLineEdit>("txtPmax")->isVisible());
+  program.messages.Answers(MessageDoor::Answer::No);
+  program.ConfirmDefaultCase("70");
+  program.messages.Take();
+  EXPECT_EQ(program.Panel("txtBodyWeight"), "70");
+  EXPECT_TRUE(program.InWindow<QLineEdit>("txtPmax")->isVisible());
+  EXPECT_EQ(program.Panel("txtPmax"), "2066847.58");
+}
+
 TEST(Confirmation, MillimetresAndCentimetresGiveTheSameResults) {
   RunningProgram program;
   program.ConfirmDefaultCase();
