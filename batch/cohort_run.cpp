@@ -75,7 +75,7 @@ class CohortRun {
   void RunStream(const std::string& path, ReadBytes source) {
     ChunkReader reader(std::move(source));
     const Columns columns = TakeHeader(path, reader);
-    std::uint64_t rowsBefore = 1;  // the header
+    std::uint64_t rowsBefore = HeaderRow(reader);
     ComputeStream(reader, columns, lineEnd_, settings_.threads, [&](const ChunkResult& result) {
       TakeResult(path, rowsBefore, result);
       rowsBefore += result.rows;
@@ -85,38 +85,49 @@ class CohortRun {
   Columns TakeHeader(const std::string& path, ChunkReader& reader) {
     std::string header;
     Columns columns = ReadHeader(path, reader, header);
-    if (!first_) BeginOutput(header, columns, reader.LineEnd());
+    if (first_) return columns;
+    for (const std::string& remark : columns.remarks) {
+      settings_.remark(AtRow(path, HeaderRow(reader), remark));
+    }
+    BeginOutput(header, columns, reader);
     return columns;
   }
 
-  // Trouble in the header is row 1's.
+  static std::uint64_t HeaderRow(const ChunkReader& reader) {
+    return reader.SeparatorLine().empty() ? 1 : 2;
+  }
+
   Columns ReadHeader(const std::string& path, ChunkReader& reader, std::string& header) const {
     try {
       std::optional<std::string> text = reader.ReadHeader();
       if (!text) throw CohortError("the file is empty; it should begin with a header row");
       header = std::move(*text);
-      Columns columns = ReadColumns(header, settings_.delimiter);
+      const std::optional<char> named = ReadSeparatorLine(reader.SeparatorLine());
+      Columns columns = ReadColumns(header, settings_.delimiter ? settings_.delimiter : named);
       if (first_) CheckSameColumns(columns);
       return columns;
     } catch (const CohortError& error) {
-      throw CohortError(AtRow(path, 1, error.what()));
+      throw CohortError(AtRow(path, HeaderRow(reader), error.what()));
     }
   }
 
-  void BeginOutput(const std::string& header, const Columns& columns, const std::string& lineEnd) {
+  // A line that names the separator is kept for the program that wants it, not for people.
+  void BeginOutput(const std::string& header, const Columns& columns, const ChunkReader& reader) {
     first_ = columns;
-    lineEnd_ = lineEnd;
-    if (settings_.table) {
-      sink_ = std::make_unique<TableOutput>(std::move(sink_), columns.delimiter, lineEnd.back());
-    }
+    lineEnd_ = reader.LineEnd();
     std::string text;
-    AppendHeader(text, header, columns.delimiter, lineEnd);
+    if (settings_.table) {
+      sink_ = std::make_unique<TableOutput>(std::move(sink_), columns.delimiter, lineEnd_.back());
+    } else if (!reader.SeparatorLine().empty()) {
+      text = reader.SeparatorLine() + lineEnd_;
+    }
+    AppendHeader(text, header, columns.delimiter, lineEnd_);
     sink_->Write(text);
   }
 
   void CheckSameColumns(const Columns& columns) const {
     const std::string& first = settings_.inputs.front();
-    if (columns.names != first_->names) {
+    if (!HaveSameNames(columns, *first_)) {
       throw CohortError("the columns are not those of " + InputName(first));
     }
     if (columns.delimiter != first_->delimiter) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -14,6 +15,8 @@ struct CohortSettings {
   std::optional<char> delimiter;            // found from each header when it is not set
   unsigned threads = 1;                     // at least 1
   bool table = false;                       // a table for people in place of CSV
+  // Takes sentences about what was passed over, as soon as it is known.
+  std::function<void(const std::string&)> remark = [](const std::string&) {};
 };
 
 struct CohortTally {

@@ -23,9 +23,10 @@ constexpr unsigned kMostThreads = 256;
 constexpr const char* kDescription =
     "Computes the resultant hip force and the contact stress for tables of hips.\n\n"
     "Reads CSV with a header row and writes it with the columns rWb, thetaR, thetaPol, pmaxWb,\n"
-    "pmax and status added. Columns are found by name: lizm, xizm, zizm, Cizm, Hizm (cm), zasuk,\n"
-    "thetaCE (degrees), headRadius (m) and, if it is known, bodyWeight (kg). Another unit stands\n"
-    "behind the name: lizm[mm], headRadius[cm], thetaCE[rad]. All other columns pass through.";
+    "pmax and status added. Columns are found by name, in upper or lower case: lizm, xizm, zizm,\n"
+    "Cizm, Hizm (cm), zasuk, thetaCE (degrees), headRadius (m) and, if it is known, bodyWeight\n"
+    "(kg). Another unit stands behind the name: lizm[mm], headRadius(cm), thetaCE[rad]. All other\n"
+    "columns pass through; one whose name is close to one of these is named on standard error.";
 constexpr const char* kFooter =
     "The status of a row is ok, refused (by the model) or error, with what is wrong. A row that "
     "is\n"
@@ -106,6 +107,7 @@ int main(int argc, char** argv) {
   try {
     Cohort::CohortSettings settings;
     settings.threads = std::clamp(std::thread::hardware_concurrency(), 1U, kMostThreads);
+    settings.remark = Complain;
     if (const std::optional<int> status = ReadCommandLine(argc, argv, settings)) return *status;
     return Run(settings);
   } catch (const std::bad_alloc&) {

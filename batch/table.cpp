@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "batch/chunk_reader.h"
+#include "batch/column_title.h"
 #include "batch/columns.h"
 #include "case/number_text.h"
 
@@ -26,8 +27,11 @@ bool IsOneOf(std::string_view name, const std::array<std::string_view, Count>& n
   return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-bool IsInput(std::string_view title) {
-  return IsOneOf(title.substr(0, title.find_first_of(" [")), kInputNames);
+// A body weight in a unit that is not known is a column like any other.
+bool IsInput(std::string_view text) {
+  const Title title = ReadTitle(text);
+  const std::optional<std::size_t> input = InputNamed(title);
+  return input && UnitIn(title, *input);
 }
 
 std::size_t WidthOf(std::string_view text) {

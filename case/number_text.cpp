@@ -94,19 +94,36 @@ std::optional<double> ConvertWithPoint(std::string_view text, std::size_t comma)
   return Convert(copy);
 }
 
+std::string_view WithoutSign(std::string_view text) {
+  if (!text.empty() && (text[0] == '+' || text[0] == '-')) text.remove_prefix(1);
+  return text;
+}
+
+// Whether a text without sign is spelt like a number; `mantissa` becomes the number of characters
+// before its exponent.
+bool IsSpeltAsNumber(std::string_view text, std::size_t& mantissa) {
+  mantissa = MatchMantissa(text);
+  return mantissa > 0 && IsExponent(text.substr(mantissa));
+}
+
 }  // namespace
 
 std::optional<double> ReadNumber(std::string_view text) {
   text = Trimmed(text);
   const bool negative = !text.empty() && text[0] == '-';
-  if (!text.empty() && (text[0] == '+' || text[0] == '-')) text.remove_prefix(1);
-  const std::size_t mantissa = MatchMantissa(text);
-  if (mantissa == 0 || !IsExponent(text.substr(mantissa))) return std::nullopt;
+  text = WithoutSign(text);
+  std::size_t mantissa = 0;
+  if (!IsSpeltAsNumber(text, mantissa)) return std::nullopt;
   const std::size_t comma = text.substr(0, mantissa).find(',');
   const std::optional<double> value =
       comma == std::string_view::npos ? Convert(text) : ConvertWithPoint(text, comma);
   if (!value) return std::nullopt;
   return negative ? 0.0 - *value : *value;
+}
+
+bool IsTooLarge(std::string_view text) {
+  std::size_t mantissa = 0;
+  return IsSpeltAsNumber(WithoutSign(Trimmed(text)), mantissa) && !ReadNumber(text);
 }
 
 double TruncateToDecimals(double value, int decimals) {

@@ -15,6 +15,9 @@ namespace Vse {
 // small for a double is 0.
 std::optional<double> ReadNumber(std::string_view text);
 
+// Whether a text that ReadNumber refuses would be a number if it were not above 1E+300 in size.
+bool IsTooLarge(std::string_view text);
+
 // Int(x·10^n) / 10^n, where Int rounds towards minus infinity: -3.456 to 2 decimals is -3.46.
 // `decimals` is 0 to 15.
 double TruncateToDecimals(double value, int decimals);

@@ -181,6 +181,16 @@ TEST(Confirmation, ARefusedCaseKeepsTheShownStresses) {
   EXPECT_TRUE(program.window.Session().NeedsSaving());
 }
 
+TEST(Confirmation, ANegativeStressIsRefused) {
+  RunningProgram program;
+  program.window.New();
+  program.Type("Text9", "-200");
+  program.PressOk();
+  EXPECT_EQ(program.messages.Take(),
+            Said({ErrorSaid("In this range of input data you could not use this model", "Sorry")}));
+  EXPECT_EQ(program.Panel("txtPmaxWb"), "");
+}
+
 TEST(Confirmation, ARadiusOfZeroIsADivisionByZero) {
   RunningProgram program;
   program.window.New();

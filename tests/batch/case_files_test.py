@@ -87,7 +87,20 @@ class TablesNamedLikeCaseFiles(Case):
 
     def test_a_header_row_that_does_not_serve_is_told_as_that(self):
         path = self.file("hips.TXT", f"{HEADER}\n{HIP}\n".replace("Cizm", "width"))
-        self.check(run(path), 2, f"{path}: row 1: the column Cizm is missing")
+        done = run(path)
+        self.assertEqual(done.returncode, 2)
+        self.assertIn(f"{path}: row 1: the column Cizm is missing; ", done.stderr.decode())
+
+    def test_a_line_that_names_the_separator_may_stand_before_it(self):
+        table = f"sep=;\nname,{HEADER}\nAnn,{HIP}\n".replace(",", ";")
+        done = run(self.file("hips.txt", table))
+        self.check(done, 0)
+        self.check_known(rows(done.stdout.split(b"\n", 1)[1], ";")[0])
+
+    def test_a_header_row_separated_by_blanks_is_told_as_that(self):
+        path = self.file("hips.txt", f"{HEADER}\n{HIP}\n".replace(",", " "))
+        self.check(run(path), 2, f"{path}: row 1: the columns are separated by blanks; they must be "
+                                 "separated by commas, semicolons or tabs (in R by write.csv)")
 
     def test_what_is_neither_is_no_case_file(self):
         for text in ["", "lizm", "the lizm, at last\n", "\0" * 100_000, '"lizm,xizm,zizm\n']:
