@@ -4,7 +4,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QtGlobal>
 
 #include "storage/whole_file.h"
@@ -15,13 +14,6 @@ constexpr int kPlaces = 16;  // sessions at a time whose work is kept
 
 QString PlaceName(int place, const char* suffix) {
   return QStringLiteral("unsaved-case-%1.%2").arg(place).arg(QLatin1String(suffix));
-}
-
-bool WriteForOwnerOnly(const QString& path, const QByteArray& text) {
-  QSaveFile file(path);
-  return file.open(QIODevice::WriteOnly) &&
-         file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) &&
-         file.write(text) == text.size() && CommitWholeFile(file).isEmpty();
 }
 
 }  // namespace
@@ -80,7 +72,7 @@ void RecoveryFile::Keep(const KeptWork& work) {
   if (path_.isEmpty() || pending_) return;
   if (work.IsEmpty()) {
     QFile::remove(path_);
-  } else if (!WriteForOwnerOnly(path_, Vse::ComposeKeptWork(work))) {
+  } else if (!WriteWholeFile(path_, Vse::ComposeKeptWork(work), FileAccess::OwnerOnly).isEmpty()) {
     qWarning("The unsaved case could not be kept in %s", qUtf8Printable(path_));
   }
 }

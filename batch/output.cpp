@@ -4,15 +4,13 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <QByteArrayView>
-#include <QFile>
-#include <QSaveFile>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
 #include <utility>
 
 #include "batch/cohort_error.h"
+#include "batch/ending.h"
 #include "batch/input_file.h"
 #include "storage/whole_file.h"
 
@@ -61,25 +59,27 @@ class StreamOutput final : public TextSink {
 
 class SavedOutput final : public TextSink {
  public:
-  explicit SavedOutput(const std::string& path) : file_(QFile::decodeName(path.c_str())) {
-    if (!file_.open(QIODevice::WriteOnly)) Refuse(file_.errorString());
+  explicit SavedOutput(std::string path) : path_(std::move(path)) {
+    const EndingHeld held;
+    Expect(file_.Open(path_));
+    if (!file_.TemporaryPath().empty()) removed_.Watch(file_.TemporaryPath());
   }
 
-  void Write(std::string_view text) override {
-    Expect(WritePiece(file_, QByteArrayView(text.data(), static_cast<qsizetype>(text.size()))));
-  }
+  void Write(std::string_view text) override { Expect(file_.Write(text)); }
 
-  void Finish() override { Expect(CommitWholeFile(file_)); }
+  void Finish() override {
+    const EndingHeld held;
+    Expect(file_.Commit());
+  }
 
  private:
-  void Expect(const QString& reason) const {
-    if (!reason.isEmpty()) Refuse(reason);
-  }
-  [[noreturn]] void Refuse(const QString& reason) const {
-    throw CannotWrite(QFile::encodeName(file_.fileName()).toStdString(), reason.toStdString());
+  void Expect(const std::string& reason) const {
+    if (!reason.empty()) throw CannotWrite(path_, reason);
   }
 
-  QSaveFile file_;
+  std::string path_;
+  RemovedAtEnding removed_;  // watches until the file is gone
+  WholeFile file_;
 };
 
 // A device or a pipe must be written to, not replaced by a file of its name.
