@@ -1,6 +1,7 @@
 // The command line of telmarion-batch.
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <csignal>
 #include <cstdio>
 #include <exception>
@@ -41,6 +42,19 @@ std::optional<char> ReadDelimiter(const std::string& text) {
   return std::nullopt;
 }
 
+// As many as there can be, where more are asked for.
+std::optional<unsigned> ReadThreads(const std::string& text) {
+  const bool digits = !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
+  if (!digits || text.find_first_not_of('0') == std::string::npos) return std::nullopt;
+  unsigned count = kMostThreads;
+  std::from_chars(text.data(), text.data() + text.size(), count);
+  return std::min(count, kMostThreads);
+}
+
+std::string CheckThreads(const std::string& text) {
+  return ReadThreads(text) ? "" : "must be a whole number above 0, not \"" + text + "\"";
+}
+
 std::string CheckDelimiter(const std::string& text) {
   return ReadDelimiter(text) ? "" : "must be comma, semicolon or tab, not \"" + text + "\"";
 }
@@ -61,6 +75,7 @@ int Run(const Cohort::CohortSettings& settings) {
 // Reads the command line into `settings`. An exit status where nothing is left to do.
 std::optional<int> ReadCommandLine(int argc, char** argv, Cohort::CohortSettings& settings) {
   std::string delimiter;
+  std::string threads;
   CLI::App app(kDescription, "telmarion-batch");
   app.footer(kFooter);
   app.set_version_flag("--version", "telmarion-batch " TELMARION_VERSION, "Print the version");
@@ -77,9 +92,10 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Cohort::CohortSettings
                  "comma, semicolon or tab; found from the header if not given")
       ->type_name("NAME")
       ->check(CLI::Validator(CheckDelimiter, ""));
-  app.add_option("--threads", settings.threads, "1 to 256; one a processor if not given")
+  app.add_option("--threads", threads,
+                 "As many, or as there can be (256 at most); one a processor if not given")
       ->type_name("N")
-      ->check(CLI::Validator(CLI::Range(1U, kMostThreads)).description(""));
+      ->check(CLI::Validator(CheckThreads, ""));
   app.add_flag("--table", settings.table,
                "Print a table for people in place of CSV: no measures, results with two decimals");
   try {
@@ -95,6 +111,7 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Cohort::CohortSettings
     return kTrouble;
   }
   settings.delimiter = ReadDelimiter(delimiter);
+  settings.threads = ReadThreads(threads).value_or(settings.threads);
   return std::nullopt;
 }
 
