@@ -12,6 +12,7 @@
 #include <thread>
 
 #include "batch/cohort_run.h"
+#include "batch/terminal_text.h"
 
 namespace {
 
@@ -59,8 +60,9 @@ std::string CheckDelimiter(const std::string& text) {
   return ReadDelimiter(text) ? "" : "must be comma, semicolon or tab, not \"" + text + "\"";
 }
 
+// Names and texts in it come from files.
 void Complain(const std::string& sentence) {
-  std::fprintf(stderr, "telmarion-batch: %s\n", sentence.c_str());
+  std::fprintf(stderr, "telmarion-batch: %s\n", Cohort::ShownText(sentence).c_str());
 }
 
 int Run(const Cohort::CohortSettings& settings) {

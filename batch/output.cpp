@@ -4,6 +4,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
@@ -12,6 +14,7 @@
 #include "batch/cohort_error.h"
 #include "batch/ending.h"
 #include "batch/input_file.h"
+#include "batch/terminal_text.h"
 #include "storage/whole_file.h"
 
 namespace Cohort {
@@ -25,7 +28,7 @@ CohortError CannotWrite(const std::string& name, const std::string& reason) {
 class StreamOutput final : public TextSink {
  public:
   StreamOutput(int descriptor, std::string name)
-      : descriptor_(descriptor), name_(std::move(name)) {}
+      : descriptor_(descriptor), name_(std::move(name)), terminal_(isatty(descriptor) == 1) {}
 
   StreamOutput(const StreamOutput&) = delete;
   StreamOutput& operator=(const StreamOutput&) = delete;
@@ -34,13 +37,10 @@ class StreamOutput final : public TextSink {
   }
 
   void Write(std::string_view text) override {
-    while (!text.empty()) {
-      const ssize_t count = write(descriptor_, text.data(), text.size());
-      if (count >= 0) {
-        text.remove_prefix(static_cast<std::size_t>(count));
-      } else if (errno != EINTR) {
-        throw CannotWrite(name_, std::generic_category().message(errno));
-      }
+    if (terminal_) {
+      WriteBytes(ShownLines(text));
+    } else {
+      WriteBytes(text);
     }
   }
 
@@ -53,8 +53,20 @@ class StreamOutput final : public TextSink {
   }
 
  private:
+  void WriteBytes(std::string_view text) const {
+    while (!text.empty()) {
+      const ssize_t count = write(descriptor_, text.data(), text.size());
+      if (count >= 0) {
+        text.remove_prefix(static_cast<std::size_t>(count));
+      } else if (errno != EINTR) {
+        throw CannotWrite(name_, std::generic_category().message(errno));
+      }
+    }
+  }
+
   int descriptor_;
   std::string name_;
+  bool terminal_;
 };
 
 class SavedOutput final : public TextSink {
@@ -91,8 +103,15 @@ bool IsStream(const std::string& path) {
 
 }  // namespace
 
+// The device's names lead to the file that standard output goes into, which must not be replaced.
+bool IsStandardOutput(const std::string& path) {
+  constexpr std::array<std::string_view, 4> kNames = {kStandardStream, "/dev/stdout", "/dev/fd/1",
+                                                      "/proc/self/fd/1"};
+  return std::find(kNames.begin(), kNames.end(), path) != kNames.end();
+}
+
 std::unique_ptr<TextSink> OpenOutput(const std::string& path) {
-  if (path == kStandardStream) {
+  if (IsStandardOutput(path)) {
     return std::make_unique<StreamOutput>(STDOUT_FILENO, "standard output");
   }
   if (!IsStream(path)) return std::make_unique<SavedOutput>(path);
