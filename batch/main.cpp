@@ -1,5 +1,6 @@
 // The command line of telmarion-batch.
 #include <CLI/CLI.hpp>
+#include <QByteArray>
 #include <algorithm>
 #include <charconv>
 #include <csignal>
@@ -13,6 +14,7 @@
 
 #include "batch/cohort_run.h"
 #include "batch/terminal_text.h"
+#include "case/code_page.h"
 
 namespace {
 
@@ -56,6 +58,13 @@ std::string CheckThreads(const std::string& text) {
   return ReadThreads(text) ? "" : "must be a whole number above 0, not \"" + text + "\"";
 }
 
+std::string CheckEncoding(const std::string& name) {
+  if (Vse::IsCodePage(QByteArray::fromStdString(name))) return "";
+  return "\"" + name +
+         "\" is no code page that is known; among those that are: windows-1250 to "
+         "windows-1258, ISO-8859-1 to ISO-8859-15, KOI8-R, KOI8-U, IBM850, IBM852, macintosh";
+}
+
 std::string CheckDelimiter(const std::string& text) {
   return ReadDelimiter(text) ? "" : "must be comma, semicolon or tab, not \"" + text + "\"";
 }
@@ -78,6 +87,7 @@ int Run(const Cohort::CohortSettings& settings) {
 std::optional<int> ReadCommandLine(int argc, char** argv, Cohort::CohortSettings& settings) {
   std::string delimiter;
   std::string threads;
+  std::string encoding;
   CLI::App app(kDescription, "telmarion-batch");
   app.footer(kFooter);
   app.set_version_flag("--version", "telmarion-batch " TELMARION_VERSION, "Print the version");
@@ -94,6 +104,11 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Cohort::CohortSettings
                  "comma, semicolon or tab; found from the header if not given")
       ->type_name("NAME")
       ->check(CLI::Validator(CheckDelimiter, ""));
+  app.add_option("--encoding", encoding,
+                 "The code page of case files that are not UTF-8, such as windows-1250;\n"
+                 "that of the locale's language if not given")
+      ->type_name("NAME")
+      ->check(CLI::Validator(CheckEncoding, ""));
   app.add_option("--threads", threads,
                  "As many, or as there can be (256 at most); one a processor if not given")
       ->type_name("N")
@@ -114,6 +129,7 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Cohort::CohortSettings
   }
   settings.delimiter = ReadDelimiter(delimiter);
   settings.threads = ReadThreads(threads).value_or(settings.threads);
+  if (!encoding.empty()) settings.encoding = encoding;
   return std::nullopt;
 }
 
@@ -125,6 +141,7 @@ int main(int argc, char** argv) {
   try {
     Cohort::CohortSettings settings;
     settings.threads = std::clamp(std::thread::hardware_concurrency(), 1U, kMostThreads);
+    settings.remark = Complain;
     if (const std::optional<int> status = ReadCommandLine(argc, argv, settings)) return *status;
     return Run(settings);
   } catch (const std::bad_alloc&) {

@@ -51,8 +51,7 @@ TEST_F(WholeFileTest, AFailureNamesTheReason) {
   EXPECT_EQ(WriteWholeFile(folder_.path(), "new"), "Is a directory");
   EXPECT_EQ(WriteWholeFile(QString("/dev/null"), "new"), "not a file");
   QFile::link("loop", folder_.filePath("loop"));
-  EXPECT_EQ(WriteWholeFile(folder_.filePath("loop"), "new"),
-            "Too many levels of symbolic links");
+  EXPECT_EQ(WriteWholeFile(folder_.filePath("loop"), "new"), "Too many levels of symbolic links");
 }
 
 TEST_F(WholeFileTest, ALinkStaysAndWhatItLeadsToIsReplaced) {
