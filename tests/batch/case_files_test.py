@@ -8,11 +8,12 @@ from cohort_program import Case, HEADER, HIP, case_file, rows, run
 
 class CaseFiles(Case):
     def test_one_file_is_one_row_with_the_results_of_the_window(self):
-        done = run(self.file("a.txt", case_file(comments="two\nlines, \"quoted\"")))
+        path = self.file("a.txt", case_file(comments="two\nlines, \"quoted\""))
+        done = run(path)
         self.check(done, 0)
         (row,) = rows(done.stdout)
         self.check_known(row)
-        self.assertEqual(row["file"], "a.txt")
+        self.assertEqual(row["file"], str(path))
         self.assertEqual(row["name"], "Surname Given")
         self.assertEqual(row["comments"], 'two\nlines, "quoted"')
         self.assertEqual(row["lizm"], "10,4")
@@ -31,9 +32,9 @@ class CaseFiles(Case):
         self.assertTrue(z["status"].startswith("error: "), z["status"])
         self.check_known(a)
         self.assertEqual((b["file"], b["status"], b["remark"]),
-                         ("b.txt", "error: Not correct file", "Not correct file"))
+                         (f"{self.path}/b.txt", "error: Not correct file", "Not correct file"))
         self.assertEqual((c["file"], c["bodyWeight"], c["pmax"], c["status"]),
-                         ("c.TXT", "", "", "ok"))
+                         (f"{self.path}/c.TXT", "", "", "ok"))
         self.assertTrue(d["status"].startswith("refused: "))
 
     def test_a_name_of_one_word_is_kept(self):
