@@ -4,7 +4,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QtGlobal>
 
 #include "storage/whole_file.h"
@@ -35,13 +34,6 @@ bool IsFreeOrFile(const QString& path) {
 // which it takes away the lock of a dead one.
 bool CanLock(const QString& path) {
   return IsFreeOrFile(path) && IsFreeOrFile(path + QStringLiteral(".rmlock"));
-}
-
-bool WriteForOwnerOnly(const QString& path, const QByteArray& text) {
-  QSaveFile file(path);
-  return IsFreeOrFile(path) && file.open(QIODevice::WriteOnly) &&
-         file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) &&
-         file.write(text) == text.size() && CommitWholeFile(file).isEmpty();
 }
 
 }  // namespace
@@ -114,7 +106,11 @@ bool RecoveryFile::Keep(const KeptWork& work) {
     if (IsFile(path_)) QFile::remove(path_);
     return true;
   }
-  if (!path_.isEmpty() && WriteForOwnerOnly(path_, Vse::ComposeKeptWork(work))) return true;
+  const bool possible = !path_.isEmpty() && IsFreeOrFile(path_);
+  if (possible &&
+      WriteWholeFile(path_, Vse::ComposeKeptWork(work), FileAccess::OwnerOnly).isEmpty()) {
+    return true;
+  }
   qWarning("The unsaved case could not be kept in %s", qUtf8Printable(folder_));
   return false;
 }

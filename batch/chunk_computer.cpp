@@ -18,6 +18,33 @@ std::size_t FindFieldEnd(std::string_view record, std::size_t count, char delimi
   return i;
 }
 
+bool HoldsLineEnd(std::string_view text) {
+  return text.find('\r') != std::string_view::npos || text.find('\n') != std::string_view::npos;
+}
+
+// Puts quotes around each unquoted field that holds a line end. Only a quoted field holds quotes.
+std::string QuoteLineEnds(std::string_view record, char delimiter) {
+  std::string out;
+  for (;;) {
+    const std::size_t end = FindFieldEnd(record, 1, delimiter);
+    const std::string_view field = record.substr(0, end);
+    const bool bare = HoldsLineEnd(field) && field.find('"') == std::string_view::npos;
+    if (bare) out += '"';
+    out += field;
+    if (bare) out += '"';
+    if (end == record.size()) return out;
+    out += delimiter;
+    record.remove_prefix(end + 1);
+  }
+}
+
+// Rows that end otherwise than the header are one record, far too long.
+std::string_view DescribeGluedRows(char lineEndIn) {
+  return lineEndIn == '\n'
+             ? ": rows run together since they end with CR alone and the header does not"
+             : ": rows run together since they end with LF and the header with CR";
+}
+
 std::string_view Describe(RecordFault fault) {
   return fault == RecordFault::OpenQuote ? "a quoted field has no closing quote"
                                          : "a quote stands inside a field or text behind a "
@@ -57,14 +84,20 @@ void ChunkComputer::AppendRecord(std::string_view record, const RowResult& row,
   out += lineEnd_;
 }
 
-bool ChunkComputer::ComputeRecord(std::string_view record, ChunkResult& result) {
+bool ChunkComputer::ComputeRecord(std::string_view record, char lineEndIn, ChunkResult& result) {
   const RecordFault fault = parser_.Parse(record);
   if (fault != RecordFault::None) {
     result.trouble = RowRemark{result.rows, std::string(Describe(fault))};
     return false;
   }
   if (parser_.Fields().empty()) return true;
-  const RowResult row = ComputeRow(parser_.Fields(), columns_, scratch_);
+  RowResult row = ComputeRow(parser_.Fields(), columns_, scratch_);
+  if (HoldsLineEnd(record)) {
+    quoted_ = QuoteLineEnds(record, columns_.delimiter);
+    const bool tooLong = parser_.Fields().size() > columns_.names.size();
+    if (tooLong && quoted_.size() > record.size()) row.status += DescribeGluedRows(lineEndIn);
+    record = quoted_;
+  }
   ++result.hips;
   if (row.kind == RowKind::Bad) {
     ++result.bad;
@@ -83,7 +116,7 @@ void ChunkComputer::Compute(std::string_view chunk, char lineEndIn, ChunkResult&
   RecordWalk walk(chunk, lineEndIn);
   for (std::string_view record; walk.Next(record);) {
     ++result.rows;
-    if (!ComputeRecord(record, result)) return;
+    if (!ComputeRecord(record, lineEndIn, result)) return;
   }
 }
 

@@ -40,20 +40,22 @@ class ChunkComputer {
 
   // Computes every record of the chunk, whose line ends end with `lineEndIn`; `result` is written
   // anew, its room used again. A broken quote ends the chunk: `result.trouble` names its row.
-  // A record keeps its bytes. One that is too short gets empty fields up to the header's number of
-  // columns, one that is too long has its surplus fields behind the status, so that the results
-  // always stand below their names. Blank lines are left out.
+  // A record keeps its bytes, but an unquoted field that holds a CR or LF is quoted: to another
+  // reader it would end the row. A record that is too short gets empty fields up to the header's
+  // number of columns, one that is too long has its surplus fields behind the status, so that the
+  // results always stand below their names. Blank lines are left out.
   void Compute(std::string_view chunk, char lineEndIn, ChunkResult& result);
 
  private:
   // False when the record's quoting is broken.
-  bool ComputeRecord(std::string_view record, ChunkResult& result);
+  bool ComputeRecord(std::string_view record, char lineEndIn, ChunkResult& result);
   void AppendRecord(std::string_view record, const RowResult& row, std::string& out) const;
 
   const Columns& columns_;
   const std::string& lineEnd_;
   RecordParser parser_;
   CaseRecord scratch_;
+  std::string quoted_;  // a record with line ends in fields that were not quoted
 };
 
 }  // namespace Cohort

@@ -5,12 +5,14 @@
 #include <utility>
 
 #include "batch/cohort_error.h"
+#include "batch/column_title.h"
 
 namespace Cohort {
 
 namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
+constexpr char kControlZ = '\x1A';
 
 bool HasOddQuotes(std::string_view text) {
   return std::count(text.begin(), text.end(), '"') % 2 != 0;
@@ -42,7 +44,8 @@ bool RecordWalk::Next(std::string_view& record) {
   if (begin_ >= text_.size()) return false;
   const std::size_t end = std::min(FindRecordEnd(text_, begin_, lineEnd_), text_.size());
   record = text_.substr(begin_, end - begin_);
-  if (lineEnd_ == '\n' && record.ends_with('\r')) record.remove_suffix(1);
+  while (lineEnd_ == '\n' && record.ends_with('\r')) record.remove_suffix(1);
+  if (lineEnd_ == '\r' && record.starts_with('\n')) record.remove_prefix(1);
   begin_ = end + 1;
   return true;
 }
@@ -59,7 +62,9 @@ bool ChunkReader::ReadMore(std::string& text) {
   text.resize(before + limits_.readSize);
   const std::size_t count = source_(std::span(text).subspan(before));
   text.resize(before + count);
-  return count > 0;
+  if (count > 0) return true;
+  while (text.ends_with(kControlZ)) text.pop_back();
+  return false;
 }
 
 bool ChunkReader::HasHeaderByte(std::size_t i) {
@@ -69,24 +74,34 @@ bool ChunkReader::HasHeaderByte(std::size_t i) {
   return true;
 }
 
-std::string ChunkReader::TakeHeader(std::size_t length, std::string lineEnd) {
-  std::string header = rest_.substr(0, length);
-  rest_.erase(0, std::min(length + lineEnd.size(), rest_.size()));
-  lineEnd_ = std::move(lineEnd);
-  return header;
+// Takes the first `length` bytes as a record and its line end off what is read.
+std::string ChunkReader::TakeRecord(std::size_t length) {
+  std::string record = rest_.substr(0, length);
+  std::size_t end = length;
+  while (HasHeaderByte(end) && rest_[end] == '\r') ++end;
+  const bool hasLf = HasHeaderByte(end) && rest_[end] == '\n';
+  const bool hasCr = end > length;
+  if (hasCr || hasLf) lineEnd_ = std::string(hasCr ? "\r" : "") + (hasLf ? "\n" : "");
+  rest_.erase(0, hasLf ? end + 1 : length + (hasCr ? 1 : 0));
+  return record;
 }
 
-std::optional<std::string> ChunkReader::ReadHeader() {
+std::optional<std::string> ChunkReader::ReadFirstRecord() {
   bool quoted = false;
   for (std::size_t i = 0; HasHeaderByte(i); ++i) {
     const char c = rest_[i];
     if (c == '"') quoted = !quoted;
-    if (quoted || (c != '\n' && c != '\r')) continue;
-    const bool two = c == '\r' && HasHeaderByte(i + 1) && rest_[i + 1] == '\n';
-    return TakeHeader(i, two ? "\r\n" : std::string(1, c));
+    if (!quoted && (c == '\n' || c == '\r')) return TakeRecord(i);
   }
   if (rest_.empty()) return std::nullopt;
-  return TakeHeader(rest_.size(), "\n");
+  return TakeRecord(rest_.size());
+}
+
+std::optional<std::string> ChunkReader::ReadHeader() {
+  std::optional<std::string> record = ReadFirstRecord();
+  if (!record || !NamedSeparator(*record)) return record;
+  separatorLine_ = *record;
+  return ReadFirstRecord();
 }
 
 bool ChunkReader::Next(std::string& chunk) {

@@ -22,7 +22,8 @@ struct ChunkLimits {
 // inside quotes belong to their field.
 std::size_t FindRecordEnd(std::string_view text, std::size_t from, char lineEnd);
 
-// Walks through the records of a chunk, each without its line end: LF, CR LF or CR.
+// Walks through the records of a chunk, each without its line end: LF, CR LF or CR. Programs that
+// make CR LF of every LF, CR LF among them, leave several CR before an LF; they belong to it.
 class RecordWalk {
  public:
   // `lineEnd` is the last character of a line end.
@@ -41,26 +42,33 @@ class ChunkReader {
  public:
   explicit ChunkReader(ReadBytes source, ChunkLimits limits = {});
 
-  // The first record without its line end; empty at the end of the input. Learns the input's line
-  // end. To be called once, before Next.
+  // The first record without its line end, or the second where the first names the separator; empty
+  // at the end of the input. Learns the input's line end. To be called once, before Next.
   std::optional<std::string> ReadHeader();
 
   // The header's line end: LF, CR LF or CR.
   const std::string& LineEnd() const { return lineEnd_; }
 
+  // The line before the header that names the separator ("sep=;"), without its line end; empty when
+  // there is none.
+  const std::string& SeparatorLine() const { return separatorLine_; }
+
   // The next records, each with its line end but perhaps the last. False at the end of the input.
   // Gives what one reading brings as long as that holds a whole record, so that a slow source is
-  // not waited for. Throws CohortError for a record above the limit.
+  // not waited for. A control-Z at the very end, by which old programs end a text, is dropped.
+  // Throws CohortError for a record above the limit.
   bool Next(std::string& chunk);
 
  private:
   bool ReadMore(std::string& text);
   bool HasHeaderByte(std::size_t i);
-  std::string TakeHeader(std::size_t length, std::string lineEnd);
+  std::optional<std::string> ReadFirstRecord();
+  std::string TakeRecord(std::size_t length);
 
   ReadBytes source_;
   ChunkLimits limits_;
   std::string lineEnd_ = "\n";
+  std::string separatorLine_;
   std::string rest_;  // read, but not yet given
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,7 +14,10 @@ struct CohortSettings {
   std::string output = "-";                 // path; "-" is standard output
   std::optional<char> delimiter;            // found from each header when it is not set
   unsigned threads = 1;                     // at least 1
+  std::optional<std::string> encoding;      // of case files that are not UTF-8; else the locale's
   bool table = false;                       // a table for people in place of CSV
+  // Takes sentences about what was passed over, as soon as it is known.
+  std::function<void(const std::string&)> remark = [](const std::string&) {};
 };
 
 struct CohortTally {

@@ -1,95 +1,70 @@
-// Names are matched exactly, blanks around them aside; a unit stands behind them in brackets.
+// From titles to the columns that rows are read by.
 #include "batch/columns.h"
 
 #include <algorithm>
 
 #include "batch/cohort_error.h"
+#include "batch/near_title.h"
 #include "batch/record_parser.h"
+#include "batch/visible_text.h"
 
 namespace Cohort {
 
 namespace {
 
-struct UnitName {
-  std::string_view text;
-  QStringView unit;
-};
+constexpr std::array<char, 3> kDelimiters = {',', ';', '\t'};
 
-// The units of an input, the one that holds without brackets first.
-std::vector<UnitName> UnitsOf(std::size_t input) {
-  if (input == kBodyWeight) return {{"kg", {}}};
-  const auto measure = static_cast<Measure>(input);
-  if (Vse::IsAngle(measure)) {
-    return {{"°", Vse::kDegree}, {"deg", Vse::kDegree}, {"rad", Vse::kRadian}};
+// The unit's text on the form, by which values are converted; none for the weight.
+QStringView FormUnit(ColumnUnit unit) {
+  switch (unit) {
+    case ColumnUnit::Centimetre:
+      return Vse::kCentimetre;
+    case ColumnUnit::Millimetre:
+      return Vse::kMillimetre;
+    case ColumnUnit::Metre:
+      return Vse::kMetre;
+    case ColumnUnit::Degree:
+      return Vse::kDegree;
+    case ColumnUnit::Radian:
+      return Vse::kRadian;
+    case ColumnUnit::Kilogram:
+      break;
   }
-  if (measure == Measure::HeadRadius) {
-    return {{"m", Vse::kMetre}, {"cm", Vse::kCentimetre}, {"mm", Vse::kMillimetre}};
-  }
-  return {{"cm", Vse::kCentimetre}, {"mm", Vse::kMillimetre}};
+  return {};
 }
 
-std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\n";
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+// Names of another case are other columns: "Status" may well be the patient's.
+void CheckIsNoResult(std::string_view text) {
+  const std::string name = VisibleName(text);
+  if (std::find(kResultNames.begin(), kResultNames.end(), name) == kResultNames.end()) return;
+  throw CohortError("there is a column " + name +
+                    " already, which the program adds; remove or rename it");
 }
 
-// A column's title taken apart: "lizm [mm]" is the name "lizm" and the unit "mm".
-struct Title {
-  std::string_view name;
-  std::optional<std::string_view> unit;
-};
-
-Title ReadTitle(std::string_view text) {
-  text = Trimmed(text);
-  const std::size_t bracket = text.find('[');
-  if (bracket == std::string_view::npos || text.back() != ']') return {text, std::nullopt};
-  return {Trimmed(text.substr(0, bracket)),
-          Trimmed(text.substr(bracket + 1, text.size() - bracket - 2))};
-}
-
-std::optional<std::size_t> FindInput(std::string_view name) {
-  const auto* found = std::find(kInputNames.begin(), kInputNames.end(), name);
-  if (found == kInputNames.end()) return std::nullopt;
-  return static_cast<std::size_t>(found - kInputNames.begin());
-}
-
-QStringView ReadUnit(const Title& title, std::size_t input) {
-  const std::vector<UnitName> units = UnitsOf(input);
-  if (!title.unit) return units.front().unit;
-  std::string known;
-  for (const UnitName& unit : units) {
-    if (unit.text == *title.unit) return unit.unit;
-    known += (known.empty() ? "" : ", ") + std::string(unit.text);
-  }
-  throw CohortError("the unit \"" + std::string(*title.unit) + "\" of column " +
-                    std::string(title.name) + " is not known; known are " + known);
+[[noreturn]] void RefuseUnit(const Title& title, std::size_t input) {
+  throw CohortError("the unit " + Quoted(title.unit.value_or("")) + " of column " +
+                    std::string(kInputNames[input]) + " is not known; known are " +
+                    KnownUnits(input));
 }
 
 void TakeColumn(Columns& columns, std::size_t field) {
-  const std::string& text = columns.names[field];
-  const Title title = ReadTitle(text);
-  if (std::find(kResultNames.begin(), kResultNames.end(), Trimmed(text)) != kResultNames.end()) {
-    throw CohortError("there is a column " + std::string(title.name) +
-                      " already, which the program adds; remove or rename it");
-  }
-  const std::optional<std::size_t> input = FindInput(title.name);
+  CheckIsNoResult(columns.names[field]);
+  const Title title = ReadTitle(columns.names[field]);
+  const std::optional<std::size_t> input = InputNamed(title);
   if (!input) return;
+  const std::optional<ColumnUnit> unit = UnitIn(title, *input);
+  if (!unit && *input == kBodyWeight) return;
   std::optional<InputColumn>& column = columns.inputs[*input];
-  if (column) throw CohortError("there are two columns " + std::string(title.name));
-  column = InputColumn{field, ReadUnit(title, *input)};
+  if (column) {
+    throw CohortError("there are two columns " + std::string(kInputNames[*input]));
+  }
+  if (!unit) RefuseUnit(title, *input);
+  column = InputColumn{field, FormUnit(*unit)};
 }
 
-void CheckComplete(const Columns& columns) {
-  std::string missing;
-  int count = 0;
-  for (std::size_t i = 0; i < kMeasureCount; ++i) {
-    if (columns.inputs[i]) continue;
-    missing += (count++ == 0 ? "" : ", ") + std::string(kInputNames[i]);
-  }
-  if (count == 1) throw CohortError("the column " + missing + " is missing");
-  if (count > 1) throw CohortError("the columns " + missing + " are missing");
+bool IsUsed(const Columns& columns, std::size_t field) {
+  return std::any_of(columns.inputs.begin(), columns.inputs.end(),
+                     [&](const auto& input) { return input && input->field == field; });
 }
 
 std::size_t CountInputs(std::string_view header, char delimiter) {
@@ -98,7 +73,7 @@ std::size_t CountInputs(std::string_view header, char delimiter) {
   const auto& fields = parser.Fields();
   return static_cast<std::size_t>(std::count_if(
       fields.begin(), fields.end(),
-      [](std::string_view field) { return FindInput(ReadTitle(field).name).has_value(); }));
+      [](std::string_view field) { return InputNamed(ReadTitle(field)).has_value(); }));
 }
 
 struct BestDelimiter {
@@ -108,11 +83,73 @@ struct BestDelimiter {
 
 BestDelimiter FindDelimiter(std::string_view header) {
   BestDelimiter best;
-  for (const char delimiter : {',', ';', '\t'}) {
+  for (const char delimiter : kDelimiters) {
     const std::size_t count = CountInputs(header, delimiter);
     if (count > best.inputs) best = {delimiter, count};
   }
   return best;
+}
+
+bool IsSeparatedByBlanks(std::string_view header) {
+  return CountInputs(header, ' ') > kMeasureCount / 2;
+}
+
+// Says of a header that does not serve why it does not, or what else is wrong with it.
+[[noreturn]] void RefuseHeader(std::string_view header, const std::string& fault) {
+  if (!IsSeparatedByBlanks(header)) throw CohortError(fault);
+  throw CohortError(
+      "the columns are separated by blanks; they must be separated by commas, semicolons or tabs "
+      "(in R by write.csv)");
+}
+
+std::string MissingNames(const Columns& columns) {
+  std::string missing;
+  int count = 0;
+  for (std::size_t i = 0; i < kMeasureCount; ++i) {
+    if (columns.inputs[i]) continue;
+    missing += (count++ == 0 ? "" : ", ") + std::string(kInputNames[i]);
+  }
+  if (count == 0) return {};
+  return count == 1 ? "the column " + missing + " is missing"
+                    : "the columns " + missing + " are missing";
+}
+
+// What stands in place of what is missing: "; "theta CE" is perhaps thetaCE".
+std::string PerhapsMeant(const Columns& columns) {
+  std::string meant;
+  for (const std::string& name : columns.names) {
+    const std::optional<NearTitle> near = FindNearTitle(name);
+    if (!near || near->input >= kMeasureCount || columns.inputs[near->input]) continue;
+    meant += meant.empty() ? "; " : ", ";
+    meant += Quoted(name) + " is perhaps " + std::string(kInputNames[near->input]);
+  }
+  return meant;
+}
+
+void CheckComplete(const Columns& columns, std::string_view header) {
+  const std::string missing = MissingNames(columns);
+  if (missing.empty()) return;
+  RefuseHeader(header, missing + PerhapsMeant(columns) + "; the header read is " + Quoted(header));
+}
+
+// A column that differs in nothing but signs is told beside the one that is used, any other only in
+// its absence.
+std::optional<std::string> RemarkOn(const Columns& columns, const std::string& name) {
+  const Title title = ReadTitle(name);
+  const std::string notUsed = "the column " + Quoted(name) + " is not used";
+  if (InputNamed(title)) {
+    return notUsed + ", since its unit is not known; bodyWeight is in " + KnownUnits(kBodyWeight);
+  }
+  const std::optional<NearTitle> near = FindNearTitle(name);
+  if (!near || (columns.inputs[near->input] && !near->sameLetters)) return std::nullopt;
+  return notUsed + "; is " + std::string(kInputNames[near->input]) + " meant?";
+}
+
+void RemarkOnUnusedColumns(Columns& columns) {
+  for (std::size_t i = 0; i < columns.names.size(); ++i) {
+    if (IsUsed(columns, i)) continue;
+    if (const auto remark = RemarkOn(columns, columns.names[i])) columns.remarks.push_back(*remark);
+  }
 }
 
 }  // namespace
@@ -120,6 +157,16 @@ BestDelimiter FindDelimiter(std::string_view header) {
 std::string_view WithoutByteOrderMark(std::string_view text) {
   constexpr std::string_view kMark = "\xEF\xBB\xBF";
   return text.starts_with(kMark) ? text.substr(kMark.size()) : text;
+}
+
+std::optional<char> ReadSeparatorLine(std::string_view line) {
+  const std::optional<char> separator = NamedSeparator(line);
+  if (!separator ||
+      std::find(kDelimiters.begin(), kDelimiters.end(), *separator) != kDelimiters.end()) {
+    return separator;
+  }
+  throw CohortError("the line before the header names the separator " + Quoted({&*separator, 1}) +
+                    "; it must be a comma, semicolon or tab");
 }
 
 Columns ReadColumns(std::string_view header, std::optional<char> delimiter) {
@@ -131,16 +178,24 @@ Columns ReadColumns(std::string_view header, std::optional<char> delimiter) {
   columns.delimiter = delimiter.value_or(FindDelimiter(header).delimiter);
   RecordParser parser(columns.delimiter);
   if (parser.Parse(header) != RecordFault::None) {
-    throw CohortError("the header has a broken quote");
+    RefuseHeader(header, "the header has a broken quote");
   }
   columns.names.assign(parser.Fields().begin(), parser.Fields().end());
   for (std::size_t i = 0; i < columns.names.size(); ++i) TakeColumn(columns, i);
-  CheckComplete(columns);
+  CheckComplete(columns, header);
+  RemarkOnUnusedColumns(columns);
   return columns;
 }
 
+bool HaveSameNames(const Columns& one, const Columns& other) {
+  return std::equal(
+      one.names.begin(), one.names.end(), other.names.begin(), other.names.end(),
+      [](const std::string& a, const std::string& b) { return PlainName(a) == PlainName(b); });
+}
+
 bool LooksLikeHeader(std::string_view row) {
-  return FindDelimiter(WithoutByteOrderMark(row)).inputs >= 2;
+  row = WithoutByteOrderMark(row);
+  return FindDelimiter(row).inputs >= 2 || IsSeparatedByBlanks(row);
 }
 
 }  // namespace Cohort

@@ -7,6 +7,7 @@
 #include <exception>
 #include <mutex>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -26,13 +27,23 @@ class Pipeline {
   void Run(unsigned threads) {
     {
       std::vector<std::jthread> workers;
-      for (unsigned i = 1; i < threads; ++i) workers.emplace_back([this] { Work(); });
+      while (workers.size() + 1 < threads && AddWorker(workers)) continue;
       Work();
     }
     if (failure_) std::rethrow_exception(failure_);
   }
 
  private:
+  // False where the system gives no further thread; those that there are do the work.
+  bool AddWorker(std::vector<std::jthread>& workers) {
+    try {
+      workers.emplace_back([this] { Work(); });
+      return true;
+    } catch (const std::system_error&) {
+      return false;
+    }
+  }
+
   void Work() {
     try {
       ChunkComputer computer(columns_, lineEnd_);

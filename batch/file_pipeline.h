@@ -12,7 +12,8 @@ namespace Cohort {
 // Takes the chunks' results one at a time, in their order, whatever thread they come from.
 using TakeResult = std::function<void(const ChunkResult&)>;
 
-// Computes everything that `reader` still holds. No more than one chunk a thread is in memory.
+// Computes everything that `reader` still holds, in as many threads as the system gives, `threads`
+// at most. No more than one chunk a thread is in memory.
 // Trouble in reading arrives as a result with `trouble` set, in its turn. Whatever `take` throws
 // ends the run and is thrown to the caller.
 void ComputeStream(ChunkReader& reader, const Columns& columns, const std::string& lineEnd,

@@ -1,6 +1,8 @@
 // The command line of telmarion-batch.
 #include <CLI/CLI.hpp>
+#include <QByteArray>
 #include <algorithm>
+#include <charconv>
 #include <csignal>
 #include <cstdio>
 #include <exception>
@@ -11,6 +13,8 @@
 #include <thread>
 
 #include "batch/cohort_run.h"
+#include "batch/terminal_text.h"
+#include "case/code_page.h"
 
 namespace {
 
@@ -23,9 +27,10 @@ constexpr unsigned kMostThreads = 256;
 constexpr const char* kDescription =
     "Computes the resultant hip force and the contact stress for tables of hips.\n\n"
     "Reads CSV with a header row and writes it with the columns rWb, thetaR, thetaPol, pmaxWb,\n"
-    "pmax and status added. Columns are found by name: lizm, xizm, zizm, Cizm, Hizm (cm), zasuk,\n"
-    "thetaCE (degrees), headRadius (m) and, if it is known, bodyWeight (kg). Another unit stands\n"
-    "behind the name: lizm[mm], headRadius[cm], thetaCE[rad]. All other columns pass through.";
+    "pmax and status added. Columns are found by name, in upper or lower case: lizm, xizm, zizm,\n"
+    "Cizm, Hizm (cm), zasuk, thetaCE (degrees), headRadius (m) and, if it is known, bodyWeight\n"
+    "(kg). Another unit stands behind the name: lizm[mm], headRadius(cm), thetaCE[rad]. All other\n"
+    "columns pass through; one whose name is close to one of these is named on standard error.";
 constexpr const char* kFooter =
     "The status of a row is ok, refused (by the model) or error, with what is wrong. A row that "
     "is\n"
@@ -41,12 +46,33 @@ std::optional<char> ReadDelimiter(const std::string& text) {
   return std::nullopt;
 }
 
+// As many as there can be, where more are asked for.
+std::optional<unsigned> ReadThreads(const std::string& text) {
+  const bool digits = !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
+  if (!digits || text.find_first_not_of('0') == std::string::npos) return std::nullopt;
+  unsigned count = kMostThreads;
+  std::from_chars(text.data(), text.data() + text.size(), count);
+  return std::min(count, kMostThreads);
+}
+
+std::string CheckThreads(const std::string& text) {
+  return ReadThreads(text) ? "" : "must be a whole number above 0, not \"" + text + "\"";
+}
+
+std::string CheckEncoding(const std::string& name) {
+  if (Vse::IsCodePage(QByteArray::fromStdString(name))) return "";
+  return "\"" + name +
+         "\" is no code page that is known; among those that are: windows-1250 to "
+         "windows-1258, ISO-8859-1 to ISO-8859-15, KOI8-R, KOI8-U, IBM850, IBM852, macintosh";
+}
+
 std::string CheckDelimiter(const std::string& text) {
   return ReadDelimiter(text) ? "" : "must be comma, semicolon or tab, not \"" + text + "\"";
 }
 
+// Names and texts in it come from files.
 void Complain(const std::string& sentence) {
-  std::fprintf(stderr, "telmarion-batch: %s\n", sentence.c_str());
+  std::fprintf(stderr, "telmarion-batch: %s\n", Cohort::ShownText(sentence).c_str());
 }
 
 int Run(const Cohort::CohortSettings& settings) {
@@ -61,6 +87,8 @@ int Run(const Cohort::CohortSettings& settings) {
 // Reads the command line into `settings`. An exit status where nothing is left to do.
 std::optional<int> ReadCommandLine(int argc, char** argv, Cohort::CohortSettings& settings) {
   std::string delimiter;
+  std::string threads;
+  std::string encoding;
   CLI::App app(kDescription, "telmarion-batch");
   app.footer(kFooter);
   app.set_version_flag("--version", "telmarion-batch " TELMARION_VERSION, "Print the version");
@@ -77,9 +105,15 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Cohort::CohortSettings
                  "comma, semicolon or tab; found from the header if not given")
       ->type_name("NAME")
       ->check(CLI::Validator(CheckDelimiter, ""));
-  app.add_option("--threads", settings.threads, "1 to 256; one a processor if not given")
+  app.add_option("--encoding", encoding,
+                 "The code page of case files that are not UTF-8, such as windows-1250;\n"
+                 "that of the locale's language if not given")
+      ->type_name("NAME")
+      ->check(CLI::Validator(CheckEncoding, ""));
+  app.add_option("--threads", threads,
+                 "As many, or as there can be (256 at most); one a processor if not given")
       ->type_name("N")
-      ->check(CLI::Validator(CLI::Range(1U, kMostThreads)).description(""));
+      ->check(CLI::Validator(CheckThreads, ""));
   app.add_flag("--table", settings.table,
                "Print a table for people in place of CSV: no measures, results with two decimals");
   try {
@@ -95,6 +129,8 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Cohort::CohortSettings
     return kTrouble;
   }
   settings.delimiter = ReadDelimiter(delimiter);
+  settings.threads = ReadThreads(threads).value_or(settings.threads);
+  if (!encoding.empty()) settings.encoding = encoding;
   return std::nullopt;
 }
 
@@ -106,6 +142,7 @@ int main(int argc, char** argv) {
   try {
     Cohort::CohortSettings settings;
     settings.threads = std::clamp(std::thread::hardware_concurrency(), 1U, kMostThreads);
+    settings.remark = Complain;
     if (const std::optional<int> status = ReadCommandLine(argc, argv, settings)) return *status;
     return Run(settings);
   } catch (const std::bad_alloc&) {

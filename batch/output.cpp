@@ -4,16 +4,17 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <QByteArrayView>
-#include <QFile>
-#include <QSaveFile>
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
 #include <utility>
 
 #include "batch/cohort_error.h"
+#include "batch/ending.h"
 #include "batch/input_file.h"
+#include "batch/terminal_text.h"
 #include "storage/whole_file.h"
 
 namespace Cohort {
@@ -27,7 +28,7 @@ CohortError CannotWrite(const std::string& name, const std::string& reason) {
 class StreamOutput final : public TextSink {
  public:
   StreamOutput(int descriptor, std::string name)
-      : descriptor_(descriptor), name_(std::move(name)) {}
+      : descriptor_(descriptor), name_(std::move(name)), terminal_(isatty(descriptor) == 1) {}
 
   StreamOutput(const StreamOutput&) = delete;
   StreamOutput& operator=(const StreamOutput&) = delete;
@@ -36,13 +37,10 @@ class StreamOutput final : public TextSink {
   }
 
   void Write(std::string_view text) override {
-    while (!text.empty()) {
-      const ssize_t count = write(descriptor_, text.data(), text.size());
-      if (count >= 0) {
-        text.remove_prefix(static_cast<std::size_t>(count));
-      } else if (errno != EINTR) {
-        throw CannotWrite(name_, std::generic_category().message(errno));
-      }
+    if (terminal_) {
+      WriteBytes(ShownLines(text));
+    } else {
+      WriteBytes(text);
     }
   }
 
@@ -55,31 +53,45 @@ class StreamOutput final : public TextSink {
   }
 
  private:
+  void WriteBytes(std::string_view text) const {
+    while (!text.empty()) {
+      const ssize_t count = write(descriptor_, text.data(), text.size());
+      if (count >= 0) {
+        text.remove_prefix(static_cast<std::size_t>(count));
+      } else if (errno != EINTR) {
+        throw CannotWrite(name_, std::generic_category().message(errno));
+      }
+    }
+  }
+
   int descriptor_;
   std::string name_;
+  bool terminal_;
 };
 
 class SavedOutput final : public TextSink {
  public:
-  explicit SavedOutput(const std::string& path) : file_(QFile::decodeName(path.c_str())) {
-    if (!file_.open(QIODevice::WriteOnly)) Refuse(file_.errorString());
+  explicit SavedOutput(std::string path) : path_(std::move(path)) {
+    const EndingHeld held;
+    Expect(file_.Open(path_));
+    if (!file_.TemporaryPath().empty()) removed_.Watch(file_.TemporaryPath());
   }
 
-  void Write(std::string_view text) override {
-    Expect(WritePiece(file_, QByteArrayView(text.data(), static_cast<qsizetype>(text.size()))));
-  }
+  void Write(std::string_view text) override { Expect(file_.Write(text)); }
 
-  void Finish() override { Expect(CommitWholeFile(file_)); }
+  void Finish() override {
+    const EndingHeld held;
+    Expect(file_.Commit());
+  }
 
  private:
-  void Expect(const QString& reason) const {
-    if (!reason.isEmpty()) Refuse(reason);
-  }
-  [[noreturn]] void Refuse(const QString& reason) const {
-    throw CannotWrite(QFile::encodeName(file_.fileName()).toStdString(), reason.toStdString());
+  void Expect(const std::string& reason) const {
+    if (!reason.empty()) throw CannotWrite(path_, reason);
   }
 
-  QSaveFile file_;
+  std::string path_;
+  RemovedAtEnding removed_;  // watches until the file is gone
+  WholeFile file_;
 };
 
 // A device or a pipe must be written to, not replaced by a file of its name.
@@ -91,8 +103,15 @@ bool IsStream(const std::string& path) {
 
 }  // namespace
 
+// The device's names lead to the file that standard output goes into, which must not be replaced.
+bool IsStandardOutput(const std::string& path) {
+  constexpr std::array<std::string_view, 4> kNames = {kStandardStream, "/dev/stdout", "/dev/fd/1",
+                                                      "/proc/self/fd/1"};
+  return std::find(kNames.begin(), kNames.end(), path) != kNames.end();
+}
+
 std::unique_ptr<TextSink> OpenOutput(const std::string& path) {
-  if (path == kStandardStream) {
+  if (IsStandardOutput(path)) {
     return std::make_unique<StreamOutput>(STDOUT_FILENO, "standard output");
   }
   if (!IsStream(path)) return std::make_unique<SavedOutput>(path);

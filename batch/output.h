@@ -21,8 +21,12 @@ class TextSink {
   virtual void Finish() = 0;
 };
 
+// Whether an output of this path is what standard output is.
+bool IsStandardOutput(const std::string& path);
+
 // Standard output for "-". A regular file, new or there already, appears whole when it is finished
-// and keeps its former content until then; a device or a pipe is written as it comes.
+// and keeps its former content until then; a device or a pipe is written as it comes,
+// a terminal without control characters in the text.
 std::unique_ptr<TextSink> OpenOutput(const std::string& path);
 
 }  // namespace Cohort

@@ -2,6 +2,7 @@
 // are text like any other.
 #include "batch/record_parser.h"
 
+#include <algorithm>
 #include <new>
 
 namespace Cohort {
@@ -19,7 +20,7 @@ int NeverEndsARow(unsigned char) {
 
 }  // namespace
 
-RecordParser::RecordParser(char delimiter) {
+RecordParser::RecordParser(char delimiter) : delimiter_(delimiter) {
   csv_init(&parser_, kOptions);
   csv_set_delim(&parser_, static_cast<unsigned char>(delimiter));
   csv_set_term_func(&parser_, NeverEndsARow);
@@ -63,10 +64,18 @@ void RecordParser::Recover() {
   csv_set_opts(&parser_, kOptions);
 }
 
+// Between tabs there are fields, if empty ones.
+bool RecordParser::IsBlank(std::string_view record) const {
+  constexpr std::string_view kNothing = " \t\r\n\x1A";
+  return std::all_of(record.begin(), record.end(), [&](char c) {
+    return kNothing.find(c) != std::string_view::npos && c != delimiter_;
+  });
+}
+
 RecordFault RecordParser::Parse(std::string_view record) {
   text_.clear();
   ends_.clear();
-  const RecordFault fault = Feed(record);
+  const RecordFault fault = IsBlank(record) ? RecordFault::None : Feed(record);
   if (fault != RecordFault::None) Recover();
   GatherFields();
   return fault;

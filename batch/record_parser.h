@@ -24,7 +24,7 @@ class RecordParser {
   ~RecordParser();
 
   // Reads one record, given without its line end. Blanks around a field are dropped unless they are
-  // quoted. A record of nothing but blanks has no fields.
+  // quoted. A record of nothing but blanks, line ends and control-Z has no fields.
   RecordFault Parse(std::string_view record);
 
   // The fields of the last record, quotes undone. They stay until the next call of Parse.
@@ -35,7 +35,9 @@ class RecordParser {
   RecordFault Feed(std::string_view record);
   void Recover();
   void GatherFields();
+  bool IsBlank(std::string_view record) const;
 
+  char delimiter_;
   csv_parser parser_{};
   std::string text_;               // the fields one after the other
   std::vector<std::size_t> ends_;  // where each of them ends

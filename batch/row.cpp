@@ -19,8 +19,37 @@ constexpr std::string_view kOutOfRange = "refused: resultant force outside the m
 constexpr std::string_view kNoPole = "refused: no stress pole for this centre-edge angle and force";
 constexpr std::string_view kNoStress = "refused: the contact stress is not a finite number";
 
+constexpr std::string_view kBlanks = " \t\r\n";
+
 bool IsBlank(std::string_view text) {
-  return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+  return text.find_first_not_of(kBlanks) == std::string_view::npos;
+}
+
+std::string_view WithoutBlanks(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+bool IsSameLetter(char a, char b) {
+  const auto lower = [](char c) { return 'A' <= c && c <= 'Z' ? c - 'A' + 'a' : c; };
+  return lower(a) == lower(b);
+}
+
+// What statistics programs, spreadsheets and this one write where there is no value.
+bool IsMissing(std::string_view text) {
+  constexpr std::array<std::string_view, 7> kMissing = {"",     "NA", "N/A",    "NaN",
+                                                        "#N/A", "-",  "Unknown"};
+  const std::string_view word = WithoutBlanks(text);
+  return std::any_of(kMissing.begin(), kMissing.end(), [&](std::string_view missing) {
+    return std::equal(word.begin(), word.end(), missing.begin(), missing.end(), IsSameLetter);
+  });
+}
+
+// What is wrong with a field that is no number.
+std::string_view FaultOf(std::string_view text) {
+  if (IsMissing(text)) return "is missing";
+  return Vse::IsTooLarge(text) ? "is too large" : "is not a number";
 }
 
 // Reads the fields of one row and gathers what is wrong with them.
@@ -46,9 +75,11 @@ class RowReader {
   // Empty when the weight is not known.
   std::optional<double> BodyWeight() {
     const std::optional<InputColumn>& column = columns_.inputs[kBodyWeight];
-    if (!column || IsBlank(fields_[column->field])) return std::nullopt;
-    const std::optional<double> weight = ReadField(kBodyWeight);
+    if (!column) return std::nullopt;
+    const std::string_view text = fields_[column->field];
+    const std::optional<double> weight = Vse::ReadNumber(text);
     if (weight) CheckAboveZero(kBodyWeight, *weight);
+    if (!weight && !IsMissing(text)) Complain(kBodyWeight, FaultOf(text));
     return weight;
   }
 
@@ -65,7 +96,7 @@ class RowReader {
   std::optional<double> ReadField(std::size_t input) {
     const std::string_view text = fields_[columns_.inputs[input]->field];
     const std::optional<double> value = Vse::ReadNumber(text);
-    if (!value) Complain(input, IsBlank(text) ? "is empty" : "is not a number");
+    if (!value) Complain(input, FaultOf(text));
     return value;
   }
 
@@ -95,9 +126,23 @@ RowResult BadRow(std::string status) {
   return result;
 }
 
-std::string WrongFieldCount(std::size_t count, std::size_t expected) {
+// R writes a name before each row and none above them. Were the fields one place further on, every
+// input would have its value.
+bool LacksFirstName(std::span<const std::string_view> fields, const Columns& columns) {
+  if (fields.size() != columns.names.size() + 1 || IsBlank(fields.back())) return false;
+  return std::all_of(columns.inputs.begin(), columns.inputs.end(), [&](const auto& column) {
+    if (!column) return true;
+    const std::string_view next = fields[column->field + 1];
+    return Vse::ReadNumber(next) || IsMissing(next);
+  });
+}
+
+std::string WrongFieldCount(std::span<const std::string_view> fields, const Columns& columns) {
+  const std::size_t count = fields.size();
   return "error: the row has " + std::to_string(count) + (count == 1 ? " field" : " fields") +
-         " and the header " + std::to_string(expected);
+         " and the header " + std::to_string(columns.names.size()) +
+         (LacksFirstName(fields, columns) ? ": the header may lack a name for the first column"
+                                          : "");
 }
 
 // A row without measures often says in a remark why it has none.
@@ -154,7 +199,7 @@ void AppendNumber(std::string& out, const std::optional<double>& value) {
 RowResult ComputeRow(std::span<const std::string_view> fields, const Columns& columns,
                      CaseRecord& scratch) {
   if (fields.size() != columns.names.size()) {
-    return BadRow(WrongFieldCount(fields.size(), columns.names.size()));
+    return BadRow(WrongFieldCount(fields, columns));
   }
   RowReader reader(fields, columns);
   if (!reader.HasMeasures()) return BadRow(NoMeasures(fields, columns));

@@ -9,7 +9,9 @@
 #include <utility>
 
 #include "batch/chunk_reader.h"
+#include "batch/column_title.h"
 #include "batch/columns.h"
+#include "batch/terminal_text.h"
 #include "case/number_text.h"
 
 namespace Cohort {
@@ -26,8 +28,11 @@ bool IsOneOf(std::string_view name, const std::array<std::string_view, Count>& n
   return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-bool IsInput(std::string_view title) {
-  return IsOneOf(title.substr(0, title.find_first_of(" [")), kInputNames);
+// A body weight in a unit that is not known is a column like any other.
+bool IsInput(std::string_view text) {
+  const Title title = ReadTitle(text);
+  const std::optional<std::size_t> input = InputNamed(title);
+  return input && UnitIn(title, *input);
 }
 
 std::size_t WidthOf(std::string_view text) {
@@ -38,21 +43,12 @@ std::size_t WidthOf(std::string_view text) {
 
 std::string Rounded(std::string_view text) {
   const std::optional<double> value = Vse::ReadNumber(text);
-  if (!value || std::abs(*value) >= kPlainLimit) return std::string(text);
+  if (!value || std::abs(*value) >= kPlainLimit) return ShownCell(text);
   std::array<char, 32> digits{};
   const std::to_chars_result end = std::to_chars(digits.data(), digits.data() + digits.size(),
                                                  Vse::TruncateToDecimals(*value, kDecimals),
                                                  std::chars_format::fixed, kDecimals);
   return {digits.data(), end.ptr};
-}
-
-// A cell takes one line, whatever it holds.
-std::string OnOneLine(std::string_view text) {
-  std::string line(text);
-  std::replace_if(
-      line.begin(), line.end(),
-      [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, ' ');
-  return line;
 }
 
 }  // namespace
@@ -66,9 +62,9 @@ void TableOutput::AddHeader(std::string_view header) {
     Column column;
     column.hidden = IsInput(title);
     column.rounded = IsOneOf(title, kResultNames) && title != kResultNames.back();
-    column.width = WidthOf(title);
+    titles_.push_back(ShownCell(title));
+    column.width = WidthOf(titles_.back());
     columns_.push_back(column);
-    titles_.push_back(OnOneLine(title));
   }
 }
 
@@ -111,7 +107,7 @@ void TableOutput::AddRecord(std::string_view record) {
   for (const std::string_view field : parser_.Fields()) {
     // Surplus fields stand behind the named columns.
     if (row.size() == columns_.size()) columns_.emplace_back();
-    row.push_back(columns_[row.size()].rounded ? Rounded(field) : OnOneLine(field));
+    row.push_back(columns_[row.size()].rounded ? Rounded(field) : ShownCell(field));
   }
   if (fitted_) return AppendLine(text_, row);
   Fit(row);

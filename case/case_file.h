@@ -44,8 +44,9 @@ struct CaseFileContents {
 // their lines, read to the same entries.
 CaseFileContents ReadCaseFile(const QString& path, const QLocale& locale);
 
-// The same from bytes in memory.
+// The same from bytes in memory, with the locale's code page or another one.
 CaseFileContents ParseCaseFile(const QByteArray& bytes, const QLocale& locale);
+CaseFileContents ParseCaseFile(const QByteArray& bytes, const char* codePage);
 
 // A record's value, from behind its 16-character label up to its last character, the LF. "Unknown"
 // gives an empty text. A line too short for both gives an empty text.

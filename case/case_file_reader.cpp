@@ -195,8 +195,12 @@ QString FieldNumberText(const QString& line) {
 }
 
 CaseFileContents ParseCaseFile(const QByteArray& bytes, const QLocale& locale) {
+  return ParseCaseFile(bytes, CodePageOf(locale));
+}
+
+CaseFileContents ParseCaseFile(const QByteArray& bytes, const char* codePage) {
   CaseFileContents contents;
-  const QString text = DecodeText(bytes, locale);
+  const QString text = DecodeText(bytes, codePage);
   if (bytes.size() > kLargestCaseFile || !text.startsWith(kFileMark)) {
     contents.problem = Problem::NotCorrectFile;
     return contents;

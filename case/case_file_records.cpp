@@ -20,9 +20,8 @@ struct Parts {
   QString behind;
 };
 
-// Every line end as LF. A CR too many, as conversions leave it before CR LF, goes.
+// Every line end as LF.
 QString WithPlainLineEnds(QString text) {
-  text.replace(QStringLiteral("\r\r\n"), QStringLiteral("\n"));
   text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
   return text.replace(u'\r', u'\n');
 }

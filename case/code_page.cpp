@@ -61,12 +61,23 @@ QByteArray EncodeText(const QString& text, const QLocale& locale) {
   return text.toUtf8();
 }
 
+bool IsCodePage(const QByteArray& name) {
+  QByteArray ascii = "\t\r\n";
+  for (char c = ' '; c <= '~'; ++c) ascii += c;
+  QStringDecoder decoder(name.constData());
+  return decoder.isValid() && decoder.decode(ascii) == QString::fromLatin1(ascii);
+}
+
 QString DecodeText(const QByteArray& bytes, const QLocale& locale) {
+  return DecodeText(bytes, CodePageOf(locale));
+}
+
+QString DecodeText(const QByteArray& bytes, const char* codePage) {
   QStringDecoder utf8(QStringDecoder::Utf8);
   QString text = utf8.decode(bytes);
   if (!utf8.hasError()) return text;
-  QStringDecoder codePage(CodePageOf(locale));
-  if (codePage.isValid()) return codePage.decode(bytes);
+  QStringDecoder decoder(codePage);
+  if (decoder.isValid()) return decoder.decode(bytes);
   return QString::fromLatin1(bytes);
 }
 

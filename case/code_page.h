@@ -15,8 +15,13 @@ const char* CodePageOf(const QLocale& locale);
 // has no place there. No character is ever replaced.
 QByteArray EncodeText(const QString& text, const QLocale& locale);
 
+// Whether a name is that of a code page that text can be read in: one that the toolkit knows and
+// that has the letters of ASCII where ASCII has them.
+bool IsCodePage(const QByteArray& name);
+
 // Bytes that are valid UTF-8 are read as UTF-8 (a mark at the front is dropped), all others in the
-// locale's code page.
+// locale's code page, or the named one.
 QString DecodeText(const QByteArray& bytes, const QLocale& locale);
+QString DecodeText(const QByteArray& bytes, const char* codePage);
 
 }  // namespace Vse

@@ -99,7 +99,13 @@ void SolveStress(ContactStress& stress) {
   }
   stress.p0 = stress.form == PoleForm::Steep ? poleStressSteep(stress, stress.thetaPolRad)
                                              : poleStress(stress, stress.thetaPolRad);
-  stress.pmax = PeakStress(stress);
+  const double peak = PeakStress(stress);
+  // The edge is more than a quarter turn away from the pole: the socket would have to pull.
+  if (peak < 0.0) {
+    stress.outcome = StressOutcome::NoPole;
+    return;
+  }
+  stress.pmax = peak;
   stress.pmaxWb = stress.pmax / stress.weight;
   stress.thetaPol = stress.thetaPolRad * 180.0 / kPi;
   stress.outcome = std::isfinite(stress.pmax) && std::isfinite(stress.pmaxWb)

@@ -25,8 +25,9 @@ struct StressInputs {
 
 enum class StressOutcome {
   Ok,      // every result is a finite number
-  NoPole,  // no position of the pole balances this force, or none that the one-way search can meet
-           // (an edge far above a right angle): `thetaPol` and the stresses are unset
+  NoPole,  // no position of the pole balances this force by pressure, or none that the one-way
+           // search can meet (an edge far above a right angle): `thetaPol`, `pmaxWb` and `pmax`
+           // are unset
   DivisionByZero,  // a head radius of zero, or so small that the stress is no number: the stresses
                    // are not to be used
 };

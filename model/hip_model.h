@@ -12,7 +12,7 @@ enum class HipOutcome {
   Ok,
   OutOfRange,      // thetaR is negative or not a number, or the force is beyond a double; only the
                    // force was computed
-  NoPole,          // no stress pole balances this force; only the force is to be used
+  NoPole,          // no stress pole balances this force by pressure; only the force is to be used
   DivisionByZero,  // head radius of zero, or so small that the stress is no number; only the force
                    // is to be used
 };

@@ -57,7 +57,7 @@ Message QuestionOf(const QString& command) {
 
 class CommandTable : public testing::TestWithParam<Path> {};
 
-TEST_P(CommandTable, AsksSavesAndGoesOn) {
+TEST_P(CommandTable, AsksSavesAndGoesOnAsTheAnswerSays) {
   const Path& row = GetParam();
   RunningProgram program;
   const QString existing = program.Path("existing.txt");

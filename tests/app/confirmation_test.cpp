@@ -90,6 +90,18 @@ TEST(Confirmation, ALaterConfirmationWithAWeightLeavesItUnknown) {
   EXPECT_EQ(program.Panel("txtPmax"), "2066847.58");
 }
 
+TEST(Confirmation, ANewCaseAfterOneOfUnknownWeightHasItsOwnWeight) {
+  RunningProgram program;
+  program.ConfirmDefaultCase({});
+  EXPECT_FALSE(program.InWindow<QLineEdit>("txtPmax")->isVisible());
+  program.messages.Answers(MessageDoor::Answer::No);
+  program.ConfirmDefaultCase("70");
+  program.messages.Take();
+  EXPECT_EQ(program.Panel("txtBodyWeight"), "70");
+  EXPECT_TRUE(program.InWindow<QLineEdit>("txtPmax")->isVisible());
+  EXPECT_EQ(program.Panel("txtPmax"), "2066847.58");
+}
+
 TEST(Confirmation, MillimetresAndCentimetresGiveTheSameResults) {
   RunningProgram program;
   program.ConfirmDefaultCase();
@@ -167,6 +179,16 @@ TEST(Confirmation, ARefusedCaseKeepsTheShownStresses) {
   EXPECT_NE(after.thetaR, before.thetaR);
   EXPECT_EQ(after.pmax, before.pmax);
   EXPECT_TRUE(program.window.Session().NeedsSaving());
+}
+
+TEST(Confirmation, ANegativeStressIsRefused) {
+  RunningProgram program;
+  program.window.New();
+  program.Type("Text9", "-200");
+  program.PressOk();
+  EXPECT_EQ(program.messages.Take(),
+            Said({ErrorSaid("In this range of input data you could not use this model", "Sorry")}));
+  EXPECT_EQ(program.Panel("txtPmaxWb"), "");
 }
 
 TEST(Confirmation, ARadiusOfZeroIsADivisionByZero) {

@@ -52,6 +52,15 @@ TEST(MainWindow, PicturesStandOnNewOpenAndSaveAlone) {
   }
 }
 
+TEST(MainWindow, ButtonsAndCaptionsOfTheDiagramAreSetInTimes) {
+  RunningProgram program;
+  for (const char* name :
+       {"CmdNew", "CmdOpen", "CmdSave", "CmdPrint", "CmdChange", "Cmd3D", "Picture2"}) {
+    EXPECT_EQ(program.InWindow<QWidget>(name)->font().families().value(0), "Times New Roman")
+        << name;
+  }
+}
+
 TEST(MainWindow, HelpOpensAtATopicThatFits) {
   RunningProgram program;
   program.Command("mnuHelpT");

@@ -62,16 +62,41 @@ class BadInput(Case):
         self.assertEqual(len(done.stdout.splitlines()), 2)
 
     def test_numbers_that_are_none(self):
-        for text in ["1e999", "nan", "1.2.3", "inf", "0x10", "1.234,5", "ten", "10 cm"]:
+        faults = {"1.2.3": "is not a number", "inf": "is not a number", "0x10": "is not a number",
+                  "1.234,5": "is not a number", "ten": "is not a number", "10 cm": "is not a number",
+                  "1e400": "is too large", "-1e999": "is too large"}
+        for text, fault in faults.items():
             for column in HEADER.split(","):
                 field = f'"{text}"'
                 done = run(text=f"name,{HEADER}\nAnn,{replaced(**{column: field})}\nBob,{HIP}\n")
-                status = f"error: {column} is not a number"
+                status = f"error: {column} {fault}"
                 self.check(done, 1, f"1 row had bad input: standard input: row 2: {status}")
                 ann, bob = rows(done.stdout)
                 self.assertEqual((ann["name"], ann[column], ann["status"]), ("Ann", text, status))
                 self.assertEqual([ann[name] for name in KNOWN], [""] * 5)
                 self.check_known(bob)
+
+    def test_values_that_are_missing(self):
+        for text in ["", " ", "NA", "N/A", "NaN", "#N/A", "-", "Unknown", "na", "nan", "UNKNOWN", '"NA"']:
+            done = run(text=f"{HEADER}\n{replaced(bodyWeight=text)}\n")
+            self.check(done, 0)
+            row = rows(done.stdout)[0]
+            self.assertEqual(row["pmax"], "", text)
+            self.check_known(row, {k: v for k, v in KNOWN.items() if k != "pmax"})
+            for column in HEADER.split(",")[:-1]:
+                done = run(text=f"{HEADER}\n{replaced(**{column: text})}\n")
+                status = f"error: {column} is missing"
+                self.check(done, 1, f"1 row had bad input: standard input: row 2: {status}")
+                self.assertEqual(rows(done.stdout)[0]["status"], status)
+
+    def test_negative_stress_is_refused(self):
+        for degrees in ["-200", "-250", "-560"]:
+            done = run(text=f"{HEADER}\n{replaced(thetaCE=degrees)}\n")
+            self.check(done, 0)
+            row = rows(done.stdout)[0]
+            self.assertEqual(row["status"],
+                             "refused: no stress pole for this centre-edge angle and force")
+            self.assertEqual((row["thetaPol"], row["pmaxWb"], row["pmax"]), ("", "", ""))
 
     def test_weight_and_radius_not_above_zero(self):
         for column in ["bodyWeight", "headRadius"]:
@@ -105,7 +130,8 @@ class BadInput(Case):
 
     def test_header_that_does_not_serve(self):
         for header, why in [
-                (HEADER.replace("Cizm", "width"), "the column Cizm is missing"),
+                (HEADER.replace("Cizm", "width"), "the column Cizm is missing; the header read is "
+                 '"lizm,xizm,zizm,width,Hizm,zasuk,thetaCE,headRadius,bodyWeight"'),
                 (HEADER.replace("lizm", "lizm[in]"),
                  'the unit "in" of column lizm is not known; known are cm, mm'),
                 (HEADER + ',"x', "the header has a broken quote"),

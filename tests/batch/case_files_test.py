@@ -8,11 +8,12 @@ from cohort_program import Case, HEADER, HIP, case_file, rows, run
 
 class CaseFiles(Case):
     def test_one_file_is_one_row_with_the_results_of_the_window(self):
-        done = run(self.file("a.txt", case_file(comments="two\nlines, \"quoted\"")))
+        path = self.file("a.txt", case_file(comments="two\nlines, \"quoted\""))
+        done = run(path)
         self.check(done, 0)
         (row,) = rows(done.stdout)
         self.check_known(row)
-        self.assertEqual(row["file"], "a.txt")
+        self.assertEqual(row["file"], str(path))
         self.assertEqual(row["name"], "Surname Given")
         self.assertEqual(row["comments"], 'two\nlines, "quoted"')
         self.assertEqual(row["lizm"], "10,4")
@@ -31,9 +32,9 @@ class CaseFiles(Case):
         self.assertTrue(z["status"].startswith("error: "), z["status"])
         self.check_known(a)
         self.assertEqual((b["file"], b["status"], b["remark"]),
-                         ("b.txt", "error: Not correct file", "Not correct file"))
+                         (f"{self.path}/b.txt", "error: Not correct file", "Not correct file"))
         self.assertEqual((c["file"], c["bodyWeight"], c["pmax"], c["status"]),
-                         ("c.TXT", "", "", "ok"))
+                         (f"{self.path}/c.TXT", "", "", "ok"))
         self.assertTrue(d["status"].startswith("refused: "))
 
     def test_a_name_of_one_word_is_kept(self):
@@ -87,7 +88,20 @@ class TablesNamedLikeCaseFiles(Case):
 
     def test_a_header_row_that_does_not_serve_is_told_as_that(self):
         path = self.file("hips.TXT", f"{HEADER}\n{HIP}\n".replace("Cizm", "width"))
-        self.check(run(path), 2, f"{path}: row 1: the column Cizm is missing")
+        done = run(path)
+        self.assertEqual(done.returncode, 2)
+        self.assertIn(f"{path}: row 1: the column Cizm is missing; ", done.stderr.decode())
+
+    def test_a_line_that_names_the_separator_may_stand_before_it(self):
+        table = f"sep=;\nname,{HEADER}\nAnn,{HIP}\n".replace(",", ";")
+        done = run(self.file("hips.txt", table))
+        self.check(done, 0)
+        self.check_known(rows(done.stdout.split(b"\n", 1)[1], ";")[0])
+
+    def test_a_header_row_separated_by_blanks_is_told_as_that(self):
+        path = self.file("hips.txt", f"{HEADER}\n{HIP}\n".replace(",", " "))
+        self.check(run(path), 2, f"{path}: row 1: the columns are separated by blanks; they must be "
+                                 "separated by commas, semicolons or tabs (in R by write.csv)")
 
     def test_what_is_neither_is_no_case_file(self):
         for text in ["", "lizm", "the lizm, at last\n", "\0" * 100_000, '"lizm,xizm,zizm\n']:

@@ -10,6 +10,8 @@ namespace {
 
 using namespace std::string_literals;
 
+using CohortText::Replaced;
+
 const std::string kHip = CohortText::kDefaultHip;
 
 // The results of the default hip as they are put out.
@@ -53,6 +55,68 @@ INSTANTIATE_TEST_SUITE_P(
                     Kept{"NulBytes", "A\0nn,"s + kHip + ",\0"s},
                     Kept{"Latin1", "M\xFCller," + kHip + ",\xFF"}),
     RowName());
+
+struct Bare {
+  const char* name;
+  std::string record;
+  std::string lineEnd;  // of the file
+  std::string out;      // the record in the output
+};
+
+class BareLineEnd : public testing::TestWithParam<Bare> {};
+
+TEST_P(BareLineEnd, IsQuotedSoThatTheRowStaysWhole) {
+  const Cohort::ChunkResult result =
+      Compute(GetParam().record + GetParam().lineEnd, GetParam().lineEnd);
+  EXPECT_EQ(result.text, GetParam().out + DefaultResults() + GetParam().lineEnd);
+  EXPECT_EQ(result.hips, 1U);
+  EXPECT_EQ(result.bad, 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, BareLineEnd,
+    testing::Values(
+        Bare{"CrInAFileOfLf", "A\rB," + kHip + ",none", "\n", "\"A\rB\"," + kHip + ",none"},
+        Bare{"CrInAFileOfCrLf", "Ann," + kHip + ",a\rb", "\r\n", "Ann," + kHip + ",\"a\rb\""},
+        Bare{"LfInAFileOfCr", "Ann," + kHip + ",one\ntwo", "\r", "Ann," + kHip + ",\"one\ntwo\""},
+        Bare{"BlanksAround", " A\rB , " + kHip + ",x", "\n", "\" A\rB \", " + kHip + ",x"},
+        Bare{"Twice", "\rA," + kHip + ",\rb", "\n", "\"\rA\"," + kHip + ",\"\rb\""},
+        Bare{"BesideQuotedOnes", "\"A\rB\"," + kHip + ",a\rb", "\n",
+             "\"A\rB\"," + kHip + ",\"a\rb\""},
+        Bare{"BehindANumber", "Ann," + Replaced(kHip, "10.40", "10.40\r") + ",", "\n",
+             "Ann," + Replaced(kHip, "10.40", "\"10.40\r\"") + ","}),
+    RowName());
+
+TEST(SurplusField, IsQuotedTooWhereItHoldsALineEnd) {
+  EXPECT_EQ(Compute("Ann," + kHip + ",x,a\rb\n").text,
+            "Ann," + kHip +
+                ",x,,,,,,error: the row has 12 fields and the header 11: rows run together "
+                "since they end with CR alone and the header does not,\"a\rb\"\n");
+}
+
+TEST(GluedRows, AreToldForWhatTheyAre) {
+  const std::string row = "Ann," + kHip + ",none";
+  EXPECT_EQ(Compute(row + "\r" + row + "\r\n").firstBad->text,
+            "error: the row has 21 fields and the header 11: rows run together since they end with "
+            "CR alone "
+            "and the header does not");
+  EXPECT_EQ(Compute(row + "\n" + row + "\n\r", "\r").firstBad->text,
+            "error: the row has 21 fields and the header 11: rows run together since they end with "
+            "LF and "
+            "the header with CR");
+  EXPECT_EQ(Compute("\"a\rb\"," + row + "\n").firstBad->text,
+            "error: the row has 12 fields and the header 11: the header may lack a name for the "
+            "first column");
+}
+
+TEST(LastRow, OfBlanksOrAControlZIsNone) {
+  for (const char* last : {"", " ", "  \n", "\x1A", "\x1A\n", " \x1A\x1A\r\n", "\r\n"}) {
+    const Cohort::ChunkResult result = Compute("Ann," + kHip + ",none\n" + last);
+    EXPECT_EQ(result.hips, 1U) << testing::PrintToString(last);
+    EXPECT_EQ(result.bad, 0U);
+  }
+  EXPECT_EQ(Compute("Ann," + kHip + ",none\r\n", "\r").hips, 1U);
+}
 
 TEST(ShortRecord, IsFilledUpSoThatTheResultsStayInLine) {
   EXPECT_EQ(Compute("Ann,1,2\n").text,

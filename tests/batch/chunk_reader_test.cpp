@@ -50,6 +50,7 @@ INSTANTIATE_TEST_SUITE_P(
                     HeaderRow{"CrLf", "a,b\r\n1,2\r\n", "a,b", "\r\n"},
                     HeaderRow{"Cr", "a,b\r1,2\r", "a,b", "\r"},
                     HeaderRow{"CrAtTheEnd", "a,b\r", "a,b", "\r"},
+                    HeaderRow{"CrAndABlankLine", "a,b\r\r1,2\r", "a,b", "\r"},
                     HeaderRow{"Alone", "a,b", "a,b", "\n"},
                     HeaderRow{"QuotedLineEnd", "\"a\r\nb\",c\n1,2", "\"a\r\nb\",c", "\n"},
                     HeaderRow{"DoubledQuotes", "\"a\"\"\n\",c\r\nx", "\"a\"\"\n\",c", "\r\n"},
@@ -57,6 +58,49 @@ INSTANTIATE_TEST_SUITE_P(
                     HeaderRow{"BlankLine", "\na", "", "\n"},
                     HeaderRow{"Empty", "", std::nullopt, "\n"}),
     RowName());
+
+TEST(Header, MayHaveSeveralCrBeforeItsLf) {
+  for (const std::size_t piece : {1U, 2U, 100U}) {
+    Cohort::ChunkReader reader(InPieces("a,b\r\r\n1,2\r\r\n", piece), {.readSize = 7});
+    EXPECT_EQ(reader.ReadHeader(), "a,b");
+    EXPECT_EQ(reader.LineEnd(), "\r\n");
+    std::string rest;
+    for (std::string chunk; reader.Next(chunk);) rest += chunk;
+    EXPECT_EQ(rest, "1,2\r\r\n");
+  }
+}
+
+TEST(Header, IsTheSecondRecordWhereTheFirstNamesTheSeparator) {
+  for (const std::size_t piece : {1U, 2U, 100U}) {
+    Cohort::ChunkReader reader(InPieces("\xEF\xBB\xBFsep=;\r\na;b\r\n1;2\r\n", piece),
+                               {.readSize = 7});
+    EXPECT_EQ(reader.ReadHeader(), "a;b");
+    EXPECT_EQ(reader.SeparatorLine(), "\xEF\xBB\xBFsep=;");
+    EXPECT_EQ(reader.LineEnd(), "\r\n");
+    std::string chunk;
+    ASSERT_TRUE(reader.Next(chunk));
+    EXPECT_EQ(chunk.substr(0, 3), "1;2");
+  }
+  Cohort::ChunkReader plain(InPieces("a,b\n", 100));
+  plain.ReadHeader();
+  EXPECT_EQ(plain.SeparatorLine(), "");
+  Cohort::ChunkReader alone(InPieces("sep=;\n", 100));
+  EXPECT_FALSE(alone.ReadHeader().has_value());
+}
+
+TEST(ControlZ, IsDroppedAtTheVeryEndOnly) {
+  for (const std::size_t piece : {1U, 2U, 100U}) {
+    Cohort::ChunkReader reader(InPieces("a,b\n1\x1A,2\n3,4\x1A\x1A", piece), {.readSize = 7});
+    EXPECT_EQ(reader.ReadHeader(), "a,b");
+    std::string rest;
+    for (std::string chunk; reader.Next(chunk);) rest += chunk;
+    EXPECT_EQ(rest, "1\x1A,2\n3,4");
+  }
+  Cohort::ChunkReader header(InPieces("a,b\x1A", 2));
+  EXPECT_EQ(header.ReadHeader(), "a,b");
+  std::string chunk;
+  EXPECT_FALSE(header.Next(chunk));
+}
 
 std::vector<std::string> RecordsOf(std::string_view text, char lineEnd) {
   std::vector<std::string> records;
@@ -72,6 +116,8 @@ TEST(RecordWalk, EndsRecordsOutsideQuotesOnly) {
             (Records{"\"a\nb\",\"c\n\"\"d\n\"", "e"}));
   EXPECT_EQ(RecordsOf("a\n\n\nb\n", '\n'), (Records{"a", "", "", "b"}));
   EXPECT_EQ(RecordsOf("a\rb\nc\r", '\r'), (Records{"a", "b\nc"}));
+  EXPECT_EQ(RecordsOf("a\r\r\nb\r\n\rc\r\r", '\n'), (Records{"a", "b", "\rc"}));
+  EXPECT_EQ(RecordsOf("a\r\nb\r\n", '\r'), (Records{"a", "b", ""}));
   EXPECT_EQ(RecordsOf("\"a\nb", '\n'), (Records{"\"a\nb"}));
   EXPECT_EQ(RecordsOf("", '\n'), Records{});
 }

@@ -13,7 +13,7 @@ import unittest
 PROGRAM, SOURCE, VERSION = sys.argv[1], pathlib.Path(sys.argv[2]), sys.argv[3]
 
 # The code page of case files and the system's messages follow the language of whoever runs the tests.
-os.environ["LC_ALL"] = "C.UTF-8"
+os.environ["LC_ALL"] = "en_US.UTF-8"
 
 HEADER = "lizm,xizm,zizm,Cizm,Hizm,zasuk,thetaCE,headRadius,bodyWeight"
 HIP = "10.40,0.50,6.00,4.40,16.00,0.0,30.0,0.025,70"
@@ -31,7 +31,8 @@ def run(*arguments, text=b"", **more):
 
 
 def rows(output, delimiter=","):
-    return list(csv.DictReader(io.StringIO(output.decode()), delimiter=delimiter))
+    text = os.fsdecode(output)  # names of files may be of any bytes
+    return list(csv.DictReader(io.StringIO(text, newline=""), delimiter=delimiter))
 
 
 def replaced(**fields):
@@ -62,7 +63,7 @@ class Case(unittest.TestCase):
         self.assertEqual(row["status"], "ok")
 
 
-def case_file(name="Surname Given", weight="70", ce="30", comments="No"):
+def case_file(name="Surname Given", weight="70", ce="30", comments="No", encoding="cp1252"):
     """A case file as the windowed program writes it."""
     records = [
         "", f"Name          : {name}", "Sex           : F", "Date of birth : 1956",
@@ -71,4 +72,4 @@ def case_file(name="Surname Given", weight="70", ce="30", comments="No"):
         "Cizm          = 4,4 cm", "Hizm          = 16 cm", "zasuk         = 0 °  ",
         f"theta-CE      = {ce} °  ", "radius of head= 0,025 m ", "", "R/Wb          = 0"]
     text = "TELMARION".ljust(49) + "15.11.2026\r\n" + "".join(r + "\n\r\n" for r in records)
-    return text.encode("cp1252")
+    return text.encode(encoding)

@@ -68,6 +68,13 @@ INSTANTIATE_TEST_SUITE_P(
         TitleRow{"Radians", "thetaCE", "thetaCE[rad]", Measure::ThetaCE, Vse::kRadian},
         TitleRow{"Degrees", "zasuk", "zasuk[deg]", Measure::Zasuk, Vse::kDegree},
         TitleRow{"DegreeSign", "zasuk", "zasuk[°]", Measure::Zasuk, Vse::kDegree},
+        TitleRow{"RoundBrackets", "lizm", "lizm (mm)", Measure::Lizm, Vse::kMillimetre},
+        TitleRow{"OtherCase", "lizm", "LIZM[MM]", Measure::Lizm, Vse::kMillimetre},
+        TitleRow{"NoBreakSpace", "Cizm", "\u00A0cizm\u00A0(\u2009mm)\u202F", Measure::Cizm,
+                 Vse::kMillimetre},
+        TitleRow{"Invisible", "thetaCE", "\uFEFFtheta\u200BC\u00ADE\u2066[rad]\u2069",
+                 Measure::ThetaCE, Vse::kRadian},
+        TitleRow{"WrappedInItsCell", "xizm", "\"xizm\r\n(mm)\"", Measure::Xizm, Vse::kMillimetre},
         TitleRow{"RadiusM", "headRadius", "headRadius[m]", Measure::HeadRadius, Vse::kMetre},
         TitleRow{"RadiusCm", "headRadius", "headRadius[cm]", Measure::HeadRadius, Vse::kCentimetre},
         TitleRow{"RadiusMm", "headRadius", "headRadius[mm]", Measure::HeadRadius,
@@ -93,10 +100,104 @@ TEST(ByteOrderMark, IsPassedOver) {
   EXPECT_EQ(ColumnOf(columns, Measure::Lizm).field, 0U);
 }
 
-TEST(BodyWeight, MayNameItsUnit) {
-  const Cohort::Columns columns =
-      Cohort::ReadColumns(Replaced(kHeader, "bodyWeight", "bodyWeight[kg]"), std::nullopt);
-  EXPECT_TRUE(columns.inputs[Cohort::kBodyWeight].has_value());
+TEST(BodyWeight, IsFoundHoweverItIsWritten) {
+  for (const char* title : {"bodyWeight[kg]", "bodyweight", "BODYWEIGHT", "bodyWeight (kg)",
+                            "Bodyweight (KG)", "\u200EbodyWeight\u200C", " bodyWeight\t"}) {
+    const Cohort::Columns columns =
+        Cohort::ReadColumns(Replaced(kHeader, "bodyWeight", title), std::nullopt);
+    EXPECT_TRUE(columns.inputs[Cohort::kBodyWeight].has_value()) << title;
+    EXPECT_TRUE(columns.remarks.empty()) << title;
+  }
+}
+
+struct UnusedColumn {
+  const char* name;
+  std::string header;
+  std::vector<std::string> remarks;
+};
+
+class Unused : public testing::TestWithParam<UnusedColumn> {};
+
+TEST_P(Unused, IsToldWhenItsNameIsCloseToOneThatIsUsed) {
+  EXPECT_EQ(Cohort::ReadColumns(GetParam().header, std::nullopt).remarks, GetParam().remarks);
+}
+
+std::string WithWeightColumn(const std::string& title) {
+  return Replaced(kHeader, "bodyWeight", title);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, Unused,
+    testing::Values(
+        UnusedColumn{"NoneWhereEverythingIsUsed", kHeader, {}},
+        UnusedColumn{"OtherSigns",
+                     WithWeightColumn("body_weight"),
+                     {"the column \"body_weight\" is not used; is bodyWeight meant?"}},
+        UnusedColumn{"OtherName",
+                     WithWeightColumn("weight (kg)"),
+                     {"the column \"weight (kg)\" is not used; is bodyWeight meant?"}},
+        UnusedColumn{"UnknownUnit",
+                     WithWeightColumn("bodyWeight[lb]"),
+                     {"the column \"bodyWeight[lb]\" is not used, since its unit is not known; "
+                      "bodyWeight is in kg"}},
+        UnusedColumn{"EmptyUnit",
+                     WithWeightColumn("bodyWeight()"),
+                     {"the column \"bodyWeight()\" is not used, since its unit is not known; "
+                      "bodyWeight is in kg"}},
+        UnusedColumn{"UnknownUnitBesideAKnownOne",
+                     "bodyWeight[lb]," + kHeader,
+                     {"the column \"bodyWeight[lb]\" is not used, since its unit is not known; "
+                      "bodyWeight is in kg"}},
+        UnusedColumn{"SameLettersBesideTheUsedOne",
+                     kHeader + ",theta CE",
+                     {"the column \"theta CE\" is not used; is thetaCE meant?"}},
+        UnusedColumn{"Two",
+                     WithWeightColumn("mass,body.weight"),
+                     {"the column \"mass\" is not used; is bodyWeight meant?",
+                      "the column \"body.weight\" is not used; is bodyWeight meant?"}},
+        UnusedColumn{
+            "OtherNamesBesideTheUsedOne", kHeader + ",weight,thetaCE2,radius,CE,zasuk1", {}},
+        UnusedColumn{
+            "OrdinaryColumns", WithWeightColumn("patient,age,id,remark,status2,Status"), {}}),
+    RowName());
+
+TEST(SameNames, AreComparedAsAPersonReadsThem) {
+  const auto read = [](const std::string& header) {
+    return Cohort::ReadColumns(header, std::nullopt);
+  };
+  const Cohort::Columns columns = read("id," + kHeader);
+  EXPECT_TRUE(
+      Cohort::HaveSameNames(columns, read("\u200BID ," + Replaced(kHeader, "lizm", "Lizm"))));
+  EXPECT_FALSE(Cohort::HaveSameNames(columns, read("name," + kHeader)));
+  EXPECT_FALSE(Cohort::HaveSameNames(columns, read("id," + kHeader + ",x")));
+  EXPECT_FALSE(Cohort::HaveSameNames(columns, read("id," + Replaced(kHeader, "lizm", "lizm[mm]"))));
+}
+
+TEST(SeparatorLine, NamesTheDelimiter) {
+  for (const char delimiter : {',', ';', '\t'}) {
+    for (const std::string& line : {std::string("sep="), std::string("SEP="),
+                                    std::string("\uFEFFsep="), std::string("\"sep=")}) {
+      const std::string end = line.front() == '"' ? "\"" : "";
+      EXPECT_EQ(Cohort::ReadSeparatorLine(line + delimiter + end), delimiter) << line;
+      EXPECT_EQ(Cohort::ReadSeparatorLine(line + delimiter + end + delimiter), delimiter) << line;
+    }
+  }
+  for (const char* line : {"", "sep=", "sep", "sep=;,", "separator", "sep=\xC2\xA6"}) {
+    EXPECT_FALSE(Cohort::ReadSeparatorLine(line).has_value()) << line;
+  }
+  try {
+    Cohort::ReadSeparatorLine("sep=|");
+    FAIL() << "accepted";
+  } catch (const Cohort::CohortError& error) {
+    EXPECT_STREQ(error.what(),
+                 "the line before the header names the separator \"|\"; it must be a "
+                 "comma, semicolon or tab");
+  }
+}
+
+TEST(ResultsInOtherCase, AreColumnsLikeOthers) {
+  const Cohort::Columns columns = Cohort::ReadColumns("Status,PMAX," + kHeader, std::nullopt);
+  EXPECT_EQ(columns.names.size(), 11U);
 }
 
 TEST(OtherColumns, MayShareAName) {
@@ -123,13 +224,38 @@ TEST_P(BadHeaders, AreToldInASentence) {
 INSTANTIATE_TEST_SUITE_P(
     Table, BadHeaders,
     testing::Values(
-        BadHeader{"MissingOne", Replaced(kHeader, "thetaCE,", ""), "the column thetaCE is missing"},
+        BadHeader{"MissingOne", Replaced(kHeader, "thetaCE,", ""),
+                  "the column thetaCE is missing; the header read is \"lizm,xizm,zizm,Cizm,Hizm,"
+                  "zasuk,headRadius,bodyWeight\""},
         BadHeader{"MissingTwo", Replaced(Replaced(kHeader, "lizm,", ""), "thetaCE,", ""),
-                  "the columns lizm, thetaCE are missing"},
-        BadHeader{"OtherCase", Replaced(kHeader, "lizm", "LIZM"), "the column lizm is missing"},
+                  "the columns lizm, thetaCE are missing; the header read is \"xizm,zizm,Cizm,Hizm,"
+                  "zasuk,headRadius,bodyWeight\""},
+        BadHeader{"OtherSigns", Replaced(kHeader, "thetaCE", "theta CE"),
+                  "the column thetaCE is missing; \"theta CE\" is perhaps thetaCE; the header read "
+                  "is \"lizm,xizm,zizm,Cizm,Hizm,zasuk,theta CE,headRadius,bodyWeight\""},
+        BadHeader{"OtherNames", Replaced(Replaced(kHeader, "thetaCE", "CE"), "headR", "r"),
+                  "the columns thetaCE, headRadius are missing; \"CE\" is perhaps thetaCE, "
+                  "\"radius\" is perhaps headRadius; the header read is \"lizm,xizm,zizm,Cizm,Hizm,"
+                  "zasuk,CE,radius,bodyWeight\""},
+        BadHeader{
+            "Tabs", "lizm\txizm",
+            "the columns zizm, Cizm, Hizm, zasuk, thetaCE, headRadius are missing; the header "
+            "read is \"lizm\\txizm\""},
+        BadHeader{"AnotherLine", "Table 1",
+                  "the columns lizm, xizm, zizm, Cizm, Hizm, zasuk, thetaCE, headRadius are "
+                  "missing; the header read is \"Table 1\""},
         BadHeader{"Blank", "",
                   "the columns lizm, xizm, zizm, Cizm, Hizm, zasuk, thetaCE, headRadius are "
-                  "missing"},
+                  "missing; the header read is \"\""},
+        BadHeader{"SeparatedByBlanks",
+                  "lizm xizm zizm Cizm Hizm zasuk thetaCE headRadius bodyWeight",
+                  "the columns are separated by blanks; they must be separated by commas, "
+                  "semicolons or tabs (in R by write.csv)"},
+        BadHeader{"QuotedAndSeparatedByBlanks",
+                  R"("name" "lizm" "xizm" "zizm" "Cizm" "Hizm" "zasuk" "thetaCE" "headRadius")",
+                  "the columns are separated by blanks; they must be separated by commas, "
+                  "semicolons or tabs (in R by write.csv)"},
+        BadHeader{"TwoOfOneNameInOtherCase", kHeader + ",ZIZM", "there are two columns zizm"},
         BadHeader{"TwoOfOneName", kHeader + ",zizm", "there are two columns zizm"},
         BadHeader{"TwoOfOneNameInOtherUnits", kHeader + ",zizm[mm]", "there are two columns zizm"},
         BadHeader{"UnknownLength", Replaced(kHeader, "lizm", "lizm[inch]"),
@@ -140,8 +266,10 @@ INSTANTIATE_TEST_SUITE_P(
                   "the unit \"\" of column lizm is not known; known are cm, mm"},
         BadHeader{"UnknownAngle", Replaced(kHeader, "thetaCE", "thetaCE[grad]"),
                   "the unit \"grad\" of column thetaCE is not known; known are °, deg, rad"},
-        BadHeader{"UnknownWeight", Replaced(kHeader, "bodyWeight", "bodyWeight[lb]"),
-                  "the unit \"lb\" of column bodyWeight is not known; known are kg"},
+        BadHeader{"UnknownLengthInRoundBrackets", Replaced(kHeader, "lizm", "LIZM (px)"),
+                  "the unit \"px\" of column lizm is not known; known are cm, mm"},
+        BadHeader{"ResultWithAnInvisibleMark", "\u200BrWb," + kHeader,
+                  "there is a column rWb already, which the program adds; remove or rename it"},
         BadHeader{"ResultAlreadyThere", kHeader + ",pmax",
                   "there is a column pmax already, which the program adds; remove or rename it"},
         BadHeader{"StatusAlreadyThere", "status," + kHeader,
@@ -157,10 +285,11 @@ TEST(Delimiter, IsTakenAsGiven) {
 }
 
 TEST(Header, IsWhatNamesTwoMeasuresUnderSomeDelimiter) {
-  for (const char* row : {kHeader.c_str(), "lizm;name;\"xizm [mm]\"", "thetaCE\tbodyWeight"}) {
+  for (const char* row : {kHeader.c_str(), "lizm;name;\"xizm [mm]\"", "thetaCE\tbodyWeight",
+                          "Lizm,Xizm", "lizm xizm zizm Cizm Hizm"}) {
     EXPECT_TRUE(Cohort::LooksLikeHeader(row)) << row;
   }
-  for (const char* row : {"", "lizm", "lizm xizm", "TELMARION", "Lizm,Xizm", "10.4,0.5,6"}) {
+  for (const char* row : {"", "lizm", "lizm xizm", "TELMARION", "10.4,0.5,6"}) {
     EXPECT_FALSE(Cohort::LooksLikeHeader(row)) << row;
   }
 }

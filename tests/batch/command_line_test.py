@@ -24,7 +24,7 @@ class CommandLine(Case):
 
     def test_wrong_usage(self):
         for arguments in [["--bogus"], ["--threads", "0"], ["--threads", "many"], ["--threads"],
-                          ["--threads", "1000000"], ["--delimiter", "x"], ["--delimiter", ""],
+                          ["--threads", "-1"], ["--threads", ""], ["--delimiter", "x"], ["--delimiter", ""],
                           ["--output"]]:
             done = run(*arguments)
             self.assertEqual(done.returncode, 2, arguments)

@@ -41,6 +41,14 @@ TEST(Table, AlignsRoundsAndLeavesTheMeasuresOut) {
             "D                               error: lizm is not a number\n<end>");
 }
 
+TEST(Table, LeavesTheMeasuresOutHoweverTheyAreWritten) {
+  EXPECT_EQ(Table("name,LIZM (mm),\u200BheadRadius[cm],bodyWeight[lb],lizm_u,rWb,status\n"
+                  "Ann,104,2.5,154,1,2.8719,ok\n"),
+            "name  bodyWeight[lb]  lizm_u   rWb  status\n"
+            "----  --------------  ------  ----  ------\n"
+            "Ann              154       1  2.87  ok\n<end>");
+}
+
 TEST(Table, CountsCharactersAndKeepsACellOnItsLine) {
   EXPECT_EQ(Table("name;rWb\nMüller;1\n\"a\nb\";20\n", ';'),
             "name      rWb\n------  -----\nMüller   1.00\na b     20.00\n<end>");

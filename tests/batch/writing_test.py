@@ -25,6 +25,18 @@ class Writing(Case):
         self.check(run(table, "-o", table), 0)
         self.check_known(rows(table.read_bytes())[0])
 
+    def test_output_keeps_owner_and_permissions_of_the_file_before(self):
+        # Root alone can give a file away.
+        owner = (12345, 23456) if os.geteuid() == 0 else (os.geteuid(), os.getgroups()[-1])
+        target = self.file("out.csv", "as it was")
+        os.chown(target, *owner)
+        target.chmod(0o640)
+        self.check(run("-o", target, text=f"{HEADER}\n{HIP}\n"), 0)
+        self.check_known(rows(target.read_bytes())[0])
+        status = target.stat()
+        self.assertEqual((status.st_uid, status.st_gid), owner)
+        self.assertEqual(stat.S_IMODE(status.st_mode), 0o640)
+
     def test_output_appears_whole_or_not_at_all(self):
         target = self.file("out.csv", "as it was")
         table = f"{HEADER}\n{HIP}\n" + '5\'10",\n'

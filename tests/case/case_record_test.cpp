@@ -218,6 +218,7 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedCase{"LeverLongerThanTheFemur", &Geometry::lizm, 104.0, HipOutcome::OutOfRange},
         RefusedCase{"NoLever", &Geometry::lizm, 0.0, HipOutcome::OutOfRange},
         RefusedCase{"ForceOutsideTheSocket", &Geometry::thetaCE, -0.35, HipOutcome::NoPole},
+        RefusedCase{"StressBelowZero", &Geometry::thetaCE, -3.5, HipOutcome::NoPole},
         RefusedCase{"RadiusZero", &Geometry::headRadius, 0.0, HipOutcome::DivisionByZero}),
     RowName());
 

@@ -57,6 +57,18 @@ INSTANTIATE_TEST_SUITE_P(
         Typed{"InnerBlank", "1 000", kRefused}, Typed{"BlankBehindSign", "- 5", kRefused}),
     RowName());
 
+TEST(IsTooLarge, TellsALargeNumberFromWhatIsNone) {
+  for (const char* text :
+       {"1e400", "-1e400", "+1,5E999", "1.001e300", " 1e99999999999999999999 "}) {
+    EXPECT_TRUE(Vse::IsTooLarge(text)) << text;
+  }
+  EXPECT_TRUE(Vse::IsTooLarge(kLongDigits));
+  for (const char* text :
+       {"", "1e300", "-1e300", "0e999", "1e-999", "1e", "inf", "1e400x", "1.2.3e400", "--1e400"}) {
+    EXPECT_FALSE(Vse::IsTooLarge(text)) << text;
+  }
+}
+
 TEST(TruncateToDecimals, RoundsTowardsMinusInfinity) {
   EXPECT_EQ(Vse::TruncateToDecimals(2.8719, 2), 2.87);
   EXPECT_EQ(Vse::TruncateToDecimals(2.8719, 3), 2.871);

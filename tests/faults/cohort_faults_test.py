@@ -40,7 +40,7 @@ class CohortFaults(unittest.TestCase):
     def run_program(self, arguments, stdout=subprocess.PIPE, orders=None):
         # A sanitizer's library then need not be the first; the fault library has no use for it.
         options = os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0"
-        environment = {**os.environ, "LC_ALL": "C.UTF-8", "ASAN_OPTIONS": options, **(orders or {})}
+        environment = {**os.environ, "LC_ALL": "en_US.UTF-8", "ASAN_OPTIONS": options, **(orders or {})}
         return subprocess.run([PROGRAM, "--threads", "2", *map(str, arguments)], stdout=stdout,
                               stderr=subprocess.PIPE, stdin=subprocess.DEVNULL, env=environment,
                               timeout=60, check=False)
@@ -130,7 +130,7 @@ class CohortFaults(unittest.TestCase):
         """A case file that cannot be read any more is a row that says so."""
         if done.returncode == 1:
             self.assertIn(b"1 row had bad input: ", done.stderr)
-            self.assertIn(b"\na.txt,,,,,,,,,,,,,,,", done.stdout)
+            self.assertIn(f"\n{self.cases}/a.txt,,,,,,,,,,,,,,,".encode(), done.stdout)
             return True
         if done.returncode == 0:
             self.assertEqual(done.stdout, self.whole)
@@ -145,6 +145,15 @@ class CohortFaults(unittest.TestCase):
                 continue  # nothing is written here
             refused = self.walk(fault, self.read_cases, self.check_whole_or_remarked)
             self.assertEqual(refused > 0, fault[0] != "part")
+
+    def test_a_folder_that_cannot_be_listed_is_told(self):
+        for number in range(1, MOST_CALLS):
+            done, call = self.read_cases(("once", errno.EACCES), number)
+            self.assertIsNotNone(call, "the folder is never opened")
+            if call == "openat":
+                break
+        self.assertEqual((done.returncode, done.stderr.decode()), (
+            2, f"telmarion-batch: {self.cases}: the folder cannot be read: Permission denied\n"))
 
     def test_help_and_version_that_are_lost(self):
         for argument in ["--help", "--version"]:

@@ -96,7 +96,7 @@ Verdict VerdictBehind(Kind kind, Sort sort) {
 
 Verdict JudgeNumbered(State& state, const char* call, Sort sort) {
   const int number = ++state.count;
-  if (number < state.number) return Verdict::Pass;
+  if (state.number == 0 || number < state.number) return Verdict::Pass;
   if (number > state.number) return VerdictBehind(state.fault.kind, sort);
   state.struck = call;
   Report(state.struck);
@@ -111,13 +111,16 @@ Verdict Judge(const char* call, Sort sort, const Path& path) {
   if (!state.armed) return Verdict::Pass;
   const int before = errno;  // a call that goes well leaves it alone
   Verdict verdict = Verdict::Pass;
+  int error = state.fault.error;
   {
     const std::lock_guard lock(state.guard);
-    if (IsNumbered(state.fault.kind, sort) && IsBelow(path(), state.folder)) {
-      verdict = JudgeNumbered(state, call, sort);
+    const bool impossible = state.fault.impossible == call;
+    if ((impossible || IsNumbered(state.fault.kind, sort)) && IsBelow(path(), state.folder)) {
+      verdict = impossible ? Verdict::Fail : JudgeNumbered(state, call, sort);
     }
+    if (impossible) error = EOPNOTSUPP;
   }
-  errno = verdict == Verdict::Fail ? state.fault.error : before;
+  errno = verdict == Verdict::Fail ? error : before;
   return verdict;
 }
 
@@ -136,8 +139,9 @@ ssize_t Transfer(const char* call, Sort sort, int file, std::size_t size, const 
 }
 
 int Open(const char* call, int folder, const char* path, int flags, mode_t mode) {
+  const bool nameless = (flags & O_TMPFILE) == O_TMPFILE;
   return Call(
-      call, Sort::Other, [=] { return PathOf(folder, path); },
+      nameless ? "O_TMPFILE" : call, Sort::Other, [=] { return PathOf(folder, path); },
       [=] { return syscall(SYS_openat, folder, path, flags, mode); });
 }
 
@@ -186,7 +190,8 @@ Kind KindOf(std::string_view name) {
   const std::string folder = order("TELMARION_FAULT_FOLDER");
   if (folder.empty()) return;
   Arm(folder,
-      {KindOf(order("TELMARION_FAULT_KIND")), std::atoi(order("TELMARION_FAULT_ERROR").c_str())},
+      {KindOf(order("TELMARION_FAULT_KIND")), std::atoi(order("TELMARION_FAULT_ERROR").c_str()),
+       order("TELMARION_FAULT_IMPOSSIBLE")},
       std::atoi(order("TELMARION_FAULT_NUMBER").c_str()));
 }
 
@@ -288,6 +293,10 @@ int ftruncate64(int file, off64_t size) noexcept {
 
 int fchmod(int file, mode_t mode) noexcept {
   return Faults::OnFile("fchmod", file, [=] { return syscall(SYS_fchmod, file, mode); });
+}
+
+int fchown(int file, uid_t owner, gid_t group) noexcept {
+  return Faults::OnFile("fchown", file, [=] { return syscall(SYS_fchown, file, owner, group); });
 }
 
 off64_t lseek64(int file, off64_t place, int from) noexcept {

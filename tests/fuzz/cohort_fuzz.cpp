@@ -25,6 +25,7 @@
 namespace {
 
 struct Outcome {
+  std::string separatorLine;
   std::string header;
   std::string lineEnd;
   Cohort::Columns columns;
@@ -33,8 +34,8 @@ struct Outcome {
 };
 
 bool SameOutcome(const Outcome& a, const Outcome& b) {
-  return a.header == b.header && a.lineEnd == b.lineEnd && a.text == b.text &&
-         a.trouble == b.trouble;
+  return a.separatorLine == b.separatorLine && a.header == b.header && a.lineEnd == b.lineEnd &&
+         a.text == b.text && a.trouble == b.trouble;
 }
 
 void ComputeRows(Cohort::ChunkReader& reader, Outcome& outcome) {
@@ -62,8 +63,10 @@ Outcome Compute(std::string_view text, std::size_t piece) {
   Outcome outcome;
   try {
     outcome.header = reader.ReadHeader().value_or("");
+    outcome.separatorLine = reader.SeparatorLine();
     outcome.lineEnd = reader.LineEnd();
-    outcome.columns = Cohort::ReadColumns(outcome.header, std::nullopt);
+    outcome.columns =
+        Cohort::ReadColumns(outcome.header, Cohort::ReadSeparatorLine(outcome.separatorLine));
     ComputeRows(reader, outcome);
   } catch (const Cohort::CohortError& error) {
     outcome.trouble = error.what();
@@ -85,6 +88,18 @@ std::vector<std::vector<std::string>> FieldsOf(std::string_view text, const Outc
   return rows;
 }
 
+// Whether every CR and LF outside quotes ends a row: to any reader the rows are the same.
+bool HasWholeRows(std::string_view text, std::string_view lineEnd) {
+  bool quoted = false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '"') quoted = !quoted;
+    if (quoted || (text[i] != '\r' && text[i] != '\n')) continue;
+    if (!text.substr(i).starts_with(lineEnd)) return false;
+    i += lineEnd.size() - 1;
+  }
+  return !quoted;
+}
+
 bool IsNumberOrEmpty(const std::string& text) {
   double value = 0.0;
   const char* end = text.data() + text.size();
@@ -92,14 +107,24 @@ bool IsNumberOrEmpty(const std::string& text) {
   return text.empty() || (read.ec == std::errc() && read.ptr == end && std::isfinite(value));
 }
 
+// A field that held a line end without quotes is quoted with the blanks around it.
+bool IsSameField(std::string_view in, std::string_view out) {
+  if (in.find_first_of("\r\n") == std::string_view::npos) return in == out;
+  const std::size_t first = out.find_first_not_of(" \t");
+  if (in == out || first == std::string_view::npos) return in == out;
+  return in == out.substr(first, out.find_last_not_of(" \t") - first + 1);
+}
+
 void CheckRow(const std::vector<std::string>& in, const std::vector<std::string>& out,
               std::size_t columns) {
   const std::size_t results = Cohort::kResultNames.size();
   Require(out.size() == std::max(in.size(), columns) + results, "results are added, nothing else");
   const auto kept = static_cast<std::ptrdiff_t>(std::min(in.size(), columns));
-  Require(std::equal(in.begin(), in.begin() + kept, out.begin()), "fields keep their text");
+  Require(std::equal(in.begin(), in.begin() + kept, out.begin(), IsSameField),
+          "fields keep their text");
   const auto surplus = static_cast<std::ptrdiff_t>(in.size()) - kept;
-  Require(std::equal(in.end() - surplus, in.end(), out.end() - surplus), "so do surplus fields");
+  Require(std::equal(in.end() - surplus, in.end(), out.end() - surplus, IsSameField),
+          "so do surplus fields");
   const std::string* result = &out[columns];
   Require(std::all_of(result, result + results - 1, IsNumberOrEmpty), "results are numbers");
   const std::string& status = result[results - 1];
@@ -108,9 +133,14 @@ void CheckRow(const std::vector<std::string>& in, const std::vector<std::string>
 }
 
 void CheckRows(std::string_view input, const Outcome& outcome) {
-  const std::size_t header = outcome.header.size() + outcome.lineEnd.size();
+  const std::size_t separator =
+      outcome.separatorLine.empty() ? 0 : outcome.separatorLine.size() + 1;
+  const std::size_t header =
+      input.find(outcome.header, separator) + outcome.header.size() + outcome.lineEnd.size();
+  while (input.ends_with('\x1A')) input.remove_suffix(1);
   const auto in = FieldsOf(input.substr(std::min(header, input.size())), outcome);
   const auto out = FieldsOf(outcome.text, outcome);
+  Require(HasWholeRows(outcome.text, outcome.lineEnd), "rows are whole for every reader");
   Require(in.size() == out.size(), "every row is put out");
   for (std::size_t i = 0; i < in.size(); ++i) CheckRow(in[i], out[i], outcome.columns.names.size());
 }

@@ -323,6 +323,9 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"ForceAtTheEdge", ForceAtTheEdge(), StressOutcome::NoPole},
         Refusal{"ForceOutsideTheEdge", Inputs(-20.0, 9.0), StressOutcome::NoPole},
         Refusal{"FarOutside", Inputs(-180.0, 9.0), StressOutcome::NoPole},
+        Refusal{"StressBelowZero", Inputs(-200.0, 9.0), StressOutcome::NoPole},
+        Refusal{"StressBelowZeroSteep", Inputs(240.0, 169.0), StressOutcome::NoPole},
+        Refusal{"StressBelowZeroATurnBelow", Inputs(-560.0, 9.0), StressOutcome::NoPole},
         Refusal{"SteepHalfTurn", Inputs(172.0, 9.0), StressOutcome::NoPole},
         Refusal{"SteepWholeTurn", Inputs(350.0, 9.0), StressOutcome::NoPole},
         Refusal{"StartBelowThePole", Inputs(110.0, 9.0), StressOutcome::NoPole},
@@ -340,6 +343,50 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"WeightZero", WithWeight(0.0), StressOutcome::DivisionByZero},
         Refusal{"NoPoleComesFirst", WithRadius(0.0, -20.0), StressOutcome::NoPole}),
     RowName());
+
+// The pole that the equation has for an edge far out, closed in by bisection, and the cosine law
+// from the edge on: if the whole of the head would be pulled, there is no answer.
+TEST(ContactStress, IsRefusedWhereTheLoadedPartWouldBePulled) {
+  int pulled = 0;
+  for (double edge = -270.0; edge <= -195.0; edge += 5.0) {
+    const double ce = edge * kDegree;
+    const double lean = 9.0 * kDegree;
+    const auto residual = [&](double pole) {
+      const double a = ce - pole;
+      return lean + pole -
+             std::atan(std::cos(a) * std::cos(a) /
+                       (a + 0.5 * std::numbers::pi + 0.5 * std::sin(2.0 * a)));
+    };
+    double low = -0.5 * std::numbers::pi - lean;
+    double high = 0.5 * std::numbers::pi - lean;
+    ASSERT_LT(residual(low), 0.0);
+    ASSERT_GT(residual(high), 0.0);
+    for (int i = 0; i < 100; ++i) {
+      const double middle = 0.5 * (low + high);
+      (residual(middle) < 0.0 ? low : high) = middle;
+    }
+    pulled += std::cos(low - ce) < 0.0 ? 1 : 0;
+    const ContactStress stress = Tlakm::ComputeContactStress(Inputs(edge, 9.0));
+    EXPECT_EQ(stress.outcome, StressOutcome::NoPole) << edge;
+    EXPECT_EQ(stress.pmax, 0.0);
+    EXPECT_EQ(stress.thetaPol, 0.0);
+  }
+  EXPECT_EQ(pulled, 16);
+}
+
+TEST(ContactStress, IsNeverBelowZero) {
+  int computed = 0;
+  for (double inclination = 0.0; inclination <= 180.0; inclination += 15.0) {
+    for (double edge = -720.0; edge <= 720.0; edge += 3.0) {
+      const ContactStress stress = Tlakm::ComputeContactStress(Inputs(edge, inclination));
+      if (stress.outcome != StressOutcome::Ok) continue;
+      ++computed;
+      EXPECT_GE(stress.pmax, 0.0) << edge << ", " << inclination;
+      EXPECT_GE(stress.pmaxWb, 0.0) << edge << ", " << inclination;
+    }
+  }
+  EXPECT_GT(computed, 500);
+}
 
 // A little below minus half a turn the rounding of π leaves the residual a jump without a root. The
 // search takes it for one and Newton's method runs in circles about it.

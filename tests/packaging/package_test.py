@@ -92,7 +92,7 @@ class Package(unittest.TestCase):
         changelog = SOURCE / "packaging" / "debian" / "changelog"
         latest = run("dpkg-parsechangelog", "--file", changelog, "--show-field", "Version").strip()
         self.assertEqual(latest, self.field("Version"))
-        news = re.findall(r"^## (\S+)", (SOURCE / "CHANGELOG.md").read_text(), re.MULTILINE)
+        news = re.findall(r"^## (\d\S*)", (SOURCE / "CHANGELOG.md").read_text(), re.MULTILINE)
         self.assertEqual(news[0], VERSION)
         releases = re.findall(r'<release version="([^"]+)"', self.installed("*.metainfo.xml").read_text())
         self.assertEqual(releases[0], VERSION)

@@ -259,6 +259,8 @@ def special_edges():
 def refused():
     yield named("EdgeMinus20", thetaCE=radians(-20))
     yield named("EdgeMinus100", thetaCE=radians(-100))
+    for degrees in [-270, -230, -200]:  # beyond half a turn the formulas give a stress below zero
+        yield named("Edge" + number_word(degrees), thetaCE=radians(degrees))
     yield named("NoLever", lizm=0)
     yield named("LeverLongerThanFemur", lizm=104)
     yield named("NoWeight", bodyWeight=0)

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <filesystem>
 
 #include "tests/faults/fault_walk.h"
 
@@ -14,6 +15,7 @@ namespace {
 class WholeFileTest : public testing::Test {
  protected:
   QString Path() const { return folder_.filePath(QStringLiteral("file")); }
+  std::string Bytewise() const { return Path().toStdString(); }
   void Put(const QByteArray& bytes) const {
     QFile file(Path());
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -24,8 +26,14 @@ class WholeFileTest : public testing::Test {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
   }
   QStringList Files() const {
-    return QDir(folder_.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    return QDir(folder_.path())
+        .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
   }
+  void AllowNamedFilesOnly() const {
+    const std::string place = QFileInfo(folder_.path()).canonicalFilePath().toStdString();
+    Faults::Arm(place, {.impossible = "O_TMPFILE"}, 0);
+  }
+  void TearDown() override { Faults::Disarm(); }
 
   QTemporaryDir folder_;
 };
@@ -40,13 +48,88 @@ TEST_F(WholeFileTest, MakesAndReplaces) {
 
 TEST_F(WholeFileTest, AFailureNamesTheReason) {
   EXPECT_EQ(WriteWholeFile(folder_.filePath("none/file"), "new"), "No such file or directory");
+  EXPECT_EQ(WriteWholeFile(folder_.path(), "new"), "Is a directory");
+  EXPECT_EQ(WriteWholeFile(QString("/dev/null"), "new"), "not a file");
+  QFile::link("loop", folder_.filePath("loop"));
+  EXPECT_EQ(WriteWholeFile(folder_.filePath("loop"), "new"), "Too many levels of symbolic links");
 }
 
-// Few bytes wait in memory for the end, many are written at once.
+TEST_F(WholeFileTest, ALinkStaysAndWhatItLeadsToIsReplaced) {
+  ASSERT_TRUE(QDir(folder_.path()).mkdir("away"));
+  QFile::link("away/file", folder_.filePath("second"));
+  QFile::link("second", folder_.filePath("first"));
+  for (const char* bytes : {"made", "replaced"}) {
+    EXPECT_EQ(WriteWholeFile(folder_.filePath("first"), bytes), QString());
+    QFile file(folder_.filePath("away/file"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), bytes);
+    EXPECT_TRUE(QFileInfo(folder_.filePath("first")).isSymLink());
+    EXPECT_TRUE(QFileInfo(folder_.filePath("second")).isSymLink());
+  }
+}
+
+TEST_F(WholeFileTest, ANameMayBeOfAnyBytesAndAsLongAsThereCanBe) {
+  for (const std::string& name : {std::string("M\xFCller"), std::string(255, 'n')}) {
+    for (const bool onlyNamed : {false, true}) {
+      const std::filesystem::path path = folder_.path().toStdString() + '/' + name;
+      if (onlyNamed) AllowNamedFilesOnly();
+      WholeFile file;
+      EXPECT_EQ(file.Open(path), "");
+      EXPECT_EQ(file.Write("new"), "");
+      EXPECT_EQ(file.Commit(), "");
+      Faults::Disarm();
+      EXPECT_TRUE(std::filesystem::remove(path)) << name;
+      EXPECT_TRUE(std::filesystem::is_empty(path.parent_path()));
+    }
+  }
+}
+
+TEST_F(WholeFileTest, WithoutACommitNothingHasHappened) {
+  Put("old");
+  for (const bool onlyNamed : {false, true}) {
+    if (onlyNamed) AllowNamedFilesOnly();
+    {
+      WholeFile file;
+      EXPECT_EQ(file.Open(Bytewise()), "");
+      EXPECT_EQ(file.Write("new"), "");
+      EXPECT_EQ(Bytes(), "old");
+      EXPECT_EQ(Files().size(), onlyNamed ? 2 : 1);
+      EXPECT_EQ(file.TemporaryPath().empty(), !onlyNamed);
+    }
+    EXPECT_EQ(Bytes(), "old");
+    EXPECT_EQ(Files(), QStringList{"file"});
+  }
+}
+
+TEST_F(WholeFileTest, LeavesFilesThatKilledProgramsLeftAlone) {
+  AllowNamedFilesOnly();
+  WholeFile one;
+  WholeFile other;
+  EXPECT_EQ(one.Open(Bytewise()), "");
+  EXPECT_EQ(other.Open(Bytewise()), "");
+  EXPECT_NE(one.TemporaryPath(), other.TemporaryPath());
+  EXPECT_EQ(one.Write("one"), "");
+  EXPECT_EQ(other.Write("other"), "");
+  EXPECT_EQ(one.Commit(), "");
+  EXPECT_EQ(Bytes(), "one");
+  EXPECT_EQ(other.Commit(), "");
+  EXPECT_EQ(Bytes(), "other");
+}
+
+// With and without files that have no name.
+std::vector<Faults::Fault> EveryFault() {
+  std::vector<Faults::Fault> faults = Faults::WhileWriting();
+  for (Faults::Fault fault : Faults::WhileWriting()) {
+    fault.impossible = "O_TMPFILE";
+    faults.push_back(fault);
+  }
+  return faults;
+}
+
 TEST_F(WholeFileTest, IsOldOrNewWhateverFails) {
   for (const qsizetype size : {5000, 50000}) {
     const QByteArray fresh(size, 'n');
-    for (const Faults::Fault& fault : Faults::WhileWriting()) {
+    for (const Faults::Fault& fault : EveryFault()) {
       QString reason;
       const int calls = Faults::Walk(
           folder_.path(), fault, [&] { Put("old"); },
@@ -68,17 +151,6 @@ TEST_F(WholeFileTest, ADiskThatFillsUpIsGivenAsTheReason) {
     EXPECT_EQ(WriteWholeFile(Path(), QByteArray(size, 'n')), "No space left on device");
     EXPECT_EQ(Faults::Disarm(), "write");
   }
-}
-
-TEST_F(WholeFileTest, PiecesThatFindNoRoomAtTheEndAreNoticed) {
-  Put("old");
-  QSaveFile file(Path());
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  ASSERT_EQ(file.write(QByteArray(5000, 'n')), 5000);  // they wait in memory
-  Faults::Arm(folder_.path().toStdString(), {Faults::Kind::Full, ENOSPC}, 1);
-  EXPECT_EQ(CommitWholeFile(file), "No space left on device");
-  Faults::Disarm();
-  EXPECT_EQ(Bytes(), "old");
 }
 
 }  // namespace

@@ -1,0 +1,130 @@
+// Names reduced to their letters and compared.
+#include "batch/near_title.h"
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "batch/column_title.h"
+
+namespace Cohort {
+
+namespace {
+
+// Units that people write, known to the program or not.
+constexpr std::array<std::string_view, 16> kUnitWords = {
+    "°",   "deg", "degree", "degrees", "rad", "kg", "kgs",  "lb",
+    "lbs", "g",   "m",      "cm",      "mm",  "in", "inch", "inches"};
+
+struct OtherName {
+  std::string_view letters;
+  std::string_view input;
+};
+
+constexpr std::array<OtherName, 18> kOtherNames = {{{"weight", "bodyWeight"},
+                                                    {"mass", "bodyWeight"},
+                                                    {"bodymass", "bodyWeight"},
+                                                    {"bodywt", "bodyWeight"},
+                                                    {"patientweight", "bodyWeight"},
+                                                    {"weightofbody", "bodyWeight"},
+                                                    {"bw", "bodyWeight"},
+                                                    {"wb", "bodyWeight"},
+                                                    {"wt", "bodyWeight"},
+                                                    {"ce", "thetaCE"},
+                                                    {"cea", "thetaCE"},
+                                                    {"lcea", "thetaCE"},
+                                                    {"ceangle", "thetaCE"},
+                                                    {"centreedgeangle", "thetaCE"},
+                                                    {"centeredgeangle", "thetaCE"},
+                                                    {"radius", "headRadius"},
+                                                    {"radiusofhead", "headRadius"},
+                                                    {"femoralheadradius", "headRadius"}}};
+
+bool IsLetter(char c) {
+  return ('a' <= c && c <= 'z') || ('0' <= c && c <= '9') || (static_cast<unsigned char>(c) & 0x80);
+}
+
+// "body_weight (kg)" is "body", "weight", "kg".
+std::vector<std::string> WordsOf(std::string_view plain) {
+  std::vector<std::string> words(1);
+  for (const char c : plain) {
+    if (IsLetter(c)) {
+      words.back() += c;
+    } else if (!words.back().empty()) {
+      words.emplace_back();
+    }
+  }
+  if (words.back().empty()) words.pop_back();
+  return words;
+}
+
+bool IsUnit(std::string_view word) {
+  return std::find(kUnitWords.begin(), kUnitWords.end(), word) != kUnitWords.end();
+}
+
+std::string LettersOf(const Title& title) {
+  std::vector<std::string> words = WordsOf(title.name);
+  // "[bodyWeight]": brackets that hold the name.
+  if (words.empty() && title.unit) words = WordsOf(*title.unit);
+  if (words.size() > 1 && IsUnit(words.back())) words.pop_back();
+  return std::accumulate(words.begin(), words.end(), std::string());
+}
+
+// How many letters must be put in, left out or exchanged to make one of the other, an input's name.
+std::size_t Distance(std::string_view letters, std::string_view name) {
+  std::array<std::size_t, 16> row{};
+  std::iota(row.begin(), row.end(), std::size_t{0});
+  for (std::size_t i = 0; i < letters.size(); ++i) {
+    std::size_t diagonal = std::exchange(row[0], i + 1);
+    for (std::size_t k = 0; k < name.size(); ++k) {
+      const std::size_t exchanged = diagonal + (letters[i] == name[k] ? 0 : 1);
+      diagonal = row[k + 1];
+      row[k + 1] = std::min({exchanged, row[k] + 1, diagonal + 1});
+    }
+  }
+  return row[name.size()];
+}
+
+// Shorter names lie too close to each other: "xizm" and "zizm" are one letter apart.
+std::size_t MostLettersOff(std::string_view name) {
+  if (name.size() >= 10) return 2;
+  return name.size() >= 5 ? 1 : 0;
+}
+
+bool HasSameLetters(std::string_view letters, std::string_view name) {
+  return letters.starts_with(name) &&
+         (letters.size() == name.size() || IsUnit(letters.substr(name.size())));
+}
+
+bool IsOtherName(std::string_view letters, std::string_view input) {
+  return std::any_of(kOtherNames.begin(), kOtherNames.end(), [&](const OtherName& other) {
+    return other.letters == letters && other.input == input;
+  });
+}
+
+// "bodyHeight" is one letter off, and a thing of its own.
+bool IsMisspelt(std::string_view letters, std::string_view name) {
+  if (letters.find("height") != std::string_view::npos) return false;
+  const std::size_t most = MostLettersOff(name);
+  // The distance of names whose lengths differ by more is greater.
+  return letters.size() <= name.size() + most && Distance(letters, name) <= most;
+}
+
+}  // namespace
+
+std::optional<NearTitle> FindNearTitle(std::string_view text) {
+  const std::string letters = LettersOf(ReadTitle(text));
+  for (std::size_t i = 0; i < kInputCount; ++i) {
+    const std::string name = ReadTitle(kInputNames[i]).name;
+    if (HasSameLetters(letters, name)) return NearTitle{i, true};
+    if (IsOtherName(letters, kInputNames[i]) || IsMisspelt(letters, name)) {
+      return NearTitle{i, false};
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace Cohort

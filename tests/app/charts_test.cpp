@@ -1,0 +1,56 @@
+// The diagram on screen from one case to the next.
+#include <gtest/gtest.h>
+
+#include "diagram/diagram_view.h"
+#include "tests/support/running_program.h"
+
+namespace {
+
+PictureBox& Diagram(RunningProgram& program) {
+  return program.InWindow<Vizual::DiagramView>("Picture1")->Box();
+}
+
+void ConfirmAgain(RunningProgram& program) {
+  program.window.Change();
+  program.PressOk();
+  ASSERT_FALSE(program.FormIsOpen());
+}
+
+// The drawing leaves a dotted pen behind.
+TEST(Charts, TheSecondDiagramIsDrawnWithTheSolidPenOfTheFirst) {
+  RunningProgram program;
+  program.ConfirmDefaultCase();
+  const QImage first = Diagram(program).Raster();
+  EXPECT_EQ(Diagram(program).Drawings().at(0).pen, (Pen{kBlack, 1, LineStyle::Solid}));
+  EXPECT_EQ(Diagram(program).DrawStyle(), LineStyle::Dotted);
+  ConfirmAgain(program);
+  EXPECT_EQ(Diagram(program).Drawings().at(0).pen, (Pen{kBlack, 1, LineStyle::Solid}));
+  EXPECT_EQ(Diagram(program).Drawings().at(1).pen, (Pen{kRed, 1, LineStyle::Solid}));
+  EXPECT_EQ(Diagram(program).Raster(), first);
+}
+
+TEST(Charts, EveryDiagramHasTheBackgroundOfTheFirst) {
+  RunningProgram program;
+  program.ConfirmDefaultCase();
+  const QImage first = Diagram(program).Raster();
+  QImage other(60, 40, QImage::Format_RGB32);
+  other.fill(Qt::red);
+  Diagram(program).SetPicture(Picture::FromImage(other));
+  ASSERT_NE(Diagram(program).Raster(), first);
+  ConfirmAgain(program);
+  EXPECT_EQ(Diagram(program).Raster(), first);
+}
+
+TEST(Charts, ARefusedCaseLeavesTheBackgroundAlone) {
+  RunningProgram program;
+  const QImage empty = Diagram(program).Raster();
+  program.ConfirmDefaultCase();
+  ASSERT_NE(Diagram(program).Raster(), empty);
+  program.window.Change();
+  program.Type("Text9", "-20");
+  program.PressOk();
+  EXPECT_EQ(program.messages.Take().size(), 1);
+  EXPECT_EQ(Diagram(program).Raster(), empty);
+}
+
+}  // namespace
