@@ -7,7 +7,7 @@
 
 void CaseSession::NoteSaved(const QString& path) {
   saveOK_ = true;
-  origin_ = {path, record_};
+  origin_ = {path, record_.data};
 }
 
 void CaseSession::NoteRead(const QString& path, std::optional<CaseData> read) {
@@ -26,16 +26,17 @@ void CaseSession::NoteChange() {
   formIsRead_ = false;
 }
 
-void CaseSession::NoteRecovered(const QString& path) {
+void CaseSession::Recover(CaseData data, const QString& path) {
   originInForm_ = {path, std::nullopt};
   formIsRead_ = false;
-  NoteConfirmed();
+  Confirm(std::move(data));
 }
 
-void CaseSession::NoteConfirmed() {
+void CaseSession::Confirm(CaseData data) {
+  record_.data = std::move(data);
   hasCase_ = true;
   origin_ = originInForm_;
-  if (origin_.data && Vse::IsSameCase(*origin_.data, record_)) {
+  if (origin_.data && Vse::IsSameCase(*origin_.data, record_.data)) {
     isAsRead_ = isAsRead_ || formIsRead_;
     return;
   }

@@ -8,7 +8,6 @@
 
 class CaseSession {
  public:
-  CaseRecord& Record() { return record_; }
   const CaseRecord& Record() const { return record_; }
 
   // False until the first confirmation whose checks have passed: there is nothing to save or print.
@@ -39,12 +38,15 @@ class CaseSession {
   // Change has opened the form for the present case: a confirmation keeps the file in use.
   void NoteChange();
 
-  // The record holds the unsaved case of an earlier session, which came from `path`, or from
-  // nowhere when that is empty.
-  void NoteRecovered(const QString& path);
+  // Takes up the unsaved case of an earlier session, which came from `path`, or from nowhere when
+  // that is empty.
+  void Recover(CaseData data, const QString& path);
 
-  // The record holds a confirmed case. Unless it is the one last read or saved, it needs saving.
-  void NoteConfirmed();
+  // Takes a confirmed case as a whole. Unless it is the one last read or saved, it needs saving.
+  void Confirm(CaseData data);
+
+  // Runs the model on the record.
+  Sila::HipOutcome Compute() { return Vse::RunModel(record_); }
 
  private:
   CaseRecord record_;

@@ -9,8 +9,9 @@
 #include "app/file_name.h"
 #include "case/case_conversion.h"
 #include "case/case_file.h"
+#include "case/case_texts.h"
 #include "case/date_text.h"
-#include "diagram/diagram_words.h"
+#include "case/entry_check.h"
 #include "report/report.h"
 
 namespace {
@@ -42,14 +43,10 @@ MDIForm1::MDIForm1(const AppDoors& doors) : doors_(doors), recovery_(doors.recov
   ShowStatus();
 }
 
-CaseRun MDIForm1::Run() {
-  return {session_.Record(), *this, doors_.messages, doors_.locale};
-}
-
 // The form keeps its entries until New loads it afresh.
 void MDIForm1::LoadForm() {
   form_ = std::make_unique<Form1>(doors_.messages, doors_.locale, this);
-  connect(form_.get(), &Form1::OkPressed, this, &MDIForm1::ConfirmForm);
+  connect(form_.get(), &Form1::OkPressed, this, &MDIForm1::ConfirmCase);
   connect(form_.get(), &QDialog::rejected, this, &MDIForm1::CancelForm);
   patient_->EnableBoxes();
 }
@@ -59,12 +56,6 @@ void MDIForm1::ShowForm() {
   form_->setWindowModality(Qt::ApplicationModal);  // the 3D view waits as well
   form_->show();
   form_->activateWindow();
-  ShowStatus();
-}
-
-void MDIForm1::ConfirmForm() {
-  if (!form_->isVisible()) return;  // a second press that came before the form was gone
-  ConfirmCase(*form_, Run());
   ShowStatus();
 }
 
@@ -110,7 +101,7 @@ void MDIForm1::Open() {
     entries.firstName = form_->Entries().firstName;
   }
   form_->SetEntries(entries);
-  session_.NoteRead(path, Vse::DataOf(form_->Entries(), false));
+  session_.NoteRead(path, Vse::CheckEntries(form_->Entries(), false, doors_.locale).data);
   ShowForm();
 }
 
@@ -120,10 +111,10 @@ void MDIForm1::Save() {
 
 // True when the stresses are the case's own, or the user goes on without.
 bool MDIForm1::AskAboutStresses() {
-  const CaseRecord::Stresses stresses = session_.Record().stresses;
-  if (stresses == CaseRecord::Stresses::Own) return true;
+  const Stresses stresses = session_.Record().stresses;
+  if (stresses == Stresses::Own) return true;
   const QStringView question =
-      stresses == CaseRecord::Stresses::OfCaseBefore ? kStressesOfCaseBefore : kNoStresses;
+      stresses == Stresses::OfCaseBefore ? kStressesOfCaseBefore : kNoStresses;
   return doors_.messages.WarnYesNo(this, question.toString(), QStringLiteral("Sorry")) ==
          Answer::Yes;
 }
@@ -161,7 +152,7 @@ void MDIForm1::Print() {
 void MDIForm1::Change() {
   if (!form_) LoadForm();
   if (session_.HasCase()) {
-    form_->SetEntries(Vse::EntriesOf(session_.Record(), doors_.locale, form_->Entries()));
+    form_->SetEntries(Vse::EntriesOf(session_.Record().data, doors_.locale, form_->Entries()));
   }
   session_.NoteChange();
   ShowForm();
@@ -169,9 +160,9 @@ void MDIForm1::Change() {
 
 void MDIForm1::LoadView3D() {
   if (view3d_) return;
-  view3d_ = std::make_unique<FormGula>(
-      HeadWindowNeeds{[this] { return HeadCaseOf(session_.Record(), shownResults_.thetaPol); },
-                      doors_.messages, doors_.files, doors_.locale});
+  view3d_ = std::make_unique<FormGula>(HeadWindowNeeds{
+      [this] { return HeadCaseOf(session_.Record(), shownResults_[Sila::Result::ThetaPol]); },
+      doors_.messages, doors_.files, doors_.locale});
   view3d_->setAttribute(Qt::WA_QuitOnClose, false);  // it goes with the main window
 }
 
@@ -227,61 +218,6 @@ void MDIForm1::closeEvent(QCloseEvent* event) {
 }
 
 QString MDIForm1::ProposedFileName() const {
-  return SafeFileName(session_.Record().patient.name) + QStringLiteral(".txt");
-}
-
-void MDIForm1::EnablePanels() {
-  patient_->setEnabled(true);
-  patient_->EnableBoxes();
-  results_->setEnabled(true);
-}
-
-void MDIForm1::MarkCaseToShow() {
-  for (QAction* command : std::as_const(caseCommands_)) command->setEnabled(true);
-}
-
-void MDIForm1::CaseConfirmed() {
-  session_.NoteConfirmed();
-  KeepWork();
-  ShowStatus();
-}
-
-void MDIForm1::ClearCharts() {
-  PictureBox& box = diagram_->Box();
-  box.SetPicture(background_);
-  box.Cls();
-  box.SetDrawStyle(LineStyle::Solid);
-  diagram_->Labels() = {};
-  SetCaptions({});
-  diagram_->setAccessibleDescription(QStringLiteral("Empty."));
-}
-
-void MDIForm1::SetPatientBox(QString PatientTexts::*box, const QString& text, bool enabled) {
-  patient_->SetBox(box, text, enabled);
-}
-
-void MDIForm1::SetResults(const ResultTexts& results) {
-  shownResults_ = results;
-  computed_ = session_.Record();
-  computed_.patient = {};
-  results_->SetResults(results);
-  LoadView3D();
-  view3d_->CaseComputed();
-  diagram_->setAccessibleDescription(Vizual::DiagramWords(session_.Record(), doors_.locale));
-}
-
-// What follows may wait for the user: what is kept must not take these stresses for the case's.
-void MDIForm1::RefuseResults() {
-  results_->EnableBoxes(false);
-  KeepWork();
-}
-
-Vizual::Target MDIForm1::Diagram() {
-  return diagram_->Screen();
-}
-
-void MDIForm1::SetCaptions(const QStringList& captions) {
-  captions_->setText(captions.join(u'\n'));
-  captions_->setAccessibleName(QStringLiteral("Captions of the diagram: ") +
-                               captions.join(QStringLiteral(", ")));
+  return SafeFileName(Vse::PatientTextsOf(session_.Record().data.patient).name) +
+         QStringLiteral(".txt");
 }

@@ -7,14 +7,13 @@
 #include <QMainWindow>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "app/case_session.h"
 #include "app/help_window.h"
 #include "app/panels.h"
 #include "app/recovery_file.h"
 #include "caseform/case_form.h"
-#include "caseform/case_run.h"
-#include "caseform/case_window.h"
 #include "diagram/diagram_view.h"
 #include "platform/file_dialog.h"
 #include "platform/message_door.h"
@@ -32,7 +31,7 @@ struct AppDoors {
   QString recoveryFolder = {};  // for the work that is not saved yet; empty: it is not kept
 };
 
-class MDIForm1 final : public QMainWindow, private CaseWindow {
+class MDIForm1 final : public QMainWindow {
   Q_OBJECT
  public:
   explicit MDIForm1(const AppDoors& doors);
@@ -82,8 +81,19 @@ class MDIForm1 final : public QMainWindow, private CaseWindow {
   // The case form.
   void LoadForm();
   void ShowForm();
-  void ConfirmForm();
   void CancelForm();
+
+  // From OK to the results. ComputeAll tells whether stresses were computed and shown; otherwise
+  // the reason has been shown, and the results panel keeps what it showed, grey.
+  void ConfirmCase();
+  void ShowFaults(const std::vector<Vse::Fault>& faults, bool assumeWeight);
+  void EnableCase();
+  void ShowCase();
+  void CopyPatientToPanel();
+  bool ComputeAll();
+  void ShowResults();
+  void ClearCharts();
+  void SetCaptions(const QStringList& captions);
 
   // Kept work.
   KeptWork WorkToKeep() const;
@@ -95,24 +105,11 @@ class MDIForm1 final : public QMainWindow, private CaseWindow {
   SaveOutcome SaveCase();
   bool AskAboutStresses();
   QString ProposedFileName() const;
-  CaseRun Run();
 
   // The status line.
   void BuildStatusLine();
   void ShowStatus();
   QString Notice() const;
-
-  // CaseWindow
-  QWidget* Widget() override { return this; }
-  void EnablePanels() override;
-  void MarkCaseToShow() override;
-  void CaseConfirmed() override;
-  void ClearCharts() override;
-  void SetPatientBox(QString PatientTexts::*box, const QString& text, bool enabled) override;
-  void SetResults(const ResultTexts& results) override;
-  void RefuseResults() override;
-  Vizual::Target Diagram() override;
-  void SetCaptions(const QStringList& captions) override;
 
   AppDoors doors_;
   CaseSession session_;

@@ -35,14 +35,13 @@ void MDIForm1::GoOnWith(const KeptWork& work) {
 
 // A refused case stands beside the results of the case before.
 void MDIForm1::GoOnWithCase(const KeptWork& work) {
-  CaseData& held = session_.Record();
+  EnableCase();
   if (work.computedBefore) {
-    held = *work.computedBefore;
-    ComputeAll(Run());
+    session_.Recover(*work.computedBefore, work.file);
+    ComputeAll();
   }
-  held = *work.data;
-  ShowCase(Run());
-  session_.NoteRecovered(work.file);
+  session_.Recover(*work.data, work.file);
+  ShowCase();
 }
 
 void MDIForm1::GoOnWithForm(const KeptWork& work) {
@@ -58,9 +57,9 @@ void MDIForm1::GoOnWithForm(const KeptWork& work) {
 KeptWork MDIForm1::WorkToKeep() const {
   KeptWork work;
   if (session_.NeedsSaving()) {
-    work.data = session_.Record();
+    work.data = session_.Record().data;
     work.file = session_.FileInUse();
-    const bool refused = session_.Record().stresses == CaseRecord::Stresses::OfCaseBefore;
+    const bool refused = session_.Record().stresses == Stresses::OfCaseBefore;
     if (refused) work.computedBefore = computed_;
   }
   if (form_ && form_->isVisible() && form_->Entries() != shownEntries_) {

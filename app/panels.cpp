@@ -3,6 +3,8 @@
 
 #include <QFontMetrics>
 #include <QGridLayout>
+#include <cctype>
+#include <string>
 
 #include "platform/length_units.h"
 
@@ -89,19 +91,18 @@ PatientPanel::PatientPanel(QWidget* parent)
   grid->setRowStretch(5, 1);
 }
 
-void PatientPanel::SetBox(QString PatientTexts::*box, const QString& text, bool enabled) {
-  if (box == &PatientTexts::comments) {
-    comments_->setPlainText(text);
-    comments_->setEnabled(enabled);
-    return;
-  }
-  QLineEdit* line = box == &PatientTexts::name          ? name_
-                    : box == &PatientTexts::sex         ? sex_
-                    : box == &PatientTexts::hip         ? hip_
-                    : box == &PatientTexts::dateOfBirth ? dateOfBirth_
-                                                        : bodyWeight_;
-  ShowFromStart(line, text);
-  line->setEnabled(enabled);
+void PatientPanel::Show(const Patient& patient) {
+  const PatientTexts texts = Vse::PatientTextsOf(patient);
+  ShowFromStart(name_, texts.name);
+  ShowFromStart(sex_, texts.sex);
+  ShowFromStart(hip_, texts.hip);
+  ShowFromStart(dateOfBirth_, texts.dateOfBirth);
+  ShowFromStart(bodyWeight_, texts.bodyWeight);
+  comments_->setPlainText(texts.comments);
+  name_->setEnabled(!patient.name.isEmpty());
+  dateOfBirth_->setEnabled(!patient.dateOfBirth.isEmpty());
+  bodyWeight_->setEnabled(!patient.bodyWeight.isEmpty());
+  comments_->setEnabled(!patient.comments.isEmpty());
 }
 
 void PatientPanel::EnableBoxes() {
@@ -112,38 +113,37 @@ void PatientPanel::EnableBoxes() {
   }
 }
 
-ResultsPanel::ResultsPanel(QWidget* parent)
-    : QGroupBox(QStringLiteral("Results"), parent),
-      rWb_(MakeNumberBox("txtRWb", "R/Wb")),
-      thetaR_(MakeNumberBox("txtThetaR", "Theta-R")),
-      thetaPol_(MakeNumberBox("txtThetaPol", "Theta-pol")),
-      pmaxWb_(MakeNumberBox("txtPmaxWb", "Pmax/Wb")),
-      pmax_(MakeNumberBox("txtPmax", "Pmax")) {
+// A box is named for the key of its result: "txtRWb" for "rWb".
+ResultsPanel::ResultsPanel(QWidget* parent) : QGroupBox(QStringLiteral("Results"), parent) {
   setObjectName(QStringLiteral("frameResults"));
   QGridLayout* grid = MakeGrid(this);
-  AddRow(grid, 0, "R/Wb", rWb_);
-  AddRow(grid, 1, "Theta-R", thetaR_, "°");
-  AddRow(grid, 2, "Theta-pol", thetaPol_, "°");
-  AddRow(grid, 3, "Pmax/Wb", pmaxWb_, "m^-2");
-  pmaxUnit_ = AddRow(grid, 4, "Pmax", pmax_, "Pa");
-  pmaxLabel_ = qobject_cast<QLabel*>(grid->itemAtPosition(4, 0)->widget());
-  pmaxLabel_->setObjectName(QStringLiteral("lblPmax"));
-  pmaxUnit_->setObjectName(QStringLiteral("lblPmaxUnit"));
+  for (const Sila::ResultRow& result : Sila::kResults) {
+    Row& row = rows_[Sila::IndexOf(result.id)];
+    const auto line = static_cast<int>(Sila::IndexOf(result.id));
+    std::string name(result.key);
+    name.front() = static_cast<char>(std::toupper(name.front()));
+    const std::string caption(result.caption);
+    const std::string unit(result.unit);
+    row.box = MakeNumberBox(("txt" + name).c_str(), caption.c_str());
+    row.unit = AddRow(grid, line, caption.c_str(), row.box, unit.empty() ? nullptr : unit.c_str());
+    row.label = qobject_cast<QLabel*>(grid->itemAtPosition(line, 0)->widget());
+    row.label->setObjectName(QString::fromStdString("lbl" + name));
+    if (row.unit != nullptr) row.unit->setObjectName(QString::fromStdString("lbl" + name + "Unit"));
+  }
 }
 
-void ResultsPanel::SetResults(const ResultTexts& results) {
-  rWb_->setText(results.rWb);
-  thetaR_->setText(results.thetaR);
-  thetaPol_->setText(results.thetaPol);
-  pmaxWb_->setText(results.pmaxWb);
-  for (QWidget* widget : {static_cast<QWidget*>(pmax_), static_cast<QWidget*>(pmaxLabel_),
-                          static_cast<QWidget*>(pmaxUnit_)}) {
-    widget->setVisible(results.pmax.has_value());
+void ResultsPanel::Show(const ResultTexts& results) {
+  for (const Sila::ResultRow& result : Sila::kResults) {
+    const Row& row = rows_[Sila::IndexOf(result.id)];
+    const bool shown = !results[result.id].isEmpty();
+    row.box->setVisible(shown);
+    row.label->setVisible(shown);
+    if (row.unit != nullptr) row.unit->setVisible(shown);
+    if (shown) row.box->setText(results[result.id]);
   }
-  if (results.pmax) pmax_->setText(*results.pmax);
   EnableBoxes(true);
 }
 
 void ResultsPanel::EnableBoxes(bool enabled) {
-  for (QLineEdit* box : {rWb_, thetaR_, thetaPol_, pmaxWb_, pmax_}) box->setEnabled(enabled);
+  for (const Row& row : rows_) row.box->setEnabled(enabled);
 }

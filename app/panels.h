@@ -5,16 +5,18 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <array>
 
 #include "case/case_record.h"
-#include "caseform/case_window.h"
+#include "case/case_texts.h"
 
 class PatientPanel : public QGroupBox {
   Q_OBJECT
  public:
   explicit PatientPanel(QWidget* parent = nullptr);
 
-  void SetBox(QString PatientTexts::*box, const QString& text, bool enabled);
+  // Name, date of birth, body weight and comments are greyed where a placeholder stands for them.
+  void Show(const Patient& patient);
   void EnableBoxes();
 
  private:
@@ -31,18 +33,17 @@ class ResultsPanel : public QGroupBox {
  public:
   explicit ResultsPanel(QWidget* parent = nullptr);
 
-  // Without a peak stress its box and its two labels are hidden. Enables the boxes.
-  void SetResults(const ResultTexts& results);
+  // A result without a text is hidden, labels included. Enables the boxes.
+  void Show(const ResultTexts& results);
 
   // Greyed boxes show numbers that are not the case's. Captions and units stay as they are.
   void EnableBoxes(bool enabled);
 
  private:
-  QLineEdit* rWb_;
-  QLineEdit* thetaR_;
-  QLineEdit* thetaPol_;
-  QLineEdit* pmaxWb_;
-  QLineEdit* pmax_;
-  QLabel* pmaxLabel_;
-  QLabel* pmaxUnit_;
+  struct Row {
+    QLineEdit* box = nullptr;
+    QLabel* label = nullptr;
+    QLabel* unit = nullptr;  // none for a ratio
+  };
+  std::array<Row, Sila::kResultCount> rows_;
 };

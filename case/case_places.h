@@ -1,4 +1,5 @@
-// Where measurements and results stand in the case file, on the form and on paper: one row each.
+// Where measurements and results stand in the case file and on paper: one row each. What stands on
+// the form is in caseform/case_form_controls.cpp.
 #pragma once
 
 #include <QStringView>
@@ -13,32 +14,20 @@ struct MeasurementPlaces {
   Sila::Measurement id;
   QStringView fileLabel;   // 16 characters
   QStringView printLabel;  // on the report
-  QStringView caption;     // on the form
-  QStringView hint;        // on the form; empty where there is none
-  QStringView proposed;    // the text in a new form
   // What a file that lacks the line stands for, in the file's unit. Only for a measurement that
-  // came after version 1.0: that program's files open in every later one.
+  // came after version 1.0, whose files open in every later one.
   std::optional<double> withoutLine = {};
 };
 
-// "pelvic heigh" is spelt so, and x is the vertical coordinate. Deliberate.
 inline constexpr std::array kMeasurementPlaces = {
-    MeasurementPlaces{Sila::Measurement::Lizm, u"lizm          = ", u"lizm", u"l/2",
-                      u"half of the interhip distance", u"10.40"},
-    MeasurementPlaces{Sila::Measurement::Xizm, u"xizm          = ", u"xizm", u"x  trochanter",
-                      u"vertical coordinate of trochanter", u"0.50"},
-    MeasurementPlaces{Sila::Measurement::Zizm, u"zizm          = ", u"zizm", u"z  trochanter",
-                      u"horizontal coordinate of trochanter", u"6.00"},
-    MeasurementPlaces{Sila::Measurement::Cizm, u"Cizm          = ", u"Cizm", u"C", u"pelvic width",
-                      u"4.40"},
-    MeasurementPlaces{Sila::Measurement::Hizm, u"Hizm          = ", u"Hizm", u"H", u"pelvic heigh",
-                      u"16.00"},
-    MeasurementPlaces{Sila::Measurement::Zasuk, u"zasuk         = ", u"zasuk", u"rotation angle",
-                      u"", u"0.0"},
-    MeasurementPlaces{Sila::Measurement::ThetaCE, u"theta-CE      = ", u"Theta-CE", u"CE", u"",
-                      u"30.0"},
-    MeasurementPlaces{Sila::Measurement::HeadRadius, u"radius of head= ", u"Radius of head",
-                      u"radius of head", u"radius of femoral head", u"2.5"}};
+    MeasurementPlaces{Sila::Measurement::Lizm, u"lizm          = ", u"lizm"},
+    MeasurementPlaces{Sila::Measurement::Xizm, u"xizm          = ", u"xizm"},
+    MeasurementPlaces{Sila::Measurement::Zizm, u"zizm          = ", u"zizm"},
+    MeasurementPlaces{Sila::Measurement::Cizm, u"Cizm          = ", u"Cizm"},
+    MeasurementPlaces{Sila::Measurement::Hizm, u"Hizm          = ", u"Hizm"},
+    MeasurementPlaces{Sila::Measurement::Zasuk, u"zasuk         = ", u"zasuk"},
+    MeasurementPlaces{Sila::Measurement::ThetaCE, u"theta-CE      = ", u"Theta-CE"},
+    MeasurementPlaces{Sila::Measurement::HeadRadius, u"radius of head= ", u"Radius of head"}};
 static_assert(Sila::StandAtTheirIds(kMeasurementPlaces) &&
               kMeasurementPlaces.size() == Sila::kRadiographCount);
 

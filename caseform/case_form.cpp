@@ -12,11 +12,8 @@
 #include <QRadioButton>
 #include <QShortcut>
 #include <QStringView>
-#include <cmath>
 #include <utility>
 
-#include "case/case_record.h"
-#include "case/date_text.h"
 #include "case/number_text.h"
 #include "caseform/entry_focus.h"
 #include "caseform/hip_picture.h"
@@ -97,7 +94,7 @@ void Form1::WatchEntries() {
   const auto& c = controls_;
   for (QWidget* box : {c.surname, c.firstName, c.dateOfBirth, c.bodyWeight}) focus_->Watch(box);
   focus_->Watch(c.comments);
-  for (const MeasureControls& measure : c.measures) focus_->Watch(measure.text);
+  for (const MeasurementControls& controls : c.measurements) focus_->Watch(controls.text);
   connect(c.bodyWeight, &QLineEdit::textChanged, this, [this] { weightAssumed_ = false; });
   connect(focus_, &EntryFocus::Entered, this, [this](QWidget* box) { SetHighlighted(box, true); });
   connect(focus_, &EntryFocus::Left, this, [this](QWidget* box) {
@@ -111,15 +108,18 @@ CaseEntries Form1::Entries() const {
   CaseEntries entries;
   entries.surname = TextOf(c.surname);
   entries.firstName = TextOf(c.firstName);
-  if (c.male->isChecked()) entries.sex = CaseEntries::Sex::Male;
-  if (c.female->isChecked()) entries.sex = CaseEntries::Sex::Female;
+  if (c.male->isChecked()) entries.sex = Sex::Male;
+  if (c.female->isChecked()) entries.sex = Sex::Female;
   entries.dateOfBirth = TextOf(c.dateOfBirth);
   if (!weightAssumed_) entries.bodyWeight = TextOf(c.bodyWeight);
-  if (c.left->isChecked()) entries.hip = CaseEntries::Hip::Left;
-  if (c.right->isChecked()) entries.hip = CaseEntries::Hip::Right;
+  if (c.left->isChecked()) entries.hip = HipSide::Left;
+  if (c.right->isChecked()) entries.hip = HipSide::Right;
   entries.comments = TextOf(c.comments);
-  for (std::size_t i = 0; i < kMeasureCount; ++i) {
-    entries.measures[i] = {c.measures[i].text->text(), c.measures[i].unit->currentText()};
+  for (const Sila::MeasurementRow& row : Sila::kRadiographMeasurements) {
+    const MeasurementControls& controls = c.measurements[Sila::IndexOf(row.id)];
+    const std::optional<Sila::Unit> unit = Vse::UnitOf(row.kind(), controls.unit->currentText());
+    Q_ASSERT(unit);
+    entries[row.id] = {controls.text->text(), *unit};
   }
   return entries;
 }
@@ -129,26 +129,24 @@ void Form1::SetEntries(const CaseEntries& entries) {
   DropScheduledChecks();
   c.surname->setText(entries.surname);
   c.firstName->setText(entries.firstName);
-  Choose(c.male, c.female, entries.sex == CaseEntries::Sex::Male,
-         entries.sex == CaseEntries::Sex::Female);
+  Choose(c.male, c.female, entries.sex == Sex::Male, entries.sex == Sex::Female);
   c.dateOfBirth->setText(entries.dateOfBirth);
   c.bodyWeight->setText(entries.bodyWeight);
   weightAssumed_ = false;  // also when the text is the same
   SetWeightUnknown(false);
-  Choose(c.left, c.right, entries.hip == CaseEntries::Hip::Left,
-         entries.hip == CaseEntries::Hip::Right);
+  Choose(c.left, c.right, entries.hip == HipSide::Left, entries.hip == HipSide::Right);
   c.comments->setPlainText(entries.comments);
-  for (std::size_t i = 0; i < kMeasureCount; ++i) {
-    const MeasureControls& controls = c.measures[i];
-    controls.text->setText(entries.measures[i].text);
-    const int unit = controls.unit->findText(entries.measures[i].unit, Qt::MatchExactly);
-    Q_ASSERT(unit >= 0);
-    controls.unit->setCurrentIndex(unit);
+  for (const Sila::MeasurementRow& row : Sila::kRadiographMeasurements) {
+    const MeasurementControls& controls = c.measurements[Sila::IndexOf(row.id)];
+    const QString unit = Vse::UnitText(entries[row.id].unit).toString();
+    controls.text->setText(entries[row.id].text);
+    controls.unit->setCurrentIndex(controls.unit->findText(unit, Qt::MatchExactly));
+    Q_ASSERT(controls.unit->currentIndex() >= 0);
   }
 }
 
 void Form1::AssumeBodyWeight() {
-  controls_.bodyWeight->setText(QString::number(Vse::kAssumedBodyWeight));
+  controls_.bodyWeight->setText(QString::number(Sila::kAssumedBodyWeight));
   weightAssumed_ = true;
   SetWeightUnknown(true);
 }
@@ -168,14 +166,9 @@ QString Form1::WeightNotice() const {
          "New or Change begins afresh.";
 }
 
-std::optional<double> Form1::ReadNumber(const QString& text) {
-  const std::optional<double> number = Vse::ReadNumber(text.trimmed().toUtf8().toStdString());
-  inputError_ = !number.has_value();
-  return number;
-}
-
 std::optional<double> Form1::ParseNumber(const QString& text) {
-  const std::optional<double> number = ReadNumber(text);
+  const std::optional<double> number = Vse::ReadNumber(text.trimmed().toStdString());
+  inputError_ = !number.has_value();
   if (!number) ShowError("numeric value expected");
   return number;
 }
@@ -183,35 +176,27 @@ std::optional<double> Form1::ParseNumber(const QString& text) {
 void Form1::BeginConfirmation() {
   DropScheduledChecks();
   entryError_ = false;
+  inputError_ = false;
 }
 
-std::optional<double> Form1::ConfirmNumber(const QString& text) {
-  const std::optional<double> number = ParseNumber(text);
-  if (!number) entryError_ = true;
-  return number;
-}
-
-std::optional<double> Form1::ConfirmMeasure(Measure measure, const MeasureEntry& entry) {
-  const std::optional<double> number = ConfirmNumber(entry.text);
-  if (!number) return std::nullopt;
-  const bool inRadians = Vse::IsAngle(measure) && entry.unit != Vse::kDegree;
-  if (inRadians && *number > Vse::kLargestRadians) {
-    entryError_ = true;
-    ShowError("wrong angle");
-    return std::nullopt;
-  }
-  return Vse::HeldValue(measure, *number, entry.unit);
-}
-
-bool Form1::CheckDateOfBirth(const QString& text) {
-  if (text.trimmed().isEmpty() || text == Vse::kUnknown) return true;
-  if (Vse::IsValidDate(text, locale_)) return true;
-  const std::optional<double> year = ReadNumber(text);
-  const bool whole = year && *year == std::trunc(*year);
-  if (whole && *year / 1000.0 > 1.0 && *year / 1000.0 < 3.0) return true;
+void Form1::ShowFault(const Vse::Fault& fault) {
   entryError_ = true;
+  switch (fault.kind) {
+    case Vse::FaultKind::NotANumber:
+    case Vse::FaultKind::TooLarge:
+      inputError_ = true;
+      return ShowError("numeric value expected");
+    case Vse::FaultKind::AngleTooLarge:
+      return ShowError("wrong angle");
+    case Vse::FaultKind::NotADate:
+      break;
+  }
   ShowError("wrong date");
-  return false;
+}
+
+void Form1::CheckDateOfBirth() {
+  if (Vse::IsDateOfBirth(controls_.dateOfBirth->text(), locale_)) return;
+  ShowFault({Vse::FaultKind::NotADate, std::nullopt});
 }
 
 void Form1::ShowError(const QString& text) {
@@ -257,9 +242,9 @@ void Form1::ShowPicture(bool shown) {
 }
 
 void Form1::SetHighlighted(const QWidget* box, bool highlighted) {
-  for (std::size_t i = 0; i < kMeasureCount; ++i) {
-    if (controls_.measures[i].text != box) continue;
-    controls_.picture->SetHighlighted(static_cast<Measure>(i), highlighted);
+  for (const Sila::MeasurementRow& row : Sila::kRadiographMeasurements) {
+    if (controls_.measurements[Sila::IndexOf(row.id)].text != box) continue;
+    controls_.picture->SetHighlighted(row.id, highlighted);
     controls_.picture->setAccessibleDescription(highlighted ? MarkedDimension(*box)
                                                             : kNothingMarked.toString());
   }
@@ -283,14 +268,14 @@ void Form1::RunScheduledChecks() {
 
 void Form1::CheckLeftBox(const QWidget* box) {
   if (box == controls_.dateOfBirth) {
-    CheckDateOfBirth(controls_.dateOfBirth->text());
+    CheckDateOfBirth();
     return;
   }
   if (box == controls_.bodyWeight && !TextOf(controls_.bodyWeight).isEmpty()) {
     ParseNumber(controls_.bodyWeight->text());
   }
-  for (const MeasureControls& measure : controls_.measures) {
-    if (measure.text == box) ParseNumber(measure.text->text());
+  for (const MeasurementControls& controls : controls_.measurements) {
+    if (controls.text == box) ParseNumber(controls.text->text());
   }
 }
 

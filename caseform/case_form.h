@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "case/case_entries.h"
+#include "case/entry_check.h"
 #include "caseform/case_form_controls.h"
 
 class EntryFocus;
@@ -57,20 +58,12 @@ class Form1 : public QDialog {
   // A check failed since the last BeginConfirmation().
   bool entryError() const { return entryError_; }
 
-  // Clears `entryError` and the checks that are still to come from leaving a box. The checks below
-  // set `entryError` when they refuse.
+  // Clears `entryError` and the checks that are still to come from leaving a box.
   void BeginConfirmation();
 
-  // ParseNumber for a confirmation.
-  std::optional<double> ConfirmNumber(const QString& text);
-
-  // The measure as the record holds it (cm, radians; the head radius in m). An angle above 2π that
-  // was typed in radians shows "wrong angle". Empty when it was refused.
-  std::optional<double> ConfirmMeasure(Measure measure, const MeasureEntry& entry);
-
-  // True for an empty text, "Unknown", a valid date and a whole year from 1001 to 2999; else shows
-  // "wrong date" and nothing else.
-  bool CheckDateOfBirth(const QString& text);
+  // Shows what the check of the entries found: "numeric value expected", "wrong angle", "wrong
+  // date". Sets `entryError`.
+  void ShowFault(const Vse::Fault& fault);
 
   void reject() override;
 
@@ -92,7 +85,7 @@ class Form1 : public QDialog {
   void RunScheduledChecks();
   void CheckLeftBox(const QWidget* box);
   void DropScheduledChecks();
-  std::optional<double> ReadNumber(const QString& text);
+  void CheckDateOfBirth();
   void ShowError(const QString& text);
 
   MessageDoor& messages_;

@@ -15,6 +15,8 @@
 #include <QStringList>
 #include <QVBoxLayout>
 #include <QValidator>
+#include <algorithm>
+#include <vector>
 
 #include "caseform/form_fonts.h"
 #include "caseform/hip_picture.h"
@@ -28,8 +30,8 @@ constexpr int kUnitWidth = 9 * kGrid;
 constexpr int kNameWidth = 16 * kGrid;
 constexpr int kDateWidth = 14 * kGrid;
 
-struct MeasureRow {
-  Measure measure = Measure::Lizm;
+struct FormRow {
+  Sila::Measurement id = Sila::Measurement::Lizm;
   const char* text = "";
   const char* combo = "";
   const char* label = "";    // an ampersand marks the access key
@@ -42,27 +44,41 @@ struct MeasureRow {
 
 // "pelvic heigh" is spelt so, and x is the vertical coordinate. Deliberate.
 constexpr std::array kRows = {
-    MeasureRow{Measure::Lizm, "Text1", "Combo1", "&l/2", "l/2", "half of the interhip distance",
-               "10.40"},
-    MeasureRow{Measure::Cizm, "Text4", "Combo4", "&C", "C", "pelvic width", "4.40"},
-    MeasureRow{Measure::Hizm, "Text5", "Combo5", "&H", "H", "pelvic heigh", "16.00"},
-    MeasureRow{Measure::ThetaCE, "Text9", "Combo7", "C&E", "CE", "", "30.0", "centre-edge angle",
-               "ϑ"},
-    MeasureRow{Measure::Xizm, "Text2", "Combo2", "&x  trochanter", "x  trochanter",
-               "vertical coordinate of trochanter", "0.50"},
-    MeasureRow{Measure::Zizm, "Text3", "Combo3", "&z  trochanter", "z  trochanter",
-               "horizontal coordinate of trochanter", "6.00"},
-    MeasureRow{Measure::Zasuk, "Text6", "Combo6", "&rotation angle", "rotation angle", "", "0.0",
-               "turn of the trochanter point about the head centre", "φ"},
-    MeasureRow{Measure::HeadRadius, "Text13", "Combo8", "ra&dius of head", "radius of head",
-               "radius of femoral head", "2.5"}};
+    FormRow{Sila::Measurement::Lizm, "Text1", "Combo1", "&l/2", "l/2",
+            "half of the interhip distance", "10.40"},
+    FormRow{Sila::Measurement::Cizm, "Text4", "Combo4", "&C", "C", "pelvic width", "4.40"},
+    FormRow{Sila::Measurement::Hizm, "Text5", "Combo5", "&H", "H", "pelvic heigh", "16.00"},
+    FormRow{Sila::Measurement::ThetaCE, "Text9", "Combo7", "C&E", "CE", "", "30.0",
+            "centre-edge angle", "ϑ"},
+    FormRow{Sila::Measurement::Xizm, "Text2", "Combo2", "&x  trochanter", "x  trochanter",
+            "vertical coordinate of trochanter", "0.50"},
+    FormRow{Sila::Measurement::Zizm, "Text3", "Combo3", "&z  trochanter", "z  trochanter",
+            "horizontal coordinate of trochanter", "6.00"},
+    FormRow{Sila::Measurement::Zasuk, "Text6", "Combo6", "&rotation angle", "rotation angle", "",
+            "0.0", "turn of the trochanter point about the head centre", "φ"},
+    FormRow{Sila::Measurement::HeadRadius, "Text13", "Combo8", "ra&dius of head", "radius of head",
+            "radius of femoral head", "2.5"}};
 constexpr std::size_t kPelvisRows = 4;  // the rest belongs to the femur
 
-QStringList Units(Measure measure) {
-  if (Vse::IsAngle(measure)) return {Vse::kDegree.toString(), Vse::kRadian.toString()};
-  QStringList units = {Vse::kMillimetre.toString(), Vse::kCentimetre.toString()};
-  if (measure == Measure::HeadRadius) units.append(Vse::kMetre.toString());
-  return units;
+// The compiler stops whoever forgets a measurement here.
+constexpr bool HasEachOnce() {
+  for (const Sila::MeasurementRow& row : Sila::kRadiographMeasurements) {
+    int count = 0;
+    for (const FormRow& own : kRows) count += own.id == row.id ? 1 : 0;
+    if (count != 1) return false;
+  }
+  return true;
+}
+static_assert(HasEachOnce() && kRows.size() == Sila::kRadiographCount);
+
+// From the smallest unit of length to the largest.
+QStringList UnitTexts(Sila::Measurement id) {
+  std::vector<Sila::Unit> units;
+  for (const Sila::Unit unit : Sila::UnitsOf(Sila::RowOf(id).kind())) units.push_back(unit);
+  std::sort(units.begin(), units.end());
+  QStringList texts;
+  for (const Sila::Unit unit : units) texts << Vse::UnitText(unit).toString();
+  return texts;
 }
 
 // Keeps control characters out, however a text comes into the box.
@@ -86,7 +102,7 @@ class Builder {
 
  private:
   QLabel* Label(const QString& text, QWidget* buddy = nullptr);
-  QLayout* Caption(const MeasureRow& row, QWidget* box);
+  QLayout* Caption(const FormRow& row, QWidget* box);
   QLineEdit* LineBox(const char* name, const QString& caption, const QString& hint);
   QLineEdit* NumberBox(const char* name, const QString& caption, const QString& hint);
   QRadioButton* Option(const char* name, const QString& text, QWidget* frame);
@@ -95,7 +111,7 @@ class Builder {
                        const char* secondName, const QString& secondText);
   QPlainTextEdit* CommentsBox();
   QWidget* PatientFrame();
-  QGridLayout* MeasureGrid(const QString& heading, std::size_t from, std::size_t to);
+  QGridLayout* MeasurementGrid(const QString& heading, std::size_t from, std::size_t to);
   QWidget* DataFrame();
   QLabel* WeightNotice();
   QPushButton* Button(const char* name, const QString& text);
@@ -119,7 +135,7 @@ QLabel* Builder::Label(const QString& text, QWidget* buddy) {
 }
 
 // The letter of an angle stands alone, in the type of its kind.
-QLayout* Builder::Caption(const MeasureRow& row, QWidget* box) {
+QLayout* Builder::Caption(const FormRow& row, QWidget* box) {
   auto* caption = new QHBoxLayout;
   caption->setSpacing(kGrid / 2);
   if (*row.glyph != 0) {
@@ -231,21 +247,21 @@ QWidget* Builder::PatientFrame() {
   return frame;
 }
 
-QGridLayout* Builder::MeasureGrid(const QString& heading, std::size_t from, std::size_t to) {
+QGridLayout* Builder::MeasurementGrid(const QString& heading, std::size_t from, std::size_t to) {
   auto* grid = new QGridLayout;
   grid->setHorizontalSpacing(kGrid);
   grid->setVerticalSpacing(kGrid);
   grid->setColumnStretch(0, 1);
   grid->addWidget(Label(heading), 0, 0, 1, 3);
   for (std::size_t i = from; i < to; ++i) {
-    const MeasureRow& row = kRows[i];
-    MeasureControls& controls = controls_.measures[static_cast<std::size_t>(row.measure)];
+    const FormRow& row = kRows[i];
+    MeasurementControls& controls = controls_.measurements[Sila::IndexOf(row.id)];
     controls.text = NumberBox(row.text, row.caption, row.hint);
     if (*row.hint == 0) controls.text->setAccessibleDescription(row.words);
     controls.unit = new ChoiceList(QString(row.caption) + " unit");
     controls.unit->setObjectName(row.combo);
     controls.unit->view()->setObjectName(controls.unit->objectName() + "List");
-    controls.unit->addItems(Units(row.measure));
+    controls.unit->addItems(UnitTexts(row.id));
     controls.unit->setFixedWidth(kUnitWidth);
     const int line = static_cast<int>(i - from) + 1;
     grid->addLayout(Caption(row, controls.text), line, 0);
@@ -261,8 +277,8 @@ QWidget* Builder::DataFrame() {
   auto* columns = new QHBoxLayout(frame);
   columns->setContentsMargins(2 * kGrid, kGrid, 2 * kGrid, 2 * kGrid);
   columns->setSpacing(3 * kGrid);
-  columns->addLayout(MeasureGrid("Pelvis", 0, kPelvisRows));
-  columns->addLayout(MeasureGrid("Femur", kPelvisRows, kRows.size()));
+  columns->addLayout(MeasurementGrid("Pelvis", 0, kPelvisRows));
+  columns->addLayout(MeasurementGrid("Femur", kPelvisRows, kRows.size()));
   return frame;
 }
 
@@ -303,8 +319,8 @@ QLayout* Builder::ButtonRow() {
 void SetTabOrder(const CaseFormControls& c) {
   QList<QWidget*> order = {c.surname,    c.firstName, c.male,  c.female,  c.dateOfBirth,
                            c.bodyWeight, c.left,      c.right, c.comments};
-  for (const MeasureRow& row : kRows) {
-    const MeasureControls& controls = c.measures[static_cast<std::size_t>(row.measure)];
+  for (const FormRow& row : kRows) {
+    const MeasurementControls& controls = c.measurements[Sila::IndexOf(row.id)];
     order << controls.text << controls.unit;
   }
   order << c.ok << c.cancel << c.hidePicture << c.showPicture;
@@ -337,9 +353,9 @@ CaseFormControls BuildCaseFormControls(QDialog& form) {
 
 CaseEntries DefaultCaseEntries() {
   CaseEntries entries;
-  for (const MeasureRow& row : kRows) {
-    const QStringView unit = Vse::IsAngle(row.measure) ? Vse::kDegree : Vse::kCentimetre;
-    entries[row.measure] = {row.proposed, unit.toString()};
+  for (const FormRow& row : kRows) {
+    const bool angle = Sila::RowOf(row.id).kind() == Sila::Kind::Angle;
+    entries[row.id] = {row.proposed, angle ? Sila::Unit::Degree : Sila::Unit::Centimetre};
   }
   return entries;
 }

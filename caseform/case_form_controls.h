@@ -14,7 +14,7 @@ class QPlainTextEdit;
 class QPushButton;
 class QRadioButton;
 
-struct MeasureControls {
+struct MeasurementControls {
   QLineEdit* text = nullptr;
   QComboBox* unit = nullptr;
 };
@@ -30,7 +30,7 @@ struct CaseFormControls {
   QRadioButton* left = nullptr;
   QRadioButton* right = nullptr;
   QPlainTextEdit* comments = nullptr;
-  std::array<MeasureControls, kMeasureCount> measures;
+  std::array<MeasurementControls, Sila::kRadiographCount> measurements;  // by Measurement
   QPushButton* ok = nullptr;
   QPushButton* cancel = nullptr;
   QPushButton* hidePicture = nullptr;

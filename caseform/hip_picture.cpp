@@ -66,13 +66,14 @@ HipPicture::HipPicture(QWidget* parent) : QWidget(parent) {
   AddLabels();
 }
 
-void HipPicture::AddLine(Measure measure, const char* name, DimensionLine::Shape shape) {
-  MarksOf(measure).lines.append(new DimensionLine(name, std::move(shape), this));
+void HipPicture::AddLine(Sila::Measurement measurement, const char* name,
+                         DimensionLine::Shape shape) {
+  MarksOf(measurement).lines.append(new DimensionLine(name, std::move(shape), this));
 }
 
-void HipPicture::AddLabel(Measure measure, const char* name, const QString& text, QPointF centre,
-                          double height) {
-  MarksOf(measure).labels.append(new DimensionLabel(name, text, centre, height, this));
+void HipPicture::AddLabel(Sila::Measurement measurement, const char* name, const QString& text,
+                          QPointF centre, double height) {
+  MarksOf(measurement).labels.append(new DimensionLabel(name, text, centre, height, this));
 }
 
 void HipPicture::AddLengths() {
@@ -88,12 +89,12 @@ void HipPicture::AddLengths() {
   const QPointF side = HipBones::kCrestSide;
   const QPointF top = HipBones::kCrestTop;
 
-  AddLine(Measure::Lizm, "Line1", Span({0.0, 0.0}, {HipBones::kMidline, 0.0}));
-  AddLine(Measure::Xizm, "Line2", Span({kXLine, 0.0}, {kXLine, trochanter.y()}, toX));
-  AddLine(Measure::Zizm, "Line3", Span({trochanter.x(), kZLine}, {0.0, kZLine}, toZ));
-  AddLine(Measure::Cizm, "Line4",
+  AddLine(Sila::Measurement::Lizm, "Line1", Span({0.0, 0.0}, {HipBones::kMidline, 0.0}));
+  AddLine(Sila::Measurement::Xizm, "Line2", Span({kXLine, 0.0}, {kXLine, trochanter.y()}, toX));
+  AddLine(Sila::Measurement::Zizm, "Line3", Span({trochanter.x(), kZLine}, {0.0, kZLine}, toZ));
+  AddLine(Sila::Measurement::Cizm, "Line4",
           Span(side, {0.0, side.y()}, Stroke({0.0, 0.0}, {0.0, side.y() - kBeyond})));
-  AddLine(Measure::Hizm, "Line5",
+  AddLine(Sila::Measurement::Hizm, "Line5",
           Span({top.x(), 0.0}, top, Stroke({top.x() - 1.2, top.y()}, {top.x() + 1.2, top.y()})));
 }
 
@@ -108,40 +109,42 @@ void HipPicture::AddAngles() {
   constexpr double kArcRadius = 5.2;   // cm
 
   // A positive rotation turns the trochanter point downwards.
-  AddLine(Measure::Zasuk, "Line6", ArcTo(distance, trochanterAngle - 38.0, trochanterAngle));
-  AddLine(Measure::ThetaCE, "Line7",
+  AddLine(Sila::Measurement::Zasuk, "Line6",
+          ArcTo(distance, trochanterAngle - 38.0, trochanterAngle));
+  AddLine(Sila::Measurement::ThetaCE, "Line7",
           {Stroke({0.0, 0.0}, OnCircle(kLineLength, kVertical)), {}, {}});
-  AddLine(Measure::ThetaCE, "Line8", {Stroke({0.0, 0.0}, OnCircle(kLineLength, kEdge)), {}, {}});
-  AddLine(Measure::ThetaCE, "Line9", ArcTo(kArcRadius, kVertical, kEdge));
-  AddLine(Measure::HeadRadius, "Line10",
+  AddLine(Sila::Measurement::ThetaCE, "Line8",
+          {Stroke({0.0, 0.0}, OnCircle(kLineLength, kEdge)), {}, {}});
+  AddLine(Sila::Measurement::ThetaCE, "Line9", ArcTo(kArcRadius, kVertical, kEdge));
+  AddLine(Sila::Measurement::HeadRadius, "Line10",
           {Stroke({0.0, 0.0}, OnCircle(HipBones::kHeadRadius, -50.0)),
            {{OnCircle(HipBones::kHeadRadius, -50.0), OnCircle(1.0, -50.0)}},
            {}});
 }
 
 void HipPicture::AddLabels() {
-  AddLabel(Measure::Lizm, "Label20", "l/2", {7.4, -0.95}, kLabelHeight);
-  AddLabel(Measure::Xizm, "Label21", "x", {-8.8, 0.65}, kLabelHeight);
-  AddLabel(Measure::Zizm, "Label22", "z", {-1.2, 8.7}, kLabelHeight);
-  AddLabel(Measure::Cizm, "Label23", "C", {-2.2, -11.4}, kLabelHeight);
-  AddLabel(Measure::Hizm, "Label24", "H", {2.4, -8.6}, kLabelHeight);
-  AddLabel(Measure::Zasuk, "Label25", QStringLiteral(u"φ"), {-7.2, -2.0}, kLabelHeight);
-  AddLabel(Measure::ThetaCE, "Label26", QStringLiteral(u"ϑ"), {-1.9, -6.6}, kLabelHeight);
-  AddLabel(Measure::ThetaCE, "Label27", "CE", {-1.0, -6.3}, kSubscriptHeight);
-  AddLabel(Measure::HeadRadius, "Label28", "r", {1.4, 0.75}, kLabelHeight);
+  AddLabel(Sila::Measurement::Lizm, "Label20", "l/2", {7.4, -0.95}, kLabelHeight);
+  AddLabel(Sila::Measurement::Xizm, "Label21", "x", {-8.8, 0.65}, kLabelHeight);
+  AddLabel(Sila::Measurement::Zizm, "Label22", "z", {-1.2, 8.7}, kLabelHeight);
+  AddLabel(Sila::Measurement::Cizm, "Label23", "C", {-2.2, -11.4}, kLabelHeight);
+  AddLabel(Sila::Measurement::Hizm, "Label24", "H", {2.4, -8.6}, kLabelHeight);
+  AddLabel(Sila::Measurement::Zasuk, "Label25", QStringLiteral(u"φ"), {-7.2, -2.0}, kLabelHeight);
+  AddLabel(Sila::Measurement::ThetaCE, "Label26", QStringLiteral(u"ϑ"), {-1.9, -6.6}, kLabelHeight);
+  AddLabel(Sila::Measurement::ThetaCE, "Label27", "CE", {-1.0, -6.3}, kSubscriptHeight);
+  AddLabel(Sila::Measurement::HeadRadius, "Label28", "r", {1.4, 0.75}, kLabelHeight);
 }
 
-QList<DimensionLine*> HipPicture::LinesOf(Measure measure) const {
-  return MarksOf(measure).lines;
+QList<DimensionLine*> HipPicture::LinesOf(Sila::Measurement measurement) const {
+  return MarksOf(measurement).lines;
 }
 
-QList<DimensionLabel*> HipPicture::LabelsOf(Measure measure) const {
-  return MarksOf(measure).labels;
+QList<DimensionLabel*> HipPicture::LabelsOf(Sila::Measurement measurement) const {
+  return MarksOf(measurement).labels;
 }
 
-void HipPicture::SetHighlighted(Measure measure, bool highlighted) {
-  for (DimensionLine* line : MarksOf(measure).lines) line->SetHighlighted(highlighted);
-  for (DimensionLabel* label : MarksOf(measure).labels) label->SetHighlighted(highlighted);
+void HipPicture::SetHighlighted(Sila::Measurement measurement, bool highlighted) {
+  for (DimensionLine* line : MarksOf(measurement).lines) line->SetHighlighted(highlighted);
+  for (DimensionLabel* label : MarksOf(measurement).labels) label->SetHighlighted(highlighted);
   update();
 }
 

@@ -20,11 +20,11 @@ class HipPicture : public QWidget {
 
   // What points out a measure: the centre-edge angle has two labels and three lines, every other
   // measure one of each.
-  QList<DimensionLine*> LinesOf(Measure measure) const;
-  QList<DimensionLabel*> LabelsOf(Measure measure) const;
+  QList<DimensionLine*> LinesOf(Sila::Measurement measurement) const;
+  QList<DimensionLabel*> LabelsOf(Sila::Measurement measurement) const;
 
   // Red and wide, or black and thin.
-  void SetHighlighted(Measure measure, bool highlighted);
+  void SetHighlighted(Sila::Measurement measurement, bool highlighted);
 
   QSize sizeHint() const override;
 
@@ -36,15 +36,17 @@ class HipPicture : public QWidget {
     QList<DimensionLine*> lines;
     QList<DimensionLabel*> labels;
   };
-  void AddLine(Measure measure, const char* name, DimensionLine::Shape shape);
-  void AddLabel(Measure measure, const char* name, const QString& text, QPointF centre,
-                double height);
+  void AddLine(Sila::Measurement measurement, const char* name, DimensionLine::Shape shape);
+  void AddLabel(Sila::Measurement measurement, const char* name, const QString& text,
+                QPointF centre, double height);
   void AddLengths();
   void AddAngles();
   void AddLabels();
-  Marks& MarksOf(Measure measure) { return marks_[static_cast<std::size_t>(measure)]; }
-  const Marks& MarksOf(Measure measure) const { return marks_[static_cast<std::size_t>(measure)]; }
+  Marks& MarksOf(Sila::Measurement measurement) { return marks_[Sila::IndexOf(measurement)]; }
+  const Marks& MarksOf(Sila::Measurement measurement) const {
+    return marks_[Sila::IndexOf(measurement)];
+  }
   void DrawMarks(QPainter& painter, double pixel, bool highlighted) const;
 
-  std::array<Marks, kMeasureCount> marks_;
+  std::array<Marks, Sila::kRadiographCount> marks_;
 };

@@ -1,5 +1,10 @@
-// The hip stress diagram of a case: what of the record the drawing shows, and in which units.
+// The hip stress diagram of a case: what of the record the drawing shows, in which units, and the
+// same in words.
 #pragma once
+
+#include <QLocale>
+#include <QString>
+#include <QStringList>
 
 #include "case/case_record.h"
 #include "diagram/hip_diagram.h"
@@ -11,5 +16,12 @@ namespace Vizual {
 // m^-2). The offsets are those of DrawHipDiagram. The pen of head outline and fan is the caller's.
 void DrawCaseDiagram(const CaseRecord& record, bool absolute, const Target& target,
                      double printOffsetX = 0.0, double printOffsetY = 0.0);
+
+// What the diagram of a computed case shows, in whole sentences, for those who do not see it;
+// numbers as in the results panel.
+QString DiagramWords(const CaseRecord& record, const QLocale& locale);
+
+// What stands beside the diagram of a computed case, one a line.
+QStringList DiagramCaptions(const CaseRecord& record, const QLocale& locale);
 
 }  // namespace Vizual

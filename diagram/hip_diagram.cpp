@@ -258,8 +258,8 @@ class HipDrawing {
 
 }  // namespace
 
-Vizual::Side Vizual::FormOf(const QString& hip) {
-  return hip == QStringLiteral("L") ? Side::D : Side::L;
+Vizual::Side Vizual::FormOf(std::optional<HipSide> hip) {
+  return hip == HipSide::Left ? Side::D : Side::L;
 }
 
 double Vizual::ToDiagramRadians(double degrees) {

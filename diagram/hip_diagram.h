@@ -2,18 +2,19 @@
 // frontal plane.
 #pragma once
 
-#include <QString>
+#include <optional>
 
+#include "case/case_entries.h"
 #include "diagram/diagram_labels.h"
 #include "diagram/page_text.h"
 #include "platform/picture_box.h"
 
 namespace Vizual {
 
-// The two mirror images. Deliberately crossed with the case's hip: a hip "L" is drawn as form D,
+// The two mirror images. Deliberately crossed with the case's hip: a left hip is drawn as form D,
 // any other as form L. FormOf does the crossing.
 enum class Side { L, D };
-Side FormOf(const QString& hip);
+Side FormOf(std::optional<HipSide> hip);
 
 // Where a diagram goes. For the printer the strokes go to the picture as well and only the texts to
 // the page.

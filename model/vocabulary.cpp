@@ -61,6 +61,14 @@ void SetValue(HipInputs& inputs, const MeasurementRow& row, double held) {
   std::visit([&](auto member) { Hold(inputs.*member, held); }, row.member);
 }
 
+double DegreesToRadians(double degrees) {
+  return ToHeld(Kind::Angle, Unit::Degree, degrees);
+}
+
+double RadiansToDegrees(double radians) {
+  return FromHeld(Kind::Angle, Unit::Degree, radians);
+}
+
 std::span<const Unit> UnitsOf(Kind kind) {
   switch (kind) {
     case Kind::Length:

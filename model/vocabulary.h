@@ -122,6 +122,9 @@ std::span<const Unit> UnitsOf(Kind kind);
 double ToHeld(Kind kind, Unit unit, double given);
 double FromHeld(Kind kind, Unit unit, double held);
 
+double DegreesToRadians(double degrees);
+double RadiansToDegrees(double radians);
+
 // The largest angle that may be given in radians: a full turn.
 inline constexpr double kLargestRadians = 6.28318530717958;
 

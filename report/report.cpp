@@ -4,9 +4,13 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <QRectF>
+#include <algorithm>
+#include <array>
+#include <utility>
 
+#include "case/case_places.h"
+#include "case/case_texts.h"
 #include "case/date_text.h"
-#include "case/number_text.h"
 #include "diagram/case_diagram.h"
 #include "diagram/page_text.h"
 #include "platform/picture_box.h"
@@ -48,32 +52,55 @@ void PrintPatientLine(PrinterPage& page, QString left, const QString& leftValue,
   Print::PrintTwoColumns(page, left, right, leftValue, rightValue);
 }
 
-void PrintMeasureLine(PrinterPage& page, QString right, const QString& rightValue) {
+void PrintMeasurementLine(PrinterPage& page, QString right, const QString& rightValue) {
   QString left = QStringLiteral(" ");
   Print::PrintRightColumn(page, left, right, {}, rightValue);
 }
 
-void PrintPatientAndGeometry(PrinterPage& page, const Case& printed) {
-  const PatientTexts& patient = printed.record.patient;
-  const Geometry& g = printed.record.geometry;
-  const auto text = [&](double value) { return Vse::NumberText(value, printed.locale); };
-  const auto cm = [&](double value) { return text(value) + QStringLiteral(" cm"); };
-  const auto degrees = [&](double radians) {
-    return text(Vse::RadiansToDegrees(radians)) + QStringLiteral(" °  ");
-  };
-  PrintPatientLine(page, "Name", patient.name, "lizm", cm(g.lizm));
-  PrintPatientLine(page, "Sex", patient.sex, "xizm", cm(g.xizm));
-  PrintPatientLine(page, "Date of birth", patient.dateOfBirth, "zizm", cm(g.zizm));
-  PrintPatientLine(page, "Body weight", patient.bodyWeight + " kg", "Hizm", cm(g.Hizm));
-  PrintPatientLine(page, "Hip", patient.hip, "Cizm", cm(g.Cizm));
-  PrintMeasureLine(page, "zasuk", degrees(g.zasuk));
-  PrintMeasureLine(page, "Theta-CE", degrees(g.thetaCE));
-  PrintMeasureLine(page, "Radius of head", text(g.headRadius) + " m");
+// What stands on the right of the patient's lines; the other measurements follow below them. H
+// stands before C. Deliberate.
+constexpr std::array kBesideThePatient = {Sila::Measurement::Lizm, Sila::Measurement::Xizm,
+                                          Sila::Measurement::Zizm, Sila::Measurement::Hizm,
+                                          Sila::Measurement::Cizm};
+
+bool IsBesideThePatient(Sila::Measurement id) {
+  return std::find(kBesideThePatient.begin(), kBesideThePatient.end(), id) !=
+         kBesideThePatient.end();
+}
+
+QString LabelOf(Sila::Measurement id) {
+  return Vse::kMeasurementPlaces[Sila::IndexOf(id)].printLabel.toString();
+}
+
+// The value with its unit. An angle's unit has blanks behind it, a radius's none.
+QString ValueOf(Sila::Measurement id, const Case& printed) {
+  const Sila::MeasurementRow& row = Sila::RowOf(id);
+  QString unit = Vse::FileSuffix(row.kind()).toString();
+  if (row.kind() == Sila::Kind::Radius) unit.chop(1);
+  return Vse::MeasurementText(printed.record.data.inputs, row, printed.locale) + unit;
+}
+
+void PrintPatientAndMeasurements(PrinterPage& page, const Case& printed) {
+  const PatientTexts patient = Vse::PatientTextsOf(printed.record.data.patient);
+  const std::array<std::pair<const char*, QString>, kBesideThePatient.size()> lines = {
+      {{"Name", patient.name},
+       {"Sex", patient.sex},
+       {"Date of birth", patient.dateOfBirth},
+       {"Body weight", patient.bodyWeight + " kg"},
+       {"Hip", patient.hip}}};
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    const Sila::Measurement id = kBesideThePatient[i];
+    PrintPatientLine(page, lines[i].first, lines[i].second, LabelOf(id), ValueOf(id, printed));
+  }
+  for (const Sila::MeasurementRow& row : Sila::kRadiographMeasurements) {
+    if (IsBesideThePatient(row.id)) continue;
+    PrintMeasurementLine(page, LabelOf(row.id), ValueOf(row.id, printed));
+  }
 }
 
 // The peak stress is printed when the panel shows it, and never while the body weight is unknown.
 bool IsAbsolute(const Case& printed) {
-  return printed.results.pmax && !printed.record.weightUnknown;
+  return !printed.results[Sila::Result::Pmax].isEmpty() && !printed.record.data.weightUnknown();
 }
 
 void PrintResultLine(const Sheet& sheet, const QString& text) {
@@ -83,15 +110,18 @@ void PrintResultLine(const Sheet& sheet, const QString& text) {
   PrintEmptyLines(page, 1);
 }
 
-// Behind "Pmax =" are two blanks. Deliberate.
+// The angles come before the force and the stresses.
+constexpr std::array kPrintedResults = {Sila::Result::ThetaR, Sila::Result::ThetaPol,
+                                        Sila::Result::RWb, Sila::Result::PmaxWb,
+                                        Sila::Result::Pmax};
+static_assert(kPrintedResults.size() == Sila::kResultCount);
+
 void PrintResults(const Sheet& sheet, const Case& printed) {
-  const ResultTexts& results = printed.results;
-  PrintResultLine(sheet, "Theta-R = " + results.thetaR + Vse::kDegreeCaption.toString());
-  PrintResultLine(sheet, "Theta-pol = " + results.thetaPol + Vse::kDegreeCaption.toString());
-  PrintResultLine(sheet, "R/Wb = " + results.rWb);
-  PrintResultLine(sheet, "Pmax/Wb = " + results.pmaxWb + Vse::kPmaxWbCaption.toString());
-  if (!IsAbsolute(printed)) return;
-  PrintResultLine(sheet, "Pmax =  " + *printed.results.pmax + Vse::kPmaxCaption.toString());
+  for (const Sila::Result id : kPrintedResults) {
+    if (Sila::RowOf(id).needsWeight && !IsAbsolute(printed)) continue;
+    const QStringView label = Vse::kResultPlaces[Sila::IndexOf(id)].printLabel;
+    PrintResultLine(sheet, label.toString() + printed.results[id] + Vse::UnitCaption(id));
+  }
 }
 
 // On a picture of its own, so that the one on screen stays as it is. The printed texts stand at
@@ -123,9 +153,9 @@ QString Print::PrintReport(const Sheet& sheet, const Case& printed) {
   PrinterPage& page = sheet.page;
   page.SetFontSize(10);
   PrintEmptyLines(page, 1);
-  PrintPatientAndGeometry(page, printed);
+  PrintPatientAndMeasurements(page, printed);
   PrintEmptyLines(page, 1);
-  PrintComments(sheet, "Comments : " + printed.record.patient.comments);
+  PrintComments(sheet, "Comments : " + Vse::PatientTextsOf(printed.record.data.patient).comments);
   page.Print("\n");
   PrintResults(sheet, printed);
   PrintEmptyLines(page, 5);

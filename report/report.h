@@ -6,7 +6,7 @@
 #include <QString>
 
 #include "case/case_record.h"
-#include "case/result_texts.h"
+#include "case/case_texts.h"
 #include "platform/print_target.h"
 #include "report/sheet.h"
 

@@ -20,7 +20,7 @@ int WholeTurn(double radians) {
 
 QString HeadWords(const HeadCase& headCase, const QLocale& locale) {
   const auto degrees = [&](double radians) {
-    return Vse::NumberText(std::round(Vse::RadiansToDegrees(radians) * 100.0) / 100.0, locale);
+    return Vse::NumberText(std::round(Sila::RadiansToDegrees(radians) * 100.0) / 100.0, locale);
   };
   return QStringLiteral(
              "The weight-bearing area up to the edge at %1 °, coloured by contact stress. "
