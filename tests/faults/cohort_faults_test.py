@@ -37,11 +37,11 @@ class CohortFaults(unittest.TestCase):
         (self.cases / "a.txt").write_bytes((SOURCE / "tests" / "files" / CASE_FILE).read_bytes())
         self.target = self.folder / "out.csv"
 
-    def run_program(self, arguments, stdout=subprocess.PIPE, orders=None):
+    def run_program(self, arguments, stdout=subprocess.PIPE, orders=None, threads=2):
         # A sanitizer's library then need not be the first; the fault library has no use for it.
         options = os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0"
         environment = {**os.environ, "LC_ALL": "en_US.UTF-8", "ASAN_OPTIONS": options, **(orders or {})}
-        return subprocess.run([PROGRAM, "--threads", "2", *map(str, arguments)], stdout=stdout,
+        return subprocess.run([PROGRAM, "--threads", str(threads), *map(str, arguments)], stdout=stdout,
                               stderr=subprocess.PIPE, stdin=subprocess.DEVNULL, env=environment,
                               timeout=60, check=False)
 
@@ -145,6 +145,16 @@ class CohortFaults(unittest.TestCase):
                 continue  # nothing is written here
             refused = self.walk(fault, self.read_cases, self.check_whole_or_remarked)
             self.assertEqual(refused > 0, fault[0] != "part")
+
+    def test_threads_that_the_system_does_not_give_are_done_without(self):
+        self.table.write_bytes(TABLE + (TABLE.split(b"\n")[1] + b"\n") * 20_000)
+        whole = self.run_program([self.table]).stdout
+        for most in ["0", "1", "5"]:
+            done = self.run_program([self.table], threads=64, orders={
+                "LD_PRELOAD": LIBRARY.name, "LD_LIBRARY_PATH": str(LIBRARY.parent),
+                "TELMARION_FAULT_THREADS": most})
+            self.assertEqual((done.returncode, done.stderr), (0, b""))
+            self.assertTrue(done.stdout == whole)
 
     def test_a_folder_that_cannot_be_listed_is_told(self):
         for number in range(1, MOST_CALLS):

@@ -4,7 +4,9 @@
 #include "tests/faults/fault_library.h"
 
 #include <dirent.h>
+#include <dlfcn.h>
 #include <fcntl.h>
+#include <pthread.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/uio.h>
@@ -360,6 +362,17 @@ int fstat(int file, struct stat* status) noexcept {
 
 int fstat64(int file, struct stat64* status) noexcept {
   return Faults::Look("fstat", file, "", status, AT_EMPTY_PATH);
+}
+
+// No call on files: the system gives so many threads and no more.
+int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*start)(void*),
+                   void* argument) noexcept {
+  static const auto real =
+      reinterpret_cast<decltype(&pthread_create)>(dlsym(RTLD_NEXT, "pthread_create"));
+  static std::atomic<int> made = 0;
+  const char* most = std::getenv("TELMARION_FAULT_THREADS");
+  if (most != nullptr && made++ >= std::atoi(most)) return EAGAIN;
+  return real(thread, attributes, start, argument);
 }
 
 }  // extern "C"

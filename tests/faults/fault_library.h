@@ -4,7 +4,8 @@
 // A preloaded library takes its orders from the environment: TELMARION_FAULT_FOLDER,
 // TELMARION_FAULT_KIND ("once", "from then on", "part", "full"), TELMARION_FAULT_ERROR (a number of
 // errno.h), TELMARION_FAULT_NUMBER and TELMARION_FAULT_IMPOSSIBLE. When it strikes it writes the
-// call's name to the file TELMARION_FAULT_REPORT.
+// call's name to the file TELMARION_FAULT_REPORT. TELMARION_FAULT_THREADS is how many threads can
+// be made at all.
 #pragma once
 
 #include <string>

@@ -19,6 +19,29 @@ TEST_F(HeadWindowTest, BothListsOfferTheResolutionsFromCoarseToFine) {
   }
 }
 
+TEST_F(HeadWindowTest, EveryControlShowsItsCaption) {
+  Open();
+  QStringList labels;
+  for (const QLabel* label : form_->findChildren<QLabel*>()) {
+    if (label->isVisible()) labels << label->text();
+  }
+  labels.sort();
+  EXPECT_EQ(labels, QStringList({"0 MPa", "2 MPa", "4 MPa", "Articular sphere", "Coordinate system",
+                                 "Progress", "Resolution", "Scale Pmax", "Weight-bearing area", "x",
+                                 "y", "z"}));
+  EXPECT_EQ(PoleLabel()->text(), "Pole of the stress");
+  for (const auto& [name, text] :
+       {std::pair("Check1", "Outlines of the sphere"), std::pair("Check2", "Outlines of the area"),
+        std::pair("Check3", "Pole of the stress"), std::pair("Command1", "Save picture")}) {
+    EXPECT_EQ(Find<QAbstractButton>(name)->text(), text);
+    EXPECT_TRUE(Find<QAbstractButton>(name)->isVisible()) << text;
+  }
+  for (const auto& [name, text] : {std::pair("Labelx", "x"), std::pair("Labely", "y"),
+                                   std::pair("Labelz", "z"), std::pair("LabelTop", "4 MPa")}) {
+    EXPECT_EQ(Find<QLabel>(name)->text(), text);
+  }
+}
+
 Colour ColourOf(QRgb pixel) {
   return Colour(qRed(pixel)) | Colour(qGreen(pixel)) << 8U | Colour(qBlue(pixel)) << 16U;
 }
@@ -47,6 +70,7 @@ TEST_F(HeadWindowTest, TheSphereIsFilledFromTheFirstDrawingOn) {
                      if (row == 14 && sphere.isNull()) sphere = Image().copy();
                    });
   form_->show();
+  EXPECT_EQ(Picture()->cursor().shape(), Qt::OpenHandCursor);
   QApplication::processEvents();
   ASSERT_FALSE(sphere.isNull());
   const QPoint middle = sphere.rect().center();

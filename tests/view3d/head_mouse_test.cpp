@@ -160,6 +160,7 @@ TEST_F(HeadMouseTest, BecomingActiveEndsADragWithoutAButton) {
   QEvent activation(QEvent::ActivationChange);
   QApplication::sendEvent(form_.get(), &activation);
   EXPECT_FALSE(Timer()->isActive());
+  EXPECT_EQ(Picture()->cursor().shape(), Qt::OpenHandCursor);
   EXPECT_EQ(View().sphereSteps, 50) << "drawn in full";
   const QImage before = Image().copy();
   Move({100, 100});

@@ -171,6 +171,14 @@ TEST_F(HeadSurfaceTest, ThePeakLiesAtThePoleOrAtTheEdgeBeforeIt) {
   EXPECT_NEAR(Highest(Area(300)), 52.0, 0.01) << "pole on the edge";
 }
 
+TEST_F(HeadSurfaceTest, StressIsThatOfTheLiteralSamplingWhereverThePoleLies) {
+  const literal::Frame frame{700, 700, view_.radius};
+  for (const double pole : {-0.4, 0.45, 0.5, 0.55, 1.2}) {
+    view_.headCase.poleAngle = pole;
+    ExpectLiteral(Area(10), literal::Area(10, {}, frame, {0.5, pole, 52.0}), true);
+  }
+}
+
 TEST_F(HeadSurfaceTest, StressIsHeldWithinItsLimits) {
   view_.headCase.scalePeak = 2000.0;
   const SampledSurface area = Area(50);
