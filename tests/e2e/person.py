@@ -19,7 +19,7 @@ class Person:
 
     platform = "xcb"
     # Everything of this person's lies in the folder.
-    unset = ["LANGUAGE", "WAYLAND_DISPLAY", "XDG_DATA_HOME"]
+    unset = ["LANGUAGE", "WAYLAND_DISPLAY", "XDG_CACHE_HOME", "XDG_DATA_HOME"]
 
     def __init__(self, program, folder, language, starter=None, **settings):
         """`starter` is a command that starts the program, when it does not start by itself.
@@ -28,6 +28,7 @@ class Person:
             os.environ,
             LC_ALL=language,
             HOME=folder,
+            TMPDIR=folder,
             XDG_RUNTIME_DIR=folder,
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
             QT_QPA_PLATFORM=self.platform,

@@ -34,7 +34,6 @@ weston_takes_input() {
 
 # Weston outlives its X server, in a busy loop: it is told to end with this script.
 start_weston() {
-  folder=$(mktemp -d)
   trap 'kill "$weston"; wait "$weston" || true; rm -rf "$folder"' EXIT
   export WAYLAND_DISPLAY=$folder/desktop
   XDG_RUNTIME_DIR=$folder setpriv --pdeathsig TERM weston --backend=x11-backend.so --use-pixman \
@@ -51,6 +50,9 @@ fi
 if [ "${1:-}" = --inside ]; then
   desktop=$2
   shift 2
+  folder=$(mktemp -d)
+  trap 'rm -rf "$folder"' EXIT
+  export XDG_CACHE_HOME=$folder # what the desktop's own programs remember
   /usr/libexec/at-spi-bus-launcher --launch-immediately >/dev/null 2>&1 &
   "start_$desktop"
   "$@"
