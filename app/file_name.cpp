@@ -3,7 +3,7 @@
 
 #include <QRegularExpression>
 
-#include "case/case_record.h"
+#include "case/case_texts.h"
 
 namespace {
 

@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 #include <cstdlib>
 
+#include "case/case_texts.h"
 #include "platform/print_dialog.h"
 #include "report/report.h"
 #include "tests/report/report_cases.h"

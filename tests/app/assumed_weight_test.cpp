@@ -49,7 +49,7 @@ class AssumedWeight : public testing::Test {
   static void ExpectUnknown(RunningProgram& program) {
     EXPECT_EQ(program.Panel("txtBodyWeight"), "Unknown");
     EXPECT_FALSE(program.InWindow<QLineEdit>("txtPmax")->isVisible());
-    EXPECT_TRUE(program.window.Session().Record().weightUnknown);
+    EXPECT_TRUE(program.window.Session().Record().data.weightUnknown());
     program.files.Answers(program.Path("case.txt"));
     program.window.Save();
     const QByteArray bytes = program.Bytes(program.Path("case.txt"));
@@ -72,7 +72,7 @@ TEST_F(AssumedWeight, StaysUnknownWhileAFormIsOpenAndCancelled) {
     if (command == QString("mnuOpen")) program.files.Answers(program.Path("known.txt"));
     program.Command(command);
     program.messages.Take();
-    EXPECT_TRUE(program.window.Session().Record().weightUnknown) << command;
+    EXPECT_TRUE(program.window.Session().Record().data.weightUnknown()) << command;
     program.PressCancel();
     ExpectUnknown(program);
   }
@@ -93,7 +93,7 @@ TEST_F(AssumedWeight, OfTheCaseBeforeIsNotThatOfAFile) {
   program.PressOk();
   EXPECT_EQ(program.Panel("txtBodyWeight"), "80");
   EXPECT_TRUE(program.InWindow<QLineEdit>("txtPmax")->isVisible());
-  EXPECT_FALSE(program.window.Session().Record().weightUnknown);
+  EXPECT_FALSE(program.window.Session().Record().data.weightUnknown());
   program.files.Answers(program.Path("again.txt"));
   program.window.Save();
   EXPECT_TRUE(program.Bytes(program.Path("again.txt")).contains("Body weight   : 80 kg\n"));
@@ -112,13 +112,13 @@ TEST_F(AssumedWeight, OfAFailedConfirmationNeverReachesTheCaseOnScreen) {
   program->ConfirmDefaultCase();
   program->window.Change();
   PressOkInVain(*program);
-  EXPECT_FALSE(program->window.Session().Record().weightUnknown);
+  EXPECT_FALSE(program->window.Session().Record().data.weightUnknown());
   EXPECT_EQ(program->Panel("txtPmax"), "2066847.58");
   program = EndAndGoOn(std::move(program));
   EXPECT_EQ(program->Panel("txtPmax"), "2066847.58");
   EXPECT_EQ(program->Panel("txtBodyWeight"), "70");
   program->PressCancel();
-  EXPECT_FALSE(program->window.Session().Record().weightUnknown);
+  EXPECT_FALSE(program->window.Session().Record().data.weightUnknown());
 }
 
 TEST_F(AssumedWeight, IsAnEmptyBoxAgainAfterCancel) {

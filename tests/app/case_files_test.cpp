@@ -87,7 +87,7 @@ TEST(EditedFile, WithStrippedBlanksGivesTheSameResults) {
   program.window.Open();
   EXPECT_EQ(program.Entry("Text13"), "0.025");
   program.PressOk();
-  EXPECT_EQ(program.window.Session().Record().geometry.headRadius, 0.025);
+  EXPECT_EQ(program.window.Session().Record().data.inputs.headRadius, 0.025);
 }
 
 TEST(EditedFile, WithoutANameTakesNoNameOfTheCaseBefore) {

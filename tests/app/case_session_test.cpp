@@ -6,7 +6,7 @@
 namespace {
 
 void Confirm(CaseSession& session, double lizm) {
-  session.Record().geometry.lizm = lizm;
+  session.Record().data.inputs.lizm = {lizm};
   session.NoteConfirmed();
 }
 
@@ -58,7 +58,7 @@ TEST(CaseSession, SavingSetsOneFlagAndReadingTheOther) {
 TEST(CaseSession, ConfirmingWhatWasReadLeavesTheFlags) {
   CaseSession session;
   CaseData read;
-  read.geometry.lizm = 9.0;
+  read.inputs.lizm = {9.0};
   session.NoteRead("b.txt", read);
   Confirm(session, 9.0);
   EXPECT_TRUE(session.openOK());
@@ -79,7 +79,7 @@ TEST(CaseSession, AFileThatWasReadCountsForTheRecordOnceItIsConfirmed) {
   session.NoteNew();
   Confirm(session, 10.4);
   CaseData read;
-  read.geometry.lizm = 9.0;
+  read.inputs.lizm = {9.0};
   session.NoteRead("b.txt", read);
   EXPECT_TRUE(session.openOK());
   EXPECT_TRUE(session.NeedsSaving());
@@ -97,7 +97,7 @@ TEST(CaseSession, AFileThatWasReadCountsForTheRecordOnceItIsConfirmed) {
 TEST(CaseSession, ComingBackToWhatWasReadIsNoSaving) {
   CaseSession session;
   CaseData read;
-  read.geometry.lizm = 9.0;
+  read.inputs.lizm = {9.0};
   session.NoteRead("b.txt", read);
   Confirm(session, 9.1);
   EXPECT_TRUE(session.NeedsSaving());

@@ -4,6 +4,7 @@
 
 #include <QDir>
 
+#include "case/case_texts.h"
 #include "case/case_file.h"
 #include "tests/support/row_name.h"
 #include "tests/support/running_program.h"
@@ -63,8 +64,8 @@ TEST_P(CommandTable, AsksSavesAndGoesOnAsTheAnswerSays) {
   const QString existing = program.Path("existing.txt");
   {
     CaseRecord record;
-    record.patient = {"Other Case", "M", "1960", "80", "D", "No"};
-    record.geometry = {10.0, 1.0, 6.5, 4.0, 15.0, 0.0, 0.5, 0.024};
+    record.data.patient = Vse::PatientFrom({"Other Case", "M", "1960", "80", "D", "No"});
+    record.data.inputs = {10.0, 1.0, 6.5, 4.0, 15.0, 0.0, 0.5, 0.024};
     ASSERT_EQ(Vse::WriteCaseFile(existing, record, "1.1.2026", QLocale::c()), "");
   }
   BringTo(program, row.state);
@@ -270,7 +271,7 @@ TEST(Commands, CancellingTheFormAfterOpenKeepsTheCaseOnScreen) {
   program.window.Change();
   program.Type("Text1", "11");
   program.PressOk();
-  const CaseData before = program.window.Session().Record();
+  const CaseData before = program.window.Session().Record().data;
   program.messages.Answers(Answer::No);
   program.files.Answers(program.Path("case.txt"));
   program.window.Open();

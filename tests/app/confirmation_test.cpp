@@ -1,6 +1,7 @@
 // From OK on the form to the results in the window.
 #include <gtest/gtest.h>
 
+#include "case/case_texts.h"
 #include "diagram/diagram_view.h"
 #include "tests/support/row_name.h"
 #include "tests/support/running_program.h"
@@ -62,7 +63,7 @@ TEST(Confirmation, AnUnknownWeightTakesSixtyKilogramsAndHidesThePeakStress) {
   RunningProgram program;
   program.ConfirmDefaultCase({});
   EXPECT_EQ(program.Entry("Text10"), "60");
-  EXPECT_TRUE(program.window.Session().Record().weightUnknown);
+  EXPECT_TRUE(program.window.Session().Record().data.weightUnknown());
   EXPECT_EQ(program.window.Session().Record().bodyWeight, 60.0);
   EXPECT_EQ(program.Panel("txtBodyWeight"), "Unknown");
   EXPECT_FALSE(program.InWindow<QLineEdit>("txtBodyWeight")->isEnabled());
@@ -105,7 +106,7 @@ TEST(Confirmation, ANewCaseAfterOneOfUnknownWeightHasItsOwnWeight) {
 TEST(Confirmation, MillimetresAndCentimetresGiveTheSameResults) {
   RunningProgram program;
   program.ConfirmDefaultCase();
-  const Results expected = program.window.Session().Record().results;
+  const Sila::HipResults expected = program.window.Session().Record().results();
   program.window.Change();
   for (const auto& [box, list, text, unit] :
        {std::tuple("Text1", "Combo1", "104", "mm"), std::tuple("Text2", "Combo2", "5", "mm"),
@@ -116,7 +117,7 @@ TEST(Confirmation, MillimetresAndCentimetresGiveTheSameResults) {
     program.ChooseUnit(list, unit);
   }
   program.PressOk();
-  const Results& results = program.window.Session().Record().results;
+  const Sila::HipResults& results = program.window.Session().Record().results();
   EXPECT_EQ(results.rWb, expected.rWb);
   EXPECT_EQ(results.thetaR, expected.thetaR);
   EXPECT_NEAR(results.pmax, expected.pmax, 1e-6);
@@ -145,15 +146,15 @@ TEST(Confirmation, ReportsEveryBadEntryOnceInTheOrderOfTheChecks) {
 TEST(Confirmation, AFailedCheckLeavesEveryEarlierResult) {
   RunningProgram program;
   program.ConfirmDefaultCase();
-  const CaseData before = program.window.Session().Record();
-  const Results results = program.window.Session().Record().results;
+  const CaseData before = program.window.Session().Record().data;
+  const Sila::HipResults results = program.window.Session().Record().results();
   program.window.Change();
   program.Type("Text1", "12");
   program.Type("Text9", "x");
   program.PressOk();
   EXPECT_EQ(program.messages.Take(), Said({ErrorSaid("numeric value expected")}));
   EXPECT_TRUE(static_cast<const CaseData&>(program.window.Session().Record()) == before);
-  EXPECT_EQ(program.window.Session().Record().results.pmax, results.pmax);
+  EXPECT_EQ(program.window.Session().Record().results().pmax, results.pmax);
   EXPECT_EQ(program.Panel("txtPmax"), "2066847.58");
   program.PressCancel();
   EXPECT_TRUE(static_cast<const CaseData&>(program.window.Session().Record()) == before);
@@ -162,7 +163,7 @@ TEST(Confirmation, AFailedCheckLeavesEveryEarlierResult) {
 TEST(Confirmation, ARefusedCaseKeepsTheShownStresses) {
   RunningProgram program;
   program.ConfirmDefaultCase();
-  const Results before = program.window.Session().Record().results;
+  const Sila::HipResults before = program.window.Session().Record().results();
   program.window.Change();
   program.Type("Text8", "Refused");
   program.Type("Text1", "11");
@@ -174,7 +175,7 @@ TEST(Confirmation, ARefusedCaseKeepsTheShownStresses) {
   EXPECT_EQ(program.Panel("txtName"), "Refused ");
   EXPECT_EQ(program.Panel("txtPmax"), "2066847.58");
   EXPECT_EQ(program.Panel("txtRWb"), "2.81");
-  const Results& after = program.window.Session().Record().results;
+  const Sila::HipResults& after = program.window.Session().Record().results();
   EXPECT_NE(after.rWb, before.rWb);
   EXPECT_NE(after.thetaR, before.thetaR);
   EXPECT_EQ(after.pmax, before.pmax);

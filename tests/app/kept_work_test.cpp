@@ -233,12 +233,12 @@ TEST_F(KeptWorkTest, AnUnsavedCaseAndTheFormOverItBothComeBack) {
   EndBySystem(std::move(program));
 
   program = StartAgain(Answer::Yes);
-  EXPECT_EQ(program->window.Session().Record().geometry.lizm, 10.4);
+  EXPECT_EQ(program->window.Session().Record().data.inputs.lizm, 10.4);
   EXPECT_TRUE(program->window.Session().NeedsSaving());
   ASSERT_TRUE(program->FormIsOpen());
   EXPECT_EQ(program->Entry("Text1"), "11");
   program->PressOk();
-  EXPECT_EQ(program->window.Session().Record().geometry.lizm, 11.0);
+  EXPECT_EQ(program->window.Session().Record().data.inputs.lizm, 11.0);
 }
 
 TEST_F(KeptWorkTest, ARefusedCaseIsRefusedAgain) {
@@ -334,7 +334,7 @@ TEST_F(KeptWorkTest, AnUnsavedCaseIsKeptWhileAFileIsInTheForm) {
   program->messages.Take();
   EndBySystem(std::move(program));
   program = StartAgain(Answer::Yes);
-  EXPECT_EQ(program->window.Session().Record().geometry.lizm, 11.0);
+  EXPECT_EQ(program->window.Session().Record().data.inputs.lizm, 11.0);
 }
 
 TEST_F(KeptWorkTest, DamagedWorkIsToldAndTheProgramGoesOn) {

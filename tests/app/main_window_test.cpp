@@ -1,4 +1,5 @@
 // The main window as such: what is in it, how it is reached, how it bears sizes and themes.
+#include "case/case_texts.h"
 #include "app/main_window.h"
 
 #include <gtest/gtest.h>
@@ -150,14 +151,14 @@ TEST(MainWindow, StrangeTextsSurviveConfirmSaveAndOpen) {
   program.InForm<QLineEdit>("Text7")->setText("one\ttwo\nthree");
   program.InForm<QPlainTextEdit>("Text12")->setPlainText(comments);
   program.PressOk();
-  const CaseData before = program.window.Session().Record();
+  const CaseData before = program.window.Session().Record().data;
   program.files.Answers(program.Path("case.txt"));
   program.window.Save();
   program.files.Answers(program.Path("case.txt"));
   program.window.Open();
   EXPECT_EQ(program.InForm<QPlainTextEdit>("Text12")->toPlainText(), comments);
   program.PressOk();
-  const PatientTexts& after = program.window.Session().Record().patient;
+  const PatientTexts& after = program.window.Session().Record().data.patient;
   EXPECT_EQ(after.comments, before.patient.comments);
   EXPECT_EQ(after.name, before.patient.name);
 }

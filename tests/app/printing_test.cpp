@@ -48,7 +48,7 @@ TEST(Printing, CancellingTheDialogPrintsNothing) {
 TEST(Printing, ATargetThatCannotBeWrittenIsReportedAndTheCaseUntouched) {
   RunningProgram program;
   program.ConfirmDefaultCase();
-  const CaseData before = program.window.Session().Record();
+  const CaseData before = program.window.Session().Record().data;
   program.messages.Answers(Answer::Yes);
   program.printers.Answers(program.Path("none/report.pdf"));
   program.window.Print();

@@ -32,8 +32,8 @@ void FillForm(MDIForm1& window) {
   CaseEntries entries = window.CaseForm()->Entries();
   entries.surname = "Surname";
   entries.firstName = "Given";
-  entries.sex = CaseEntries::Sex::Female;
-  entries.hip = CaseEntries::Hip::Left;
+  entries.sex = Sex::Female;
+  entries.hip = HipSide::Left;
   entries.dateOfBirth = "15.11.1956";
   entries.bodyWeight = "70";
   entries.comments = "Dysplasia, before osteotomy.\nSecond look at the radiograph of 2026.";

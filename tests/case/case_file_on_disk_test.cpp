@@ -62,7 +62,7 @@ TEST(CaseFileOnDisk, AFullDiskIsReportedAndTheOldFileStays) {
 TEST(CaseFileOnDisk, WhatCouldNotBeReadAgainIsNotWritten) {
   const QTemporaryDir folder;
   CaseRecord record = DefaultCase();
-  record.patient.comments = QString(static_cast<int>(Vse::kLargestCaseFile), 'x');
+  record.data.patient.comments = QString(static_cast<int>(Vse::kLargestCaseFile), 'x');
   const QString path = folder.filePath("case.txt");
   EXPECT_NE(Vse::WriteCaseFile(path, record, "", QLocale::c()), "");
   EXPECT_FALSE(QFile::exists(path));
@@ -83,11 +83,11 @@ TEST(CaseFileOnDisk, LargerThanAMebibyteIsNoCaseFile) {
   const QTemporaryDir folder;
   const QString path = folder.filePath("large.txt");
   CaseRecord record = DefaultCase();
-  record.patient.comments =
+  record.data.patient.comments =
       QString(static_cast<int>(Vse::kLargestCaseFile - kDefaultFile.size() + 2), 'x');
   Put(path, Compose(record));
   EXPECT_EQ(Vse::ReadCaseFile(path, QLocale::c()).problem, CaseFileContents::Problem::None);
-  record.patient.comments += "x";
+  record.data.patient.comments += "x";
   Put(path, Compose(record));
   EXPECT_EQ(Vse::ReadCaseFile(path, QLocale::c()).problem,
             CaseFileContents::Problem::NotCorrectFile);
@@ -103,7 +103,7 @@ TEST(CaseFileOnDisk, IsWholeWhateverMomentTheProgramDiesAt) {
   const QTemporaryDir folder;
   const QString path = folder.filePath("case.txt");
   CaseRecord other = DefaultCase();
-  other.patient.comments = QString(200000, 'x');
+  other.data.patient.comments = QString(200000, 'x');
   const QByteArray otherFile = Compose(other);
   ASSERT_EQ(Vse::WriteCaseFile(path, DefaultCase(), "15.11.2026", QLocale::c()), "");
   for (int round = 0; round < 25; ++round) {

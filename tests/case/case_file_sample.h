@@ -7,18 +7,19 @@
 #include "case/case_entries.h"
 #include "case/case_file.h"
 #include "case/case_record.h"
-#include "tests/support/default_geometry.h"
+#include "case/case_texts.h"
+#include "tests/support/default_inputs.h"
 
 inline CaseRecord DefaultCase() {
   CaseRecord record;
-  record.patient = {.name = "Surname Given",
-                    .sex = "F",
-                    .dateOfBirth = "15.11.1956",
-                    .bodyWeight = "70",
-                    .hip = "L",
-                    .comments = "No"};
-  record.geometry = DefaultGeometry();
-  record.bodyWeight = 70.0;
+  record.data.patient = Vse::PatientFrom({.name = "Surname Given",
+                                          .sex = "F",
+                                          .dateOfBirth = "15.11.1956",
+                                          .bodyWeight = "70",
+                                          .hip = "L",
+                                          .comments = "No"});
+  record.data.inputs = DefaultInputs();
+  record.data.inputs.bodyWeight = Sila::Kilograms{70.0};
   Vse::RunModel(record);
   return record;
 }
@@ -52,19 +53,19 @@ inline CaseEntries DefaultEntries() {
   CaseEntries entries;
   entries.surname = "Surname ";
   entries.firstName = "Given";
-  entries.sex = CaseEntries::Sex::Female;
+  entries.sex = Sex::Female;
   entries.dateOfBirth = "15.11.1956";
   entries.bodyWeight = "70";
-  entries.hip = CaseEntries::Hip::Left;
+  entries.hip = HipSide::Left;
   entries.comments = "No";
-  entries.measures = {{{"10.4", "cm"},
-                       {"0.5", "cm"},
-                       {"6", "cm"},
-                       {"4.4", "cm"},
-                       {"16", "cm"},
-                       {"0 ", "  °  "},
-                       {"30 ", "  °  "},
-                       {"0.025", "m"}}};
+  entries.measurements = {{{"10.4", Sila::Unit::Centimetre},
+                           {"0.5", Sila::Unit::Centimetre},
+                           {"6", Sila::Unit::Centimetre},
+                           {"4.4", Sila::Unit::Centimetre},
+                           {"16", Sila::Unit::Centimetre},
+                           {"0 ", Sila::Unit::Degree},
+                           {"30 ", Sila::Unit::Degree},
+                           {"0.025", Sila::Unit::Metre}}};
   return entries;
 }
 

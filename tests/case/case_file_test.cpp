@@ -1,5 +1,6 @@
 // The case file, byte for byte, as it is composed and parsed.
 #include "case/case_file.h"
+#include "case/case_texts.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +8,7 @@
 
 #include "case/case_conversion.h"
 #include "case/case_file_labels.h"
+#include "case/case_places.h"
 #include "tests/case/case_file_sample.h"
 #include "tests/case/line_ends.h"
 #include "tests/support/row_name.h"
@@ -29,8 +31,8 @@ TEST(CaseFileWriter, WritesTheseBytes) {
 
 TEST(CaseFileWriter, LeavesOutThePeakStressOfAnUnknownWeight) {
   CaseRecord record = DefaultCase();
-  record.weightUnknown = true;
-  record.patient.bodyWeight = "Unknown";
+  record.data.inputs.bodyWeight.reset();
+  record.data.patient.bodyWeight = "Unknown";
   const QByteArray file = Compose(record);
   EXPECT_TRUE(file.contains("Body weight   : Unknown kg\n\r\n"));
   EXPECT_TRUE(file.endsWith("Pmax/Wb       = 3006.761 m^-2\n\r\n"));
@@ -38,8 +40,8 @@ TEST(CaseFileWriter, LeavesOutThePeakStressOfAnUnknownWeight) {
 
 TEST(CaseFileWriter, RoundsResultsTowardsMinusInfinity) {
   CaseRecord record = DefaultCase();
-  record.results.rWb = 2.8719;
-  record.results.thetaR = -3.4561;
+  record.model.results.rWb = 2.8719;
+  record.model.results.thetaR = {-3.4561};
   EXPECT_TRUE(Compose(record).contains("R/Wb          = 2.871\n\r\n"));
   EXPECT_TRUE(Compose(record).contains("Theta-R       = -3.457 \xB0 \n\r\n"));
 }
@@ -50,14 +52,15 @@ TEST(CaseFileWriter, WritesTheLocalesSeparator) {
   EXPECT_TRUE(file.contains("Pmax = 2066847,58429341 Pa\n\r\n"));
 }
 
-TEST(CaseFileWriter, LabelsAreSixteenWide) {
-  for (const QStringView label :
-       {Vse::kNameLabel, Vse::kSexLabel, Vse::kBirthLabel, Vse::kWeightLabel, Vse::kHipLabel,
-        Vse::kCommentsLabel, Vse::kRWbLabel, Vse::kThetaRLabel, Vse::kPmaxWbLabel}) {
-    EXPECT_EQ(label.size(), 16) << label.toString().toStdString();
+TEST(CaseFileWriter, LabelsAreSixteenWideButForThePeakStress) {
+  QList<QStringView> labels = {Vse::kNameLabel,   Vse::kSexLabel, Vse::kBirthLabel,
+                               Vse::kWeightLabel, Vse::kHipLabel, Vse::kCommentsLabel};
+  for (const auto& places : Vse::kMeasurementPlaces) labels << places.fileLabel;
+  for (const Sila::Result id : {Sila::Result::RWb, Sila::Result::ThetaR, Sila::Result::PmaxWb}) {
+    labels << Vse::kResultPlaces[Sila::IndexOf(id)].fileLabel;
   }
-  for (const QStringView label : Vse::kMeasureLabels) EXPECT_EQ(label.size(), 16);
-  EXPECT_EQ(Vse::kPmaxLabel.size(), 7);
+  for (const QStringView label : labels) EXPECT_EQ(label.size(), 16);
+  EXPECT_EQ(Vse::kResultPlaces[Sila::IndexOf(Sila::Result::Pmax)].fileLabel.size(), 7);
 }
 
 TEST(CaseFileReader, GivesTheEntries) {
@@ -75,12 +78,13 @@ TEST(CaseFileReader, DoesNotNeedTheResults) {
 
 TEST(CaseFileReader, UnknownReadsAsEmptySecondOptionAndRight) {
   CaseRecord record = DefaultCase();
-  record.weightUnknown = true;
-  record.patient = {"Unknown", "Unknown", "Unknown", "Unknown", "Unknown", "No"};
+  record.data.inputs.bodyWeight.reset();
+  record.data.patient =
+      Vse::PatientFrom({"Unknown", "Unknown", "Unknown", "Unknown", "Unknown", "No"});
   const CaseFileContents contents = Parse(Compose(record));
   EXPECT_FALSE(contents.hasName);
-  EXPECT_EQ(contents.entries.sex, CaseEntries::Sex::Female);
-  EXPECT_EQ(contents.entries.hip, CaseEntries::Hip::Right);
+  EXPECT_EQ(contents.entries.sex, Sex::Female);
+  EXPECT_EQ(contents.entries.hip, HipSide::Right);
   EXPECT_EQ(contents.entries.dateOfBirth, "");
   EXPECT_EQ(contents.entries.bodyWeight, "");
   EXPECT_EQ(contents.entries.comments, "No");
@@ -98,7 +102,7 @@ class CaseFileNames : public testing::TestWithParam<Name> {};
 
 TEST_P(CaseFileNames, TheLastBlankDecides) {
   CaseRecord record = DefaultCase();
-  record.patient.name = GetParam().held;
+  record.data.patient.name = GetParam().held;
   const CaseFileContents contents = Parse(Compose(record));
   EXPECT_EQ(contents.hasName, GetParam().hasName);
   EXPECT_EQ(contents.entries.surname, GetParam().surname);
@@ -178,7 +182,7 @@ TEST_P(ChangedLineEnds, ReadToTheSameEntries) {
   for (const QString& comments :
        {QStringLiteral("No"), QStringLiteral("one\ntwo\n\nfour"), QStringLiteral("ends\n\n"),
         QStringLiteral("Sex           : M\nlizm          = 99 cm\nxizm          = 1 cm")}) {
-    record.patient.comments = comments;
+    record.data.patient.comments = comments;
     const CaseFileContents contents = Parse(InForm(Compose(record), GetParam()));
     ASSERT_EQ(contents.problem, CaseFileContents::Problem::None) << contents.reason.toStdString();
     CaseEntries expected = DefaultEntries();
@@ -201,7 +205,7 @@ class CodePages : public testing::TestWithParam<Page> {};
 
 TEST_P(CodePages, WriteAndReadTheLanguagesLetters) {
   CaseRecord record = DefaultCase();
-  record.patient.name = GetParam().surname + " X";
+  record.data.patient.name = GetParam().surname + " X";
   const QLocale locale(GetParam().locale);
   const QByteArray file = Compose(record, locale);
   EXPECT_TRUE(file.contains("Name          : " + GetParam().bytes + " X\n")) << file.toStdString();
@@ -230,14 +234,14 @@ INSTANTIATE_TEST_SUITE_P(Table, CodePages,
 TEST(CodePages, FallBackToUtf8WithoutAMarkWhenALetterHasNoPlace) {
   CaseRecord record = DefaultCase();
   for (const QString& surname : {u"Иванов"_qs, u"Kovač"_qs, u"😀"_qs, u"שלום"_qs, u"～"_qs}) {
-    record.patient.name = surname + " X";
+    record.data.patient.name = surname + " X";
     const QByteArray file = Compose(record, QLocale("de_DE"));
     EXPECT_TRUE(file.startsWith("TELMARION"));
     EXPECT_TRUE(file.contains(surname.toUtf8()));
     EXPECT_TRUE(file.contains(u" °  "_qs.toUtf8()));
     for (const char* reader : {"de_DE", "ru_RU", "C"}) {
       EXPECT_EQ(Parse(file, QLocale(reader)).entries.surname, surname + " ");
-      EXPECT_EQ(Parse(file, QLocale(reader)).entries[Measure::ThetaCE].text, "30 ");
+      EXPECT_EQ(Parse(file, QLocale(reader)).entries[Sila::Measurement::ThetaCE].text, "30 ");
     }
   }
 }

@@ -1,5 +1,7 @@
 // The case record: its texts, its angles, and what a run of the model writes into it.
 #include "case/case_record.h"
+#include "case/case_texts.h"
+#include "case/entry_check.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +9,7 @@
 
 #include "case/case_conversion.h"
 #include "case/number_text.h"
-#include "tests/support/default_geometry.h"
+#include "tests/support/default_inputs.h"
 #include "tests/support/row_name.h"
 
 namespace {
@@ -16,8 +18,8 @@ using Sila::HipOutcome;
 
 CaseRecord DefaultCase() {
   CaseRecord record;
-  record.geometry = DefaultGeometry();
-  record.bodyWeight = 70.0;
+  record.data.inputs = DefaultInputs();
+  record.data.inputs.bodyWeight = Sila::Kilograms{70.0};
   return record;
 }
 
@@ -38,8 +40,8 @@ TEST_P(ComposeName, JoinsWithOneBlank) {
 
 INSTANTIATE_TEST_SUITE_P(Table, ComposeName,
                          testing::Values(Names{"Both", "Novak", "Ana", "Novak Ana"},
-                                         Names{"NeitherIsUnknown", "", "", "Unknown"},
-                                         Names{"BlanksAreNeither", "  ", "\t", "Unknown"},
+                                         Names{"NeitherIsEmpty", "", "", ""},
+                                         Names{"BlanksAreNeither", "  ", "\t", ""},
                                          Names{"SurnameKeepsTheBlank", "Novak", "", "Novak "},
                                          Names{"FirstNameKeepsTheBlank", "", "Ana", " Ana"},
                                          Names{"Trimmed", "  Novak ", " Ana  ", "Novak Ana"},
@@ -57,140 +59,129 @@ CaseEntries FilledEntries() {
   CaseEntries entries;
   entries.surname = "Novak";
   entries.firstName = "Ana";
-  entries.sex = CaseEntries::Sex::Female;
+  entries.sex = Sex::Female;
   entries.dateOfBirth = "15.11.1956";
   entries.bodyWeight = "72,5";
-  entries.hip = CaseEntries::Hip::Right;
+  entries.hip = HipSide::Right;
   entries.comments = "first\nsecond";
-  entries.measures.fill({"25", Vse::kMillimetre.toString()});
+  entries.measurements.fill({"25", Sila::Unit::Millimetre});
   return entries;
+}
+
+PatientTexts TextsOf(const CaseEntries& entries, bool weightUnknown = false) {
+  return Vse::PatientTextsOf(Vse::PatientOf(entries, weightUnknown));
 }
 
 TEST(PatientTexts, AreHeldAsTyped) {
   const PatientTexts expected = {"Novak Ana", "F", "15.11.1956", "72,5", "D", "first\nsecond"};
-  EXPECT_TRUE(Vse::PatientTextsOf(FilledEntries(), false) == expected);
+  EXPECT_TRUE(TextsOf(FilledEntries()) == expected);
 }
 
 TEST(PatientTexts, SayWhichSexAndHip) {
   CaseEntries entries = FilledEntries();
-  entries.sex = CaseEntries::Sex::Male;
-  entries.hip = CaseEntries::Hip::Left;
-  EXPECT_EQ(Vse::PatientTextsOf(entries, false).sex, "M");
-  EXPECT_EQ(Vse::PatientTextsOf(entries, false).hip, "L");
+  entries.sex = Sex::Male;
+  entries.hip = HipSide::Left;
+  EXPECT_EQ(TextsOf(entries).sex, "M");
+  EXPECT_EQ(TextsOf(entries).hip, "L");
 }
 
 TEST(PatientTexts, HavePlaceholdersForWhatIsMissing) {
   const PatientTexts expected = {"Unknown", "Unknown", "Unknown", "Unknown", "Unknown", "No"};
-  EXPECT_TRUE(Vse::PatientTextsOf(CaseEntries(), false) == expected);
+  EXPECT_TRUE(TextsOf(CaseEntries()) == expected);
 }
 
 // The box then holds the "60" that the confirmation has put there.
 TEST(PatientTexts, HideTheAssumedWeight) {
   CaseEntries entries = FilledEntries();
   entries.bodyWeight = "60";
-  EXPECT_EQ(Vse::PatientTextsOf(entries, true).bodyWeight, "Unknown");
-  EXPECT_EQ(Vse::PatientTextsOf(entries, false).bodyWeight, "60");
+  EXPECT_EQ(TextsOf(entries, true).bodyWeight, "Unknown");
+  EXPECT_EQ(TextsOf(entries).bodyWeight, "60");
 }
 
-TEST(DataOf, TakesSixtyKilogramsForAnEmptyWeight) {
-  CaseEntries entries = FilledEntries();
-  entries.bodyWeight = "";
-  for (const bool before : {false, true}) {
-    const std::optional<CaseData> data = Vse::DataOf(entries, before);
-    ASSERT_TRUE(data);
-    EXPECT_EQ(data->bodyWeight, 60.0);
-    EXPECT_TRUE(data->weightUnknown);
+TEST(PatientTexts, StandForThePatientThatTheyCameFrom) {
+  for (const CaseEntries& entries : {FilledEntries(), CaseEntries()}) {
+    const Patient patient = Vse::PatientOf(entries, false);
+    EXPECT_TRUE(Vse::PatientFrom(Vse::PatientTextsOf(patient)) == patient);
   }
 }
 
-TEST(DataOf, KeepsAnUnknownWeightUnknownWhenOneIsTyped) {
-  const std::optional<CaseData> typed = Vse::DataOf(FilledEntries(), true);
-  ASSERT_TRUE(typed);
-  EXPECT_EQ(typed->bodyWeight, 72.5);
-  EXPECT_TRUE(typed->weightUnknown);
-  EXPECT_FALSE(Vse::DataOf(FilledEntries(), false)->weightUnknown);
-}
-
 TEST(Angles, AreHeldWithTheForceModelsPi) {
-  EXPECT_EQ(Vse::DegreesToRadians(30.0), 30.0 * 3.14159265358979 / 180.0);
-  EXPECT_EQ(Vse::RadiansToDegrees(1.0), 1.0 * 180.0 / 3.14159265358979);
-  EXPECT_EQ(Vse::DegreesToRadians(0.0), 0.0);
+  EXPECT_EQ(Sila::DegreesToRadians(30.0), 30.0 * 3.14159265358979 / 180.0);
+  EXPECT_EQ(Sila::RadiansToDegrees(1.0), 1.0 * 180.0 / 3.14159265358979);
+  EXPECT_EQ(Sila::DegreesToRadians(0.0), 0.0);
 }
 
 TEST(Angles, ComeBackAsTheTextThatWasTyped) {
-  EXPECT_EQ(Vse::NumberText(Vse::RadiansToDegrees(Vse::DegreesToRadians(30.0)), QLocale::c()),
+  EXPECT_EQ(Vse::NumberText(Sila::RadiansToDegrees(Sila::DegreesToRadians(30.0)), QLocale::c()),
             "30");
   for (int tenths = -3600; tenths <= 3600; ++tenths) {
     const QString typed = Vse::NumberText(tenths / 10.0, QLocale::c());
     const double degrees = Vse::ReadNumber(typed.toStdString()).value();
-    const double held = Vse::DegreesToRadians(degrees);
-    EXPECT_EQ(Vse::NumberText(Vse::RadiansToDegrees(held), QLocale::c()), typed);
+    const double held = Sila::DegreesToRadians(degrees);
+    EXPECT_EQ(Vse::NumberText(Sila::RadiansToDegrees(held), QLocale::c()), typed);
   }
 }
 
-TEST(CaseRecord, StartsWithAKnownWeightAndNoResults) {
+TEST(CaseRecord, StartsWithoutAWeightAndResults) {
   const CaseRecord record;
-  EXPECT_FALSE(record.weightUnknown);
-  EXPECT_EQ(record.results.rWb, 0.0);
-  EXPECT_TRUE(record.patient.name.isEmpty());
+  EXPECT_TRUE(record.data.weightUnknown());
+  EXPECT_EQ(record.results().rWb, 0.0);
+  EXPECT_TRUE(record.data.patient.name.isEmpty());
 }
 
 TEST(RunModel, WritesEveryResult) {
   CaseRecord record = DefaultCase();
   ASSERT_EQ(Vse::RunModel(record), HipOutcome::Ok);
-  EXPECT_NEAR(record.results.rWb, 2.81222677558, 5e-12);
-  EXPECT_NEAR(record.results.thetaR, 8.4764903085, 5e-11);
-  EXPECT_NEAR(record.results.thetaPol, 16.4157852045, 5e-11);
-  EXPECT_NEAR(record.results.pmaxWb, 3006.76110604, 5e-9);
-  EXPECT_NEAR(record.results.pmax, 2066847.58429341, 5e-9);
+  EXPECT_NEAR(record.results().rWb, 2.81222677558, 5e-12);
+  EXPECT_NEAR(record.results().thetaR, 8.4764903085, 5e-11);
+  EXPECT_NEAR(record.results().thetaPol, 16.4157852045, 5e-11);
+  EXPECT_NEAR(record.results().pmaxWb, 3006.76110604, 5e-9);
+  EXPECT_NEAR(record.results().pmax, 2066847.58429341, 5e-9);
 }
 
 TEST(RunModel, KeepsTheWorkingValuesReadable) {
   CaseRecord record = DefaultCase();
   ASSERT_EQ(Vse::RunModel(record), HipOutcome::Ok);
-  EXPECT_EQ(record.model.force.rWb, record.results.rWb);
-  EXPECT_EQ(record.model.stress.p0, record.results.pmax);
+  EXPECT_EQ(record.model.force.rWb, record.results().rWb);
+  EXPECT_EQ(record.model.stress.p0, record.results().pmax);
   EXPECT_GT(record.model.force.groups[0].tension, 0.0);
 }
 
 TEST(RunModel, LeavesEntriesAndWeightFlagAlone) {
   CaseRecord record = DefaultCase();
-  record.patient.name = "Novak Ana";
-  record.bodyWeight = Vse::kAssumedBodyWeight;
-  record.weightUnknown = true;
+  record.data.patient.name = "Novak Ana";
+  record.data.inputs.bodyWeight.reset();
   ASSERT_EQ(Vse::RunModel(record), HipOutcome::Ok);
-  EXPECT_TRUE(record.weightUnknown);
-  EXPECT_EQ(record.patient.name, "Novak Ana");
-  EXPECT_EQ(record.bodyWeight, 60.0);
-  EXPECT_EQ(record.geometry.headRadius, 0.025);
+  EXPECT_TRUE(record.data.weightUnknown());
+  EXPECT_EQ(record.data.patient.name, "Novak Ana");
+  EXPECT_EQ(record.data.inputs.headRadius, 0.025);
 }
 
 TEST(RunModel, TakesSixtyKilogramsForAnUnknownWeight) {
-  EXPECT_EQ(Vse::kAssumedBodyWeight, 60.0);
+  EXPECT_EQ(Sila::kAssumedBodyWeight, 60.0);
   CaseRecord known = DefaultCase();
   CaseRecord unknown = DefaultCase();
-  unknown.bodyWeight = Vse::kAssumedBodyWeight;
-  unknown.weightUnknown = true;
+  unknown.data.inputs.bodyWeight.reset();
   ASSERT_EQ(Vse::RunModel(known), HipOutcome::Ok);
   ASSERT_EQ(Vse::RunModel(unknown), HipOutcome::Ok);
-  EXPECT_NEAR(unknown.results.pmaxWb, known.results.pmaxWb, 1e-9);
-  EXPECT_NEAR(unknown.results.pmax, known.results.pmaxWb * 60.0 * 9.82, 1e-6);
+  EXPECT_NEAR(unknown.results().pmaxWb, known.results().pmaxWb, 1e-9);
+  EXPECT_NEAR(unknown.results().pmax, known.results().pmaxWb * 60.0 * 9.82, 1e-6);
 }
 
 TEST(RunModel, GivesOneResultForARadiusInMillimetresAndCentimetres) {
   CaseRecord millimetres = DefaultCase();
   CaseRecord centimetres = DefaultCase();
-  millimetres.geometry.headRadius = 25.0 / 1000.0;
-  centimetres.geometry.headRadius = 2.5 / 100.0;
-  EXPECT_EQ(millimetres.geometry.headRadius, 0.025);
+  millimetres.data.inputs.headRadius = {25.0 / 1000.0};
+  centimetres.data.inputs.headRadius = {2.5 / 100.0};
+  EXPECT_EQ(millimetres.data.inputs.headRadius, 0.025);
   ASSERT_EQ(Vse::RunModel(millimetres), HipOutcome::Ok);
   ASSERT_EQ(Vse::RunModel(centimetres), HipOutcome::Ok);
-  EXPECT_EQ(millimetres.results.pmax, centimetres.results.pmax);
+  EXPECT_EQ(millimetres.results().pmax, centimetres.results().pmax);
 }
 
 struct RefusedCase {
   const char* name;
-  double Geometry::*entry;
+  Sila::Measurement entry;
   double value;
   HipOutcome outcome;
 };
@@ -201,25 +192,26 @@ class RunModelRefuses : public testing::TestWithParam<RefusedCase> {};
 TEST_P(RunModelRefuses, AndKeepsTheStressesOfTheCaseBefore) {
   CaseRecord record = DefaultCase();
   ASSERT_EQ(Vse::RunModel(record), HipOutcome::Ok);
-  const Results before = record.results;
-  record.geometry.Cizm = 5.0;
-  record.geometry.*GetParam().entry = GetParam().value;
+  const Sila::HipResults before = record.results();
+  record.data.inputs.Cizm = {5.0};
+  Sila::SetValue(record.data.inputs, Sila::RowOf(GetParam().entry), GetParam().value);
   EXPECT_EQ(Vse::RunModel(record), GetParam().outcome);
-  EXPECT_NE(record.results.rWb, before.rWb);
-  EXPECT_NE(record.results.thetaR, before.thetaR);
-  EXPECT_EQ(record.results.thetaPol, before.thetaPol);
-  EXPECT_EQ(record.results.pmaxWb, before.pmaxWb);
-  EXPECT_EQ(record.results.pmax, before.pmax);
+  EXPECT_NE(record.results().rWb, before.rWb);
+  EXPECT_NE(record.results().thetaR, before.thetaR);
+  EXPECT_EQ(record.results().thetaPol, before.thetaPol);
+  EXPECT_EQ(record.results().pmaxWb, before.pmaxWb);
+  EXPECT_EQ(record.results().pmax, before.pmax);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Table, RunModelRefuses,
     testing::Values(
-        RefusedCase{"LeverLongerThanTheFemur", &Geometry::lizm, 104.0, HipOutcome::OutOfRange},
-        RefusedCase{"NoLever", &Geometry::lizm, 0.0, HipOutcome::OutOfRange},
-        RefusedCase{"ForceOutsideTheSocket", &Geometry::thetaCE, -0.35, HipOutcome::NoPole},
-        RefusedCase{"StressBelowZero", &Geometry::thetaCE, -3.5, HipOutcome::NoPole},
-        RefusedCase{"RadiusZero", &Geometry::headRadius, 0.0, HipOutcome::DivisionByZero}),
+        RefusedCase{"LeverLongerThanTheFemur", Sila::Measurement::Lizm, 104.0,
+                    HipOutcome::OutOfRange},
+        RefusedCase{"NoLever", Sila::Measurement::Lizm, 0.0, HipOutcome::OutOfRange},
+        RefusedCase{"ForceOutsideTheSocket", Sila::Measurement::ThetaCE, -0.35, HipOutcome::NoPole},
+        RefusedCase{"StressBelowZero", Sila::Measurement::ThetaCE, -3.5, HipOutcome::NoPole},
+        RefusedCase{"RadiusZero", Sila::Measurement::HeadRadius, 0.0, HipOutcome::DivisionByZero}),
     RowName());
 
 TEST(RunModel, SaysWhoseTheStressesAre) {
@@ -227,7 +219,7 @@ TEST(RunModel, SaysWhoseTheStressesAre) {
   CaseRecord record = DefaultCase();
   EXPECT_EQ(record.stresses, Stresses::None);
   const auto runAt = [&record](double edge) {
-    record.geometry.thetaCE = Vse::DegreesToRadians(edge);
+    record.data.inputs.thetaCE = {Sila::DegreesToRadians(edge)};
     Vse::RunModel(record);
     return record.stresses;
   };
@@ -240,11 +232,11 @@ TEST(RunModel, SaysWhoseTheStressesAre) {
 
 TEST(RunModel, RecoversAfterARefusal) {
   CaseRecord record = DefaultCase();
-  record.geometry.thetaCE = Vse::DegreesToRadians(-20.0);
+  record.data.inputs.thetaCE = {Sila::DegreesToRadians(-20.0)};
   ASSERT_EQ(Vse::RunModel(record), HipOutcome::NoPole);
-  record.geometry.thetaCE = Vse::DegreesToRadians(30.0);
+  record.data.inputs.thetaCE = {Sila::DegreesToRadians(30.0)};
   ASSERT_EQ(Vse::RunModel(record), HipOutcome::Ok);
-  EXPECT_NEAR(record.results.pmax, 2066847.58429341, 5e-9);
+  EXPECT_NEAR(record.results().pmax, 2066847.58429341, 5e-9);
 }
 
 struct Truncated {

@@ -8,6 +8,8 @@
 
 #include "case/case_conversion.h"
 #include "case/case_file.h"
+#include "case/case_texts.h"
+#include "case/entry_check.h"
 #include "tests/case/line_ends.h"
 #include "tests/support/row_name.h"
 
@@ -17,9 +19,9 @@ using Vse::CaseFileContents;
 
 // The case as a person compares it: blanks around a text do not count.
 std::optional<CaseData> CaseOf(const CaseFileContents& contents) {
-  std::optional<CaseData> data = Vse::DataOf(contents.entries, false);
+  std::optional<CaseData> data = Vse::CheckEntries(contents.entries, false, QLocale::c()).data;
   if (!data) return data;
-  PatientTexts& patient = data->patient;
+  Patient& patient = data->patient;
   patient.name = patient.name.trimmed();
   patient.dateOfBirth = patient.dateOfBirth.trimmed();
   patient.comments = patient.comments.trimmed();

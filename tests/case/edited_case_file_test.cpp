@@ -161,21 +161,22 @@ TEST_P(EmptyValue, IsAnEmptyEntryOrTheSecondOption) {
 
 INSTANTIATE_TEST_SUITE_P(
     Table, EmptyValue,
-    testing::Values(EmptyRow{"Name", "Name          : Surname Given", "Name          : ",
-                             [](CaseEntries& entries) {
-                               entries.surname = "";
-                               entries.firstName = "";
-                             }},
-                    EmptyRow{"Sex", "Sex           : F", "Sex           : ",
-                             [](CaseEntries& entries) { entries.sex = CaseEntries::Sex::Female; }},
-                    EmptyRow{"Date", "Date of birth : 15.11.1956", "Date of birth : ",
-                             [](CaseEntries& entries) { entries.dateOfBirth = ""; }},
-                    EmptyRow{"Weight", "Body weight   : 70 kg", "Body weight   :  kg",
-                             [](CaseEntries& entries) { entries.bodyWeight = ""; }},
-                    EmptyRow{"Hip", "Hip           : L", "Hip           : ",
-                             [](CaseEntries& entries) { entries.hip = CaseEntries::Hip::Right; }},
-                    EmptyRow{"Comments", "Comments      : No", "Comments      : ",
-                             [](CaseEntries& entries) { entries.comments = ""; }}),
+    testing::Values(
+        EmptyRow{"Name", "Name          : Surname Given", "Name          : ",
+                 [](CaseEntries& entries) {
+                   entries.surname = "";
+                   entries.firstName = "";
+                 }},
+        EmptyRow{"Sex", "Sex           : F",
+                 "Sex           : ", [](CaseEntries& entries) { entries.sex = Sex::Female; }},
+        EmptyRow{"Date", "Date of birth : 15.11.1956",
+                 "Date of birth : ", [](CaseEntries& entries) { entries.dateOfBirth = ""; }},
+        EmptyRow{"Weight", "Body weight   : 70 kg", "Body weight   :  kg",
+                 [](CaseEntries& entries) { entries.bodyWeight = ""; }},
+        EmptyRow{"Hip", "Hip           : L",
+                 "Hip           : ", [](CaseEntries& entries) { entries.hip = HipSide::Right; }},
+        EmptyRow{"Comments", "Comments      : No",
+                 "Comments      : ", [](CaseEntries& entries) { entries.comments = ""; }}),
     RowName());
 
 TEST(EditedCaseFile, AllThatMayBeEmptyIsEmptyAtOnce) {
@@ -189,7 +190,7 @@ TEST(EditedCaseFile, AllThatMayBeEmptyIsEmptyAtOnce) {
     const CaseFileContents contents = Parse(InForm(bytes, form));
     EXPECT_EQ(contents.reason, "");
     EXPECT_EQ(contents.entries.dateOfBirth + contents.entries.bodyWeight, "");
-    EXPECT_EQ(contents.entries[Measure::HeadRadius].text, "0.025");
+    EXPECT_EQ(contents.entries[Sila::Measurement::HeadRadius].text, "0.025");
   }
 }
 

@@ -1,5 +1,6 @@
 // Kept work comes back exactly as it was, or not at all.
 #include "case/kept_work.h"
+#include "case/case_texts.h"
 
 #include <gtest/gtest.h>
 
@@ -7,34 +8,34 @@
 #include <limits>
 #include <numbers>
 
-#include "tests/support/default_geometry.h"
+#include "tests/support/default_inputs.h"
 #include "tests/support/row_name.h"
 
 namespace {
 
 CaseData SampleCase() {
   CaseData data;
-  data.patient = {.name = QStringLiteral("Kovač Ana"),
-                  .sex = QStringLiteral("Unknown"),
-                  .dateOfBirth = QStringLiteral("15.11.1956"),
-                  .bodyWeight = QStringLiteral("70,0"),
-                  .hip = QStringLiteral("L"),
-                  .comments = QStringLiteral("two\nlines, \"quoted\" \\ 字 😀")};
-  data.geometry = DefaultGeometry();
-  data.bodyWeight = 70.0;
+  data.patient = Vse::PatientFrom({.name = QStringLiteral("Kovač Ana"),
+                                   .sex = QStringLiteral("Unknown"),
+                                   .dateOfBirth = QStringLiteral("15.11.1956"),
+                                   .bodyWeight = QStringLiteral("70,0"),
+                                   .hip = QStringLiteral("L"),
+                                   .comments = QStringLiteral("two\nlines, \"quoted\" \\ 字 😀")});
+  data.inputs = DefaultInputs();
+  data.inputs.bodyWeight = Sila::Kilograms{70.0};
   return data;
 }
 
 CaseEntries SampleEntries() {
   CaseEntries entries;
   entries.surname = QStringLiteral("Kov");
-  entries.sex = CaseEntries::Sex::Female;
+  entries.sex = Sex::Female;
   entries.bodyWeight = QStringLiteral("70 k");
   entries.comments = QStringLiteral("not\ndone");
-  for (MeasureEntry& entry : entries.measures) entry = {"10,", Vse::kMillimetre.toString()};
-  entries[Measure::Zasuk] = {"0.1", Vse::kRadian.toString()};
-  entries[Measure::ThetaCE] = {"", Vse::kDegree.toString()};
-  entries[Measure::HeadRadius] = {"0.025", Vse::kMetre.toString()};
+  for (MeasurementEntry& entry : entries.measurements) entry = {"10,", Sila::Unit::Millimetre};
+  entries[Sila::Measurement::Zasuk] = {"0.1", Sila::Unit::Radian};
+  entries[Sila::Measurement::ThetaCE] = {"", Sila::Unit::Degree};
+  entries[Sila::Measurement::HeadRadius] = {"0.025", Sila::Unit::Metre};
   return entries;
 }
 
@@ -64,15 +65,16 @@ TEST(KeptWork, KeepsEveryBitOfANumber) {
        {0.1 + 0.2, 1.0 / 3.0, -std::numbers::pi, 0.028999999999999998, std::nextafter(10.4, 11.0),
         std::numeric_limits<double>::max(), std::numeric_limits<double>::denorm_min(), 1e22}) {
     KeptWork work{SampleCase(), {}, {}};
-    work.data->geometry.thetaCE = value;
-    work.data->bodyWeight = value;
+    work.data->inputs.thetaCE = {value};
+    work.data->inputs.bodyWeight = Sila::Kilograms{value};
     EXPECT_EQ(Vse::ParseKeptWork(Vse::ComposeKeptWork(work)), work) << value;
   }
 }
 
 TEST(KeptWork, KeepsThatTheWeightIsUnknown) {
   KeptWork work{SampleCase(), {}, {}};
-  work.data->weightUnknown = true;
+  work.data->inputs.bodyWeight.reset();
+  work.data->patient.bodyWeight.clear();
   EXPECT_EQ(Vse::ParseKeptWork(Vse::ComposeKeptWork(work)), work);
 }
 
@@ -85,8 +87,8 @@ TEST(KeptWork, KeepsWhatTheFormKnowsOfTheWeight) {
 TEST(KeptWork, KeepsTheCaseWhoseStressesARefusedOneHas) {
   KeptWork work{SampleCase(), {}, {}};
   work.computedBefore = SampleCase();
-  work.computedBefore->geometry.thetaCE = 0.1 + 0.2;
-  work.computedBefore->bodyWeight = 80.0;
+  work.computedBefore->inputs.thetaCE = {0.1 + 0.2};
+  work.computedBefore->inputs.bodyWeight = Sila::Kilograms{80.0};
   EXPECT_EQ(Vse::ParseKeptWork(Vse::ComposeKeptWork(work)), work);
 }
 
@@ -120,16 +122,16 @@ TEST(KeptWork, OfTheFirstVersionIsRead) {
   ASSERT_TRUE(work && work->data && work->entries);
   EXPECT_EQ(work->file, "/home/ana/kovac.txt");
   EXPECT_EQ(work->data->patient.name, "Kovac Ana");
-  EXPECT_EQ(work->data->geometry.thetaCE, 0.5235987755982983);
-  EXPECT_EQ(work->data->geometry.headRadius, 0.025);
-  EXPECT_EQ((*work->entries)[Measure::Lizm].text, "10,5");
+  EXPECT_EQ(work->data->inputs.thetaCE, 0.5235987755982983);
+  EXPECT_EQ(work->data->inputs.headRadius, 0.025);
+  EXPECT_EQ((*work->entries)[Sila::Measurement::Lizm].text, "10,5");
   EXPECT_FALSE(work->weightUnknownInForm);
   EXPECT_FALSE(work->computedBefore);
 }
 
 // The first version could write "Unknown" beside a flag that said that the weight was known.
 TEST(KeptWork, OfTheFirstVersionNeverHasAnAssumedWeightForAMeasuredOne) {
-  EXPECT_TRUE(Vse::ParseKeptWork(kWorkOfTheFirstVersion)->data->weightUnknown);
+  EXPECT_TRUE(Vse::ParseKeptWork(kWorkOfTheFirstVersion)->data->weightUnknown());
 }
 
 // It also took line ends into single lines, which a case file cannot hold.

@@ -51,7 +51,7 @@ TEST_P(InLocale, RefusesWhatIsNoNumber) {
 
 TEST_P(InLocale, ProposesThePointEverywhere) {
   EXPECT_EQ(Find("Text1")->text(), "10.40");
-  for (const MeasureEntry& entry : form_->Entries().measures) {
+  for (const MeasurementEntry& entry : form_->Entries().measurements) {
     EXPECT_TRUE(form_->ParseNumber(entry.text).has_value()) << entry.text.toStdString();
   }
 }
@@ -89,7 +89,7 @@ TEST_F(CaseForm, AConfirmationCollectsItsErrors) {
   EXPECT_EQ(form_->ConfirmNumber("70,5"), 70.5);
   EXPECT_FALSE(form_->entryError());
   EXPECT_EQ(form_->ConfirmNumber("abc"), std::nullopt);
-  EXPECT_EQ(form_->ConfirmMeasure(Measure::Lizm, {"1.2.3", "cm"}), std::nullopt);
+  EXPECT_EQ(form_->ConfirmMeasure(Sila::Measurement::Lizm, {"1.2.3", Sila::Unit::Centimetre}), std::nullopt);
   EXPECT_EQ(form_->ConfirmNumber("70"), 70.0);
   EXPECT_EQ(door_.Take(), (Messages{kNotANumber, kNotANumber}));
   EXPECT_TRUE(form_->entryError());
@@ -100,8 +100,8 @@ TEST_F(CaseForm, AConfirmationCollectsItsErrors) {
 
 struct Held {
   const char* name;
-  Measure measure;
-  MeasureEntry entry;
+  Sila::Measurement measure;
+  MeasurementEntry entry;
   double value;
 };
 
@@ -118,20 +118,20 @@ TEST_P(HeldMeasure, HasTheUnitOfTheRecord) {
 INSTANTIATE_TEST_SUITE_P(
     Table, HeldMeasure,
     testing::Values(
-        Held{"Centimetres", Measure::Lizm, {"10.4", "cm"}, 10.4},
-        Held{"Millimetres", Measure::Lizm, {"104", "mm"}, 10.4},
-        Held{"RadiusCentimetres", Measure::HeadRadius, {"2.5", "cm"}, 0.025},
-        Held{"RadiusMillimetres", Measure::HeadRadius, {"25", "mm"}, 0.025},
-        Held{"RadiusMetres", Measure::HeadRadius, {"0,025", "m"}, 0.025},
-        Held{"Degrees", Measure::ThetaCE, {"30.0", "  °  "}, 0.523598775598298},
-        Held{"Radians", Measure::ThetaCE, {"0.5", "rad"}, 0.5},
-        Held{"FullTurnInRadians", Measure::Zasuk, {"6.28318530717958", "rad"}, 6.28318530717958},
-        Held{"ManyDegrees", Measure::Zasuk, {"400", "  °  "}, 6.98131700797731},
-        Held{"NegativeRadians", Measure::Zasuk, {"-7", "rad"}, -7.0}),
+        Held{"Centimetres", Sila::Measurement::Lizm, {"10.4", Sila::Unit::Centimetre}, 10.4},
+        Held{"Millimetres", Sila::Measurement::Lizm, {"104", Sila::Unit::Millimetre}, 10.4},
+        Held{"RadiusCentimetres", Sila::Measurement::HeadRadius, {"2.5", Sila::Unit::Centimetre}, 0.025},
+        Held{"RadiusMillimetres", Sila::Measurement::HeadRadius, {"25", Sila::Unit::Millimetre}, 0.025},
+        Held{"RadiusMetres", Sila::Measurement::HeadRadius, {"0,025", Sila::Unit::Metre}, 0.025},
+        Held{"Degrees", Sila::Measurement::ThetaCE, {"30.0", Sila::Unit::Degree}, 0.523598775598298},
+        Held{"Radians", Sila::Measurement::ThetaCE, {"0.5", Sila::Unit::Radian}, 0.5},
+        Held{"FullTurnInRadians", Sila::Measurement::Zasuk, {"6.28318530717958", Sila::Unit::Radian}, 6.28318530717958},
+        Held{"ManyDegrees", Sila::Measurement::Zasuk, {"400", Sila::Unit::Degree}, 6.98131700797731},
+        Held{"NegativeRadians", Sila::Measurement::Zasuk, {"-7", Sila::Unit::Radian}, -7.0}),
     RowName());
 
 TEST_F(CaseForm, MoreThanAFullTurnInRadiansIsAWrongAngle) {
-  for (const Measure angle : {Measure::Zasuk, Measure::ThetaCE}) {
+  for (const Sila::Measurement angle : {Sila::Measurement::Zasuk, Sila::Measurement::ThetaCE}) {
     for (const char* text : {"7", "6.2832"}) {
       form_->BeginConfirmation();
       EXPECT_EQ(form_->ConfirmMeasure(angle, {text, "rad"}), std::nullopt);
@@ -145,14 +145,14 @@ CaseEntries SomeEntries() {
   CaseEntries entries = DefaultCaseEntries();
   entries.surname = "Surname ";
   entries.firstName = "Given";
-  entries.sex = CaseEntries::Sex::Female;
+  entries.sex = Sex::Female;
   entries.dateOfBirth = "15.11.1956";
   entries.bodyWeight = "70";
-  entries.hip = CaseEntries::Hip::Left;
+  entries.hip = HipSide::Left;
   entries.comments = "one\ntwo";
-  entries[Measure::Lizm] = {"104", "mm"};
-  entries[Measure::ThetaCE] = {"0,5", "rad"};
-  entries[Measure::HeadRadius] = {"0.025", "m"};
+  entries[Sila::Measurement::Lizm] = {"104", Sila::Unit::Millimetre};
+  entries[Sila::Measurement::ThetaCE] = {"0,5", Sila::Unit::Radian};
+  entries[Sila::Measurement::HeadRadius] = {"0.025", Sila::Unit::Metre};
   return entries;
 }
 
@@ -178,8 +178,8 @@ TEST_F(CaseForm, OptionsCanBeChosenAfterTheyWereSet) {
   form_->SetEntries(SomeEntries());
   Find<QRadioButton>("Option1")->click();
   Find<QRadioButton>("Option4")->click();
-  EXPECT_EQ(form_->Entries().sex, CaseEntries::Sex::Male);
-  EXPECT_EQ(form_->Entries().hip, CaseEntries::Hip::Right);
+  EXPECT_EQ(form_->Entries().sex, Sex::Male);
+  EXPECT_EQ(form_->Entries().hip, HipSide::Right);
 }
 
 TEST_F(CaseForm, ABoxOfBlanksIsAnEmptyBox) {

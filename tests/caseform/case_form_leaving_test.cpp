@@ -99,7 +99,7 @@ TEST_F(CaseForm, WithoutWindowFocusAMoveStillLeavesTheBox) {
 void ConfirmOnOk(Form1& form) {
   QObject::connect(&form, &Form1::OkPressed, &form, [&form] {
     form.BeginConfirmation();
-    form.ConfirmMeasure(Measure::Lizm, form.Entries()[Measure::Lizm]);
+    form.ConfirmMeasure(Sila::Measurement::Lizm, form.Entries()[Sila::Measurement::Lizm]);
   });
 }
 

@@ -16,7 +16,7 @@ namespace {
 
 struct Span {
   const char* name;
-  Measure measure;
+  Sila::Measurement measure;
   QPointF from, to;
 };
 
@@ -33,11 +33,11 @@ TEST_P(Lengths, ReachFromBoneToBone) {
 
 INSTANTIATE_TEST_SUITE_P(
     Table, Lengths,
-    testing::Values(Span{"HalfInterhip", Measure::Lizm, {0.0, 0.0}, {10.4, 0.0}},
-                    Span{"TrochanterHeight", Measure::Xizm, {-7.9, 0.0}, {-7.9, 1.3}},
-                    Span{"TrochanterWidth", Measure::Zizm, {-6.2, 9.3}, {0.0, 9.3}},
-                    Span{"PelvicWidth", Measure::Cizm, {-4.4, -10.6}, {0.0, -10.6}},
-                    Span{"PelvicHeight", Measure::Hizm, {1.6, 0.0}, {1.6, -16.0}}),
+    testing::Values(Span{"HalfInterhip", Sila::Measurement::Lizm, {0.0, 0.0}, {10.4, 0.0}},
+                    Span{"TrochanterHeight", Sila::Measurement::Xizm, {-7.9, 0.0}, {-7.9, 1.3}},
+                    Span{"TrochanterWidth", Sila::Measurement::Zizm, {-6.2, 9.3}, {0.0, 9.3}},
+                    Span{"PelvicWidth", Sila::Measurement::Cizm, {-4.4, -10.6}, {0.0, -10.6}},
+                    Span{"PelvicHeight", Sila::Measurement::Hizm, {1.6, 0.0}, {1.6, -16.0}}),
     RowName());
 
 // In hundredths of a centimetre: the toolkit flattens curves to about half a unit.
@@ -64,7 +64,7 @@ TEST(HipBones, LeaveTheJointSpaceOpen) {
 
 TEST(HipPicture, CentreEdgeAngleRunsFromTheVerticalToTheSocketsEdge) {
   const HipPicture picture;
-  const QList<DimensionLine*> lines = picture.LinesOf(Measure::ThetaCE);
+  const QList<DimensionLine*> lines = picture.LinesOf(Sila::Measurement::ThetaCE);
   ASSERT_EQ(lines.size(), 3);
   EXPECT_NEAR(lines[0]->shape().stretch.pointAtPercent(1.0).x(), 0.0, 1e-9);
   const QPointF edge = lines[1]->shape().stretch.pointAtPercent(1.0);
@@ -88,7 +88,7 @@ TEST(HipPicture, HasTenLinesAndNineLabels) {
 TEST(HipPicture, NamesEveryMeasureForAllTimes) {
   const HipPicture picture;
   QString names;
-  for (std::size_t i = 0; i < kMeasureCount; ++i) {
+  for (std::size_t i = 0; i < Sila::kRadiographCount; ++i) {
     for (const DimensionLabel* label : picture.LabelsOf(static_cast<Measure>(i))) {
       EXPECT_TRUE(label->isVisible());
       names += label->text();
@@ -153,11 +153,11 @@ TEST(HipPicture, ShowsTheHighlightedDimensionInRed) {
   HipPicture picture;
   const QSize size = picture.sizeHint();
   EXPECT_EQ(CountRed(Render(picture, size, 1.0)), 0);
-  picture.SetHighlighted(Measure::Hizm, true);
+  picture.SetHighlighted(Sila::Measurement::Hizm, true);
   const double pixelsPerCm = size.width() / HipBones::kExtent.width();
   // 16 cm long and 2 pixels wide; the letters and arrow heads come on top.
   EXPECT_GT(CountRed(Render(picture, size, 1.0)), 16.0 * pixelsPerCm);
-  picture.SetHighlighted(Measure::Hizm, false);
+  picture.SetHighlighted(Sila::Measurement::Hizm, false);
   EXPECT_EQ(CountRed(Render(picture, size, 1.0)), 0);
 }
 
@@ -176,7 +176,7 @@ TEST(HipPicture, KeepsItsShapeAndItsLightGround) {
 TEST(HipPicture, LooksAsAccepted) {
   HipPicture picture;
   ExpectGoldenPicture(Render(picture, picture.sizeHint(), 1.0), "tests/caseform/golden", "plain");
-  picture.SetHighlighted(Measure::ThetaCE, true);
+  picture.SetHighlighted(Sila::Measurement::ThetaCE, true);
   ExpectGoldenPicture(Render(picture, picture.sizeHint(), 2.0), "tests/caseform/golden",
                       "centre_edge_angle_200");
 }

@@ -70,14 +70,14 @@ TEST_F(OneLineBoxes, TakeEntriesInOneLine) {
   entries.firstName = "A\tna";
   entries.dateOfBirth = "15.11.1956\r";
   entries.bodyWeight = "70\n";
-  entries[Measure::Cizm].text = "4.4\r\n";
+  entries[Sila::Measurement::Cizm].text = "4.4\r\n";
   form_->SetEntries(entries);
   const CaseEntries held = form_->Entries();
   EXPECT_EQ(held.surname, "Ko vac");
   EXPECT_EQ(held.firstName, "A na");
   EXPECT_EQ(held.dateOfBirth, "15.11.1956");
   EXPECT_EQ(held.bodyWeight, "70");
-  EXPECT_EQ(held[Measure::Cizm].text, "4.4");
+  EXPECT_EQ(held[Sila::Measurement::Cizm].text, "4.4");
 }
 
 // A surname that was read keeps its blank, an angle the blank before its unit.

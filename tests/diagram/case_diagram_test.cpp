@@ -7,16 +7,16 @@
 #include <numbers>
 #include <vector>
 
-#include "tests/support/default_geometry.h"
+#include "tests/support/default_inputs.h"
 #include "tests/support/recording_page_text.h"
 
 namespace {
 
 CaseRecord Computed(const QString& hip = "L", double bodyWeight = 70.0) {
   CaseRecord record;
-  record.patient.hip = hip;
-  record.geometry = DefaultGeometry();
-  record.bodyWeight = bodyWeight;
+  record.data.patient.hip = hip;
+  record.data.inputs = DefaultInputs();
+  record.data.inputs.bodyWeight = Sila::Kilograms{bodyWeight};
   EXPECT_EQ(Vse::RunModel(record), Sila::HipOutcome::Ok);
   return record;
 }
@@ -60,9 +60,9 @@ TEST(CaseDiagram, DrawsTheEdgeAtItsTrueAngleAndPoleAndForceWithTheCoarsePi) {
   for (const bool onPaper : {false, true}) {
     const DrawnCase drawn(record, true, onPaper);
     EXPECT_NEAR(drawn.Direction(drawn.Lines(kBlack).at(1)), std::numbers::pi / 6.0, 1e-12);
-    EXPECT_NEAR(drawn.Direction(drawn.Lines(kRed).at(0)), record.results.thetaPol * 3.14 / 180.0,
+    EXPECT_NEAR(drawn.Direction(drawn.Lines(kRed).at(0)), record.results().thetaPol * 3.14 / 180.0,
                 1e-12);
-    EXPECT_NEAR(drawn.Direction(drawn.Lines(kBlue).at(0)), -record.results.thetaR * 3.14 / 180.0,
+    EXPECT_NEAR(drawn.Direction(drawn.Lines(kBlue).at(0)), -record.results().thetaR * 3.14 / 180.0,
                 1e-12);
   }
 }
@@ -70,19 +70,19 @@ TEST(CaseDiagram, DrawsTheEdgeAtItsTrueAngleAndPoleAndForceWithTheCoarsePi) {
 TEST(CaseDiagram, CountsInMegapascalsAndKilonewtonsOrPerBodyWeight) {
   const CaseRecord record = Computed();
   const DrawnCase absolute(record, true);
-  EXPECT_NEAR(Length(absolute.Lines(kRed).back()), 2000.0 / (record.results.pmax / 1e6), 1e-9);
-  EXPECT_NEAR(Length(absolute.Lines(kBlue).at(0)), record.results.rWb * 70.0 * 9.82, 1e-9);
+  EXPECT_NEAR(Length(absolute.Lines(kRed).back()), 2000.0 / (record.results().pmax / 1e6), 1e-9);
+  EXPECT_NEAR(Length(absolute.Lines(kBlue).at(0)), record.results().rWb * 70.0 * 9.82, 1e-9);
   EXPECT_EQ(absolute.labels.stressLegend.caption, "Pmax           1 MPa");
   const DrawnCase perWeight(record, false);
-  EXPECT_NEAR(Length(perWeight.Lines(kRed).back()), 2000.0 / (record.results.pmaxWb / 1e3), 1e-9);
-  EXPECT_NEAR(Length(perWeight.Lines(kBlue).at(0)), 1000.0 * record.results.rWb, 1e-9);
+  EXPECT_NEAR(Length(perWeight.Lines(kRed).back()), 2000.0 / (record.results().pmaxWb / 1e3), 1e-9);
+  EXPECT_NEAR(Length(perWeight.Lines(kBlue).at(0)), 1000.0 * record.results().rWb, 1e-9);
   EXPECT_EQ(perWeight.labels.stressLegend.caption, "Pmax/Wb     1000 m^-2");
 }
 
 TEST(CaseDiagram, DrawsTheHeadInMillimetres) {
   CaseRecord record = Computed();
   EXPECT_NEAR(DrawnCase(record).HeadRadius(), 5000.0 / 7.0, 1e-9);
-  record.geometry.headRadius = 0.021;
+  record.data.inputs.headRadius = {0.021};
   EXPECT_NEAR(DrawnCase(record).HeadRadius(), 5000.0 / 7.0 * 21.0 / 25.0, 1e-9);
 }
 

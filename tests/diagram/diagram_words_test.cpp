@@ -1,18 +1,18 @@
 // The diagram in words.
-#include "diagram/diagram_words.h"
+#include "diagram/case_diagram.h"
 
 #include <gtest/gtest.h>
 
-#include "tests/support/default_geometry.h"
+#include "tests/support/default_inputs.h"
 
 namespace {
 
 CaseRecord Computed(const QString& hip, bool weightUnknown) {
   CaseRecord record;
-  record.patient.hip = hip;
-  record.geometry = DefaultGeometry();
-  record.bodyWeight = 70.0;
-  record.weightUnknown = weightUnknown;
+  record.data.patient.hip = hip;
+  record.data.inputs = DefaultInputs();
+  record.data.inputs.bodyWeight = Sila::Kilograms{70.0};
+  record.data.weightUnknown() = weightUnknown;
   EXPECT_EQ(Vse::RunModel(record), Sila::HipOutcome::Ok);
   return record;
 }

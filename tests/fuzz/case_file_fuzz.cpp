@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "case/entry_check.h"
 #include "case/case_conversion.h"
 #include "case/case_file.h"
 #include "tests/fuzz/require.h"
@@ -25,19 +26,19 @@ void CheckOtherLineEnds(const CaseData& data, const QByteArray& file, const QLoc
   for (const QByteArray& bytes : {lf, QByteArray(lf).replace("\n", "\r\n")}) {
     const Vse::CaseFileContents again = Vse::ParseCaseFile(bytes, locale);
     if (again.problem == Problem::Unreadable) continue;
-    const auto back = Vse::DataOf(again.entries, false);
+    const auto back = Vse::CheckEntries(again.entries, false, QLocale::c()).data;
     Require(back && Vse::IsSameCase(data, *back), "other line ends never make another case");
   }
 }
 
 void CheckRoundTrip(const CaseData& data, const QLocale& locale) {
   CaseRecord record;
-  static_cast<CaseData&>(record) = data;
+  record.data = data;
   Vse::RunModel(record);
   const QByteArray file = Vse::ComposeCaseFile(record, "15.11.2026", locale);
   const Vse::CaseFileContents again = Vse::ParseCaseFile(file, locale);
   Require(again.problem == Problem::None, "a written case file is read");
-  const auto back = Vse::DataOf(again.entries, false);
+  const auto back = Vse::CheckEntries(again.entries, false, QLocale::c()).data;
   Require(back.has_value(), "the numbers of a written case file are numbers");
   Require(Vse::IsSameCase(data, *back), "a written case file reads to the same case");
   CheckOtherLineEnds(data, file, locale);
@@ -52,6 +53,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Require((contents.problem == Problem::Unreadable) != contents.reason.isEmpty(),
           "an unreadable file has a reason");
   if (contents.problem != Problem::None) return 0;
-  if (const auto read = Vse::DataOf(contents.entries, false)) CheckRoundTrip(*read, locale);
+  if (const auto read = Vse::CheckEntries(contents.entries, false, QLocale::c()).data) CheckRoundTrip(*read, locale);
   return 0;
 }

@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <memory>
 
+#include "case/case_texts.h"
 #include "platform/print_dialog.h"
 #include "report/report.h"
 #include "tests/report/report_cases.h"

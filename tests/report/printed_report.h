@@ -5,6 +5,7 @@
 
 #include <QTemporaryDir>
 
+#include "case/case_texts.h"
 #include "report/report.h"
 #include "tests/report/report_cases.h"
 #include "tests/support/pdf_pages.h"

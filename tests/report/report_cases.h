@@ -6,8 +6,9 @@
 #include <QLocale>
 #include <QString>
 
+#include "case/case_texts.h"
 #include "case/case_record.h"
-#include "tests/support/default_geometry.h"
+#include "tests/support/default_inputs.h"
 
 inline CaseRecord Computed(CaseRecord record) {
   Vse::RunModel(record);
@@ -16,34 +17,33 @@ inline CaseRecord Computed(CaseRecord record) {
 
 inline CaseRecord UsualCase() {
   CaseRecord record;
-  record.patient = {.name = QStringLiteral("Novak Marija"),
+  record.data.patient = Vse::PatientFrom({.name = QStringLiteral("Novak Marija"),
                     .sex = QStringLiteral("F"),
                     .dateOfBirth = QStringLiteral("15.11.1956"),
                     .bodyWeight = QStringLiteral("70"),
                     .hip = QStringLiteral("L"),
-                    .comments = QStringLiteral("Control after two years")};
-  record.geometry = DefaultGeometry();
-  record.bodyWeight = 70.0;
+                    .comments = QStringLiteral("Control after two years")});
+  record.data.inputs = DefaultInputs();
+  record.data.inputs.bodyWeight = Sila::Kilograms{70.0};
   return Computed(record);
 }
 
 inline CaseRecord WithUnknownWeight() {
   CaseRecord record = UsualCase();
-  record.patient.bodyWeight = QStringLiteral("Unknown");
-  record.bodyWeight = Vse::kAssumedBodyWeight;
-  record.weightUnknown = true;
+  record.data.patient.bodyWeight = QStringLiteral("Unknown");
+  record.data.inputs.bodyWeight.reset();
   return Computed(record);
 }
 
 inline CaseRecord WithHip(const QString& hip) {
   CaseRecord record = UsualCase();
-  record.patient.hip = hip;
+  record.data.patient.hip = hip;
   return record;
 }
 
 inline CaseRecord WithComments(const QString& comments) {
   CaseRecord record = UsualCase();
-  record.patient.comments = comments;
+  record.data.patient.comments = comments;
   return record;
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "case/case_texts.h"
 #include "platform/print_target.h"
 #include "tests/report/printed_report.h"
 #include "tests/report/report_cases.h"
@@ -42,8 +43,8 @@ QString LinesOfComments(int count) {
 
 CaseRecord Refused() {
   CaseRecord record = UsualCase();
-  record.geometry.lizm = 11.25;
-  record.geometry.thetaCE = Vse::DegreesToRadians(-20.5);
+  record.data.inputs.lizm = {11.25};
+  record.data.inputs.thetaCE = {Sila::DegreesToRadians(-20.5)};
   EXPECT_EQ(Vse::RunModel(record), Sila::HipOutcome::NoPole);
   return record;
 }

@@ -1,4 +1,5 @@
 // The report on paper, read back from its PDF.
+#include "case/case_texts.h"
 #include "report/report.h"
 
 #include <gtest/gtest.h>
@@ -93,9 +94,9 @@ TEST(Report, IsOnLetterInAmerica) {
 
 TEST(Report, SaysWhatIsMissing) {
   CaseRecord record = WithUnknownWeight();
-  record.patient.name = record.patient.sex = record.patient.dateOfBirth = record.patient.hip =
+  record.data.patient.name = record.data.patient.sex = record.data.patient.dateOfBirth = record.data.patient.hip =
       Vse::kUnknown.toString();
-  record.patient.comments = Vse::kNoComments.toString();
+  record.data.patient.comments = Vse::kNoComments.toString();
   const PdfPages pdf = PrintedReport(record, German());
   for (const char* text : {"Name : Unknown", "Sex : Unknown", "Date of birth : Unknown",
                            "Body weight : Unknown kg", "Hip : Unknown", "Comments : No"}) {
@@ -136,8 +137,8 @@ TEST(Report, LeavesOutThePeakStressOfAnUnknownWeight) {
 TEST(Report, PrintsTheResultsOfThePanel) {
   CaseRecord record = UsualCase();
   const ResultTexts panel = Vse::ResultTextsOf(record, German());
-  record.results.rWb = 9.0;
-  record.results.thetaR = -5.0;
+  record.model.results[Sila::Result::RWb] = 9.0;
+  record.model.results[Sila::Result::ThetaR] = {-5.0};
   const PdfPages pdf = PrintedReport(record, German(), panel);
   pdf.Line(1, "Theta-R = 8,47 °");
   pdf.Line(1, "R/Wb = 2,81");
@@ -156,9 +157,9 @@ TEST(Report, PrintsThePeakStressOnlyWhenPanelAndWeightAllowIt) {
 
 TEST(Report, KeepsALongNameOutOfTheRightColumn) {
   CaseRecord record = UsualCase();
-  record.patient.name = QStringLiteral("Hohenzollern-Sigmaringen ").repeated(4).trimmed();
+  record.data.patient.name = QStringLiteral("Hohenzollern-Sigmaringen ").repeated(4).trimmed();
   const PdfPages pdf = PrintedReport(record, German());
-  const PdfLine name = pdf.Line(1, "Name : " + record.patient.name);
+  const PdfLine name = pdf.Line(1, "Name : " + record.data.patient.name);
   EXPECT_LT(name.right, kA4Width / 2.0);
   EXPECT_LT(name.size, 9.0);
   EXPECT_NEAR(pdf.Line(1, "Sex : F").y, 1440.0 + 2.0 * kLine10, kNear);
@@ -218,7 +219,7 @@ TEST(Report, PaintsThePictureAtAFifthOfTheWidthAndAThirdHigh) {
     if (first == 0) first = y;
     last = y;
   }
-  const double megapascals = record.results.pmax / 1e6;
+  const double megapascals = record.results().pmax / 1e6;
   EXPECT_NEAR(first, top + 250.0 * unit, 8.0);
   EXPECT_NEAR(last - first, 2000.0 / megapascals * unit, 3.0);
 }
@@ -235,7 +236,7 @@ TEST(Report, LooksAsAccepted) {
   ExpectGoldenPicture(PrintedReport(UsualCase(), German()).PictureOf(1, 72), "tests/report/golden",
                       "left_hip_a4");
   CaseRecord right = WithUnknownWeight();
-  right.patient.hip = QStringLiteral("D");
+  right.data.patient.hip = QStringLiteral("D");
   ExpectGoldenPicture(PrintedReport(right, American()).PictureOf(1, 72), "tests/report/golden",
                       "right_hip_weight_unknown_letter");
 }

@@ -1,4 +1,5 @@
 // Lines in two columns, and paper that is too small.
+#include "case/case_texts.h"
 #include "report/sheet.h"
 
 #include <gtest/gtest.h>

@@ -21,7 +21,7 @@ TEST(HeadCaseTest, ScalePeakOfTheDefaultCase) {
 TEST(HeadCaseTest, EdgeFromTheRecordAndPoleFromTheBox) {
   const CaseRecord record = head_cases::Default(70.0);
   const auto pole = [&](const char* text) { return HeadCaseOf(record, text).poleAngle; };
-  EXPECT_DOUBLE_EQ(HeadCaseOf(record, "20").edgeAngle, record.geometry.thetaCE);
+  EXPECT_DOUBLE_EQ(HeadCaseOf(record, "20").edgeAngle, record.data.inputs.thetaCE);
   EXPECT_NEAR(pole("45"), std::numbers::pi / 4.0, 1e-12);
   EXPECT_NEAR(pole("-22,5"), -std::numbers::pi / 8.0, 1e-12);
   EXPECT_NEAR(pole("22.5"), std::numbers::pi / 8.0, 1e-12);
@@ -31,11 +31,11 @@ TEST(HeadCaseTest, EdgeFromTheRecordAndPoleFromTheBox) {
 
 TEST(WholeDegreesTest, ComeBackFromRadians) {
   for (int degrees = -180; degrees <= 180; ++degrees) {
-    EXPECT_EQ(WholeDegrees(Vse::DegreesToRadians(degrees)), degrees);
+    EXPECT_EQ(WholeDegrees(Sila::DegreesToRadians(degrees)), degrees);
   }
-  EXPECT_EQ(WholeDegrees(Vse::DegreesToRadians(25.7)), 25);
-  EXPECT_EQ(WholeDegrees(Vse::DegreesToRadians(29.999)), 29);
-  EXPECT_EQ(WholeDegrees(Vse::DegreesToRadians(-3.5)), -4);
+  EXPECT_EQ(WholeDegrees(Sila::DegreesToRadians(25.7)), 25);
+  EXPECT_EQ(WholeDegrees(Sila::DegreesToRadians(29.999)), 29);
+  EXPECT_EQ(WholeDegrees(Sila::DegreesToRadians(-3.5)), -4);
 }
 
 }  // namespace

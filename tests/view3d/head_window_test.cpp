@@ -202,7 +202,7 @@ TEST_F(HeadWindowTest, ShowsANewCaseWhileItIsOpen) {
   form_->CaseComputed();
   EXPECT_NE(Image(), before);
   EXPECT_EQ(Find<QLabel>("LabelTop")->text(), "7000 m^-2");
-  EXPECT_DOUBLE_EQ(View().headCase.edgeAngle, record_.geometry.thetaCE);
+  EXPECT_DOUBLE_EQ(View().headCase.edgeAngle, record_.data.inputs.thetaCE);
 }
 
 TEST_F(HeadWindowTest, ARefusedCaseLeavesTheLastComputedOne) {
@@ -210,8 +210,8 @@ TEST_F(HeadWindowTest, ARefusedCaseLeavesTheLastComputedOne) {
   form_->CaseComputed();
   const QImage before = Image().copy();
   CaseRecord refused = record_;
-  refused.geometry.thetaCE = -1.0;
-  refused.weightUnknown = true;
+  refused.data.inputs.thetaCE = {-1.0};
+  refused.data.inputs.bodyWeight.reset();
   ASSERT_NE(Vse::RunModel(refused), Sila::HipOutcome::Ok);
   record_ = refused;
   QEvent activation(QEvent::ActivationChange);
@@ -226,7 +226,7 @@ TEST_F(HeadWindowTest, BeforeAnyComputedCaseActivationReadsTheCaseAnew) {
   QEvent activation(QEvent::ActivationChange);
   QApplication::sendEvent(form_.get(), &activation);
   EXPECT_EQ(Find<QLabel>("LabelTop")->text(), "7000 m^-2");
-  EXPECT_DOUBLE_EQ(View().headCase.edgeAngle, record_.geometry.thetaCE);
+  EXPECT_DOUBLE_EQ(View().headCase.edgeAngle, record_.data.inputs.thetaCE);
 }
 
 TEST_F(HeadWindowTest, OpenedAgainItStartsAfresh) {

@@ -113,7 +113,7 @@ TEST_F(SavePictureTest, AFailingFileIsReported) {
 TEST_F(SavePictureTest, ProposesTheEdgeAngleInWholeDegrees) {
   for (const auto& [degrees, name] :
        {std::pair(29.0, "29.bmp"), std::pair(25.7, "25.bmp"), std::pair(-0.5, "-1.bmp")}) {
-    record_.geometry.thetaCE = Vse::DegreesToRadians(degrees);
+    record_.data.inputs.thetaCE = {Sila::DegreesToRadians(degrees)};
     form_->CaseComputed();
     files_.Answers({});
     Save();

@@ -1,5 +1,5 @@
 // Results as people read them.
-#include "case/result_texts.h"
+#include "case/case_texts.h"
 
 #include <gtest/gtest.h>
 
@@ -7,25 +7,25 @@ namespace {
 
 CaseRecord Record() {
   CaseRecord record;
-  record.results = {
+  record.results() = {
       .rWb = 2.8719, .thetaR = -3.456, .thetaPol = 16.0, .pmaxWb = 2245.678, .pmax = 1234567.899};
-  record.bodyWeight = 70.0;
+  record.data.inputs.bodyWeight = Sila::Kilograms{70.0};
   return record;
 }
 
 TEST(ResultTexts, AreTruncatedToTwoDecimalsInTheLocalesWay) {
   const ResultTexts texts = Vse::ResultTextsOf(Record(), QLocale(QLocale::German));
-  EXPECT_EQ(texts.rWb, "2,87");
-  EXPECT_EQ(texts.thetaR, "-3,46");  // downwards, also below zero
-  EXPECT_EQ(texts.thetaPol, "16");
-  EXPECT_EQ(texts.pmaxWb, "2245,67");
-  EXPECT_EQ(texts.pmax, "1234567,89");
+  EXPECT_EQ(texts[Sila::Result::RWb], "2,87");
+  EXPECT_EQ(texts[Sila::Result::ThetaR], "-3,46");  // downwards, also below zero
+  EXPECT_EQ(texts[Sila::Result::ThetaPol], "16");
+  EXPECT_EQ(texts[Sila::Result::PmaxWb], "2245,67");
+  EXPECT_EQ(texts[Sila::Result::Pmax], "1234567,89");
   EXPECT_EQ(Vse::ResultTextsOf(Record(), QLocale::c()).rWb, "2.87");
 }
 
 TEST(ResultTexts, HaveNoPeakStressWhileTheWeightIsUnknown) {
   CaseRecord record = Record();
-  record.weightUnknown = true;
+  record.data.inputs.bodyWeight.reset();
   EXPECT_FALSE(Vse::ResultTextsOf(record, QLocale::c()).pmax);
 }
 
