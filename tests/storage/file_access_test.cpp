@@ -159,4 +159,22 @@ TEST_F(FileAccessTest, AnAccessListStaysTheOldFiles) {
   EXPECT_EQ(Mode(), 0660U);
 }
 
+// Somebody whom the folder lets into new files could not open the old one.
+TEST_F(FileAccessTest, TheFoldersListForNewFilesIsNotTheirs) {
+  const std::vector<char> list = AccessList();
+  const std::string folder = folder_.path().toStdString();
+  if (setxattr(folder.c_str(), "system.posix_acl_default", list.data(), list.size(), 0) != 0) {
+    ASSERT_EQ(errno, ENOTSUP);
+    return Replace();
+  }
+  PutOld();
+  ASSERT_EQ(removexattr(Name().c_str(), kAccessList), 0);
+  ASSERT_EQ(chmod(Name().c_str(), 0640), 0);
+  for (const bool onlyNamed : {false, true}) {
+    Replace(onlyNamed);
+    EXPECT_EQ(getxattr(Name().c_str(), kAccessList, nullptr, 0), -1);
+    EXPECT_EQ(Mode(), 0640U);
+  }
+}
+
 }  // namespace
