@@ -215,7 +215,7 @@ INSTANTIATE_TEST_SUITE_P(
     RowName());
 
 TEST(RunModel, SaysWhoseTheStressesAre) {
-  using Stresses = CaseRecord::Stresses;
+  using Stresses = Stresses;
   CaseRecord record = DefaultCase();
   EXPECT_EQ(record.stresses, Stresses::None);
   const auto runAt = [&record](double edge) {

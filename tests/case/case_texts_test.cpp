@@ -7,8 +7,11 @@ namespace {
 
 CaseRecord Record() {
   CaseRecord record;
-  record.results() = {
-      .rWb = 2.8719, .thetaR = -3.456, .thetaPol = 16.0, .pmaxWb = 2245.678, .pmax = 1234567.899};
+  record.model.results = {.rWb = 2.8719,
+                          .thetaR = {-3.456},
+                          .thetaPol = {16.0},
+                          .pmaxWb = {2245.678},
+                          .pmax = {1234567.899}};
   record.data.inputs.bodyWeight = Sila::Kilograms{70.0};
   return record;
 }
@@ -20,13 +23,13 @@ TEST(ResultTexts, AreTruncatedToTwoDecimalsInTheLocalesWay) {
   EXPECT_EQ(texts[Sila::Result::ThetaPol], "16");
   EXPECT_EQ(texts[Sila::Result::PmaxWb], "2245,67");
   EXPECT_EQ(texts[Sila::Result::Pmax], "1234567,89");
-  EXPECT_EQ(Vse::ResultTextsOf(Record(), QLocale::c()).rWb, "2.87");
+  EXPECT_EQ(Vse::ResultTextsOf(Record(), QLocale::c())[Sila::Result::RWb], "2.87");
 }
 
 TEST(ResultTexts, HaveNoPeakStressWhileTheWeightIsUnknown) {
   CaseRecord record = Record();
   record.data.inputs.bodyWeight.reset();
-  EXPECT_FALSE(Vse::ResultTextsOf(record, QLocale::c()).pmax);
+  EXPECT_TRUE(Vse::ResultTextsOf(record, QLocale::c())[Sila::Result::Pmax].isEmpty());
 }
 
 TEST(HipForce, IsInKilonewtons) {

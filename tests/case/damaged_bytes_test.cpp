@@ -17,13 +17,16 @@ namespace {
 
 using Vse::CaseFileContents;
 
-// The case as a person compares it: blanks around a text do not count.
+// The case as a person compares it: blanks around a text do not count. Whether the date is one
+// depends on the language of the file.
 std::optional<CaseData> CaseOf(const CaseFileContents& contents) {
-  std::optional<CaseData> data = Vse::CheckEntries(contents.entries, false, QLocale::c()).data;
+  CaseEntries entries = contents.entries;
+  entries.dateOfBirth.clear();
+  std::optional<CaseData> data = Vse::CheckEntries(entries, false, QLocale::c()).data;
   if (!data) return data;
   Patient& patient = data->patient;
   patient.name = patient.name.trimmed();
-  patient.dateOfBirth = patient.dateOfBirth.trimmed();
+  patient.dateOfBirth = contents.entries.dateOfBirth.trimmed();
   patient.comments = patient.comments.trimmed();
   return data;
 }

@@ -167,7 +167,7 @@ std::optional<Choice> RandomChoice(QRandomGenerator& random) {
 
 // Entries that the form confirms: angles within a turn, dates that exist.
 CaseEntries RandomEntries(QRandomGenerator& random) {
-  static const QList<QString> kDates = {"", "1956", "1956-11-15", "15.11.1956", "Unknown"};
+  static const QList<QString> kDates = {"", "1956", "1956-11-15", "15.11.1956"};
   CaseEntries entries;
   entries.surname = RandomText(random, false);
   entries.firstName = RandomText(random, false);
