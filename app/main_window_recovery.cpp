@@ -7,7 +7,7 @@ namespace {
 
 constexpr QStringView kQuestion =
     u"A case was not saved when TELMARION ended. It was kept.\n"
-    u"Do you want to go on with it ?\n\n"
+    u"Continue with it?\n\n"
     u"\"No\" discards it. \"Cancel\" keeps it for another start.";
 constexpr QStringView kTitle = u"TELMARION Start";
 

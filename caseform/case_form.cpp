@@ -162,8 +162,8 @@ void Form1::SetWeightUnknown(bool unknown) {
 
 QString Form1::WeightNotice() const {
   if (!weightUnknown_) return {};
-  return "This weight counts as not known, because OK was pressed without one. "
-         "New or Change begins afresh.";
+  return "This weight counts as not known because OK was pressed without one. "
+         "New or Change starts over.";
 }
 
 std::optional<double> Form1::ParseNumber(const QString& text) {

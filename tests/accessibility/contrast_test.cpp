@@ -169,7 +169,7 @@ QColor GroundOf(const QTextBlock& block, const QColor& page) {
   return page;
 }
 
-constexpr std::array kTopics = {"index",   "first-case", "measures", "entering",
+constexpr std::array kTopics = {"index",   "first-case", "measurements", "entering",
                                 "results", "diagram",    "view3d",   "printing",
                                 "files",   "model",      "messages", "keyboard"};
 
@@ -220,7 +220,7 @@ TEST_P(Contrast, OfTheHelpsDrawingsIsEnough) {
   window->show();
   auto* page = window->findChild<QTextBrowser*>("helpPage");
   for (const auto& [topic, file] :
-       {std::pair("measures", "measures.svg"), std::pair("diagram", "diagram.svg"),
+       {std::pair("measurements", "measurements.svg"), std::pair("diagram", "diagram.svg"),
         std::pair("ce", "centre-edge.svg")}) {
     window->ShowTopic(topic);
     const QUrl url = page->source().resolved(QUrl(file));
