@@ -30,7 +30,7 @@ bool IsFreeOrFile(const QString& path) {
   return IsFree(path) || IsFile(path);
 }
 
-// A lock is read by the toolkit to see whether its session is still alive, and so is the lock with
+// A lock is read by Qt to see whether its session is still alive, and so is the lock with
 // which it takes away the lock of a dead one.
 bool CanLock(const QString& path) {
   return IsFreeOrFile(path) && IsFreeOrFile(path + QStringLiteral(".rmlock"));

@@ -32,7 +32,7 @@ bool Exists(int day, int month, const QString& year) {
          QDate::isValid(2000 + year.toInt(), month, day);
 }
 
-// Digits of every script as those of ours; the toolkit does not read the ones of Adlam and Chakma.
+// Digits of every script as ASCII digits; Qt does not read those of Adlam and Chakma.
 QString WithWesternDigits(const QString& text) {
   QList<uint> letters = text.toUcs4();
   for (uint& letter : letters) {

@@ -55,7 +55,7 @@ struct ContactStress {
 
 // Computes pole and stress. Ends for every input, not finite ones included, at once for
 // inclinations of up to 180 degrees (the search walks through greater ones step by step); the
-// outcome tells why there is no result. The second form writes into a struct that the caller keeps,
+// outcome says why there is no result. The second form writes into a struct that the caller keeps,
 // for cohorts; nothing in it from an earlier run remains.
 ContactStress ComputeContactStress(const StressInputs& inputs);
 void ComputeContactStress(const StressInputs& inputs, ContactStress& stress);

@@ -1,4 +1,4 @@
-// The measures that the case form proposes for a new case, in held units.
+// The measurements that the case form proposes for a new case, in held units.
 #pragma once
 
 #include "case/case_record.h"
