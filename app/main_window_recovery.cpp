@@ -33,7 +33,7 @@ void MDIForm1::GoOnWith(const KeptWork& work) {
   ShowStatus();
 }
 
-// A refused case stands beside the results of the case before.
+// A refused case is shown beside the results of the case before.
 void MDIForm1::GoOnWithCase(const KeptWork& work) {
   EnableCase();
   if (work.computedBefore) {

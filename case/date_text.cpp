@@ -9,7 +9,7 @@
 
 namespace {
 
-// The locale's short form; its year, which may stand in two digits, in four.
+// The locale's short form; its year, which may have two digits, in four.
 QString ShortFormat(const QLocale& locale) {
   static const QRegularExpression year(QStringLiteral("'[^']*'(*SKIP)(*FAIL)|y+"));
   return locale.dateFormat(QLocale::ShortFormat).replace(year, QStringLiteral("yyyy"));

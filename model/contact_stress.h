@@ -28,8 +28,8 @@ enum class StressOutcome {
   NoPole,  // no position of the pole balances this force by pressure, or none that the one-way
            // search can meet (an edge far above a right angle): `thetaPol`, `pmaxWb` and `pmax`
            // are unset
-  DivisionByZero,  // a head radius of zero, or so small that the stress is no number: the stresses
-                   // are not to be used
+  DivisionByZero,  // a head radius of zero, or so small that the stress is not a number: the
+                   // stresses must not be used
 };
 
 // Results and working values; all of them stay readable after a run.
