@@ -48,8 +48,9 @@ QVBoxLayout* Texts() {
   column->addWidget(ProductName());
   column->addWidget(Text("lblVersion", QStringLiteral("Version " TELMARION_VERSION)));
   column->addSpacing(8);
-  column->addWidget(Text("lblPurpose", QStringLiteral("Hip force and contact stress from measures "
-                                                      "on a radiograph of the pelvis.")));
+  column->addWidget(
+      Text("lblPurpose", QStringLiteral("Hip force and contact stress from measurements "
+                                        "on a radiograph of the pelvis.")));
   column->addWidget(Text("lblAuthors", QStringLiteral("By the TELMARION developers")));
   column->addWidget(Text("lblLicence", QStringLiteral("Licence: MIT")));
   column->addSpacing(8);

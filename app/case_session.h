@@ -28,7 +28,7 @@ class CaseSession {
   void NoteSaved(const QString& path);
 
   // A case file has been read into the form; `read` is what a confirmation without a change would
-  // hold, or nothing when the entries cannot be confirmed as they stand. The record is still that
+  // hold, or nothing when the entries cannot be confirmed as they are. The record is still that
   // of the case before, and so is the file in use, until a confirmation.
   void NoteRead(const QString& path, std::optional<CaseData> read);
 
@@ -55,7 +55,7 @@ class CaseSession {
   bool openOK_ = false;
   bool isAsRead_ = false;  // the record holds what the file that was read holds
 
-  // The file of a case and what stands in it. A new case has neither.
+  // The file of a case and its contents. A new case has neither.
   struct Origin {
     QString file;
     std::optional<CaseData> data;

@@ -90,7 +90,7 @@ QVariant HelpPage::loadResource(int type, const QUrl& name) {
                                              : QVariant(content);
 }
 
-// Drawn anew for each size and theme: lines stay sharp, and texts can be read on dark ground.
+// Redrawn for each size and theme: lines stay sharp, and text can be read on a dark ground.
 QImage HelpPage::Drawing(const QByteArray& svg) const {
   QSvgRenderer drawing(InColoursOf(palette(), svg));
   const double room = std::max(100.0, LineWidth() - 2.0 * document()->documentMargin());

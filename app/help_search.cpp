@@ -36,8 +36,8 @@ HelpSearch::HelpSearch(QHelpSearchEngine& engine, QWidget* parent)
       status_(new QLabel),
       results_(new QListWidget) {
   box_->setObjectName("helpSearchText");
-  box_->setAccessibleName(QStringLiteral("Words to look for"));
-  box_->setPlaceholderText(QStringLiteral("Words to look for"));
+  box_->setAccessibleName(QStringLiteral("Search terms"));
+  box_->setPlaceholderText(QStringLiteral("Search terms"));
   box_->setClearButtonEnabled(true);
   status_->setObjectName("helpSearchStatus");
   status_->setWordWrap(true);

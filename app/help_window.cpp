@@ -175,8 +175,8 @@ QWidget* HelpWindow::ContentsPane() {
 
 QWidget* HelpWindow::IndexPane() {
   filter_->setObjectName("helpIndexFilter");
-  filter_->setAccessibleName(QStringLiteral("Look for in the index"));
-  filter_->setPlaceholderText(QStringLiteral("Look for"));
+  filter_->setAccessibleName(QStringLiteral("Filter the index"));
+  filter_->setPlaceholderText(QStringLiteral("Filter"));
   filter_->setClearButtonEnabled(true);
   index_->setObjectName("helpIndex");
   index_->setAccessibleName(QStringLiteral("Index"));

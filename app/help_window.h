@@ -32,7 +32,7 @@ class HelpWindow final : public QMainWindow {
   ~HelpWindow() override;
 
   // Opens the page of a topic and comes to the front. Topics are the ids of the keywords in
-  // help/telmarion.qhp: "index", "first-case", "measures", "entering", "results", "diagram",
+  // help/telmarion.qhp: "index", "first-case", "measurements", "entering", "results", "diagram",
   // "view3d", "printing", "files", "model", "messages", "keyboard", and finer ones such as "ce". An
   // unknown one opens the first page.
   void ShowTopic(const QString& id);

@@ -109,7 +109,7 @@ void MDIForm1::Save() {
   SaveCase();
 }
 
-// True when the stresses are the case's own, or the user goes on without.
+// True when the stresses are the case's own, or the user continues without.
 bool MDIForm1::AskAboutStresses() {
   const Stresses stresses = session_.Record().stresses;
   if (stresses == Stresses::Own) return true;

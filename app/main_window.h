@@ -20,7 +20,7 @@
 #include "platform/print_dialog.h"
 #include "view3d/head_window.h"
 
-// What the window needs of the world around it; the seams at which tests stand in.
+// What the window needs from the world around it; the seams that tests replace.
 struct AppDoors {
   MessageDoor& messages;
   FileDialog& files;
@@ -83,7 +83,7 @@ class MDIForm1 final : public QMainWindow {
   void ShowForm();
   void CancelForm();
 
-  // From OK to the results. ComputeAll tells whether stresses were computed and shown; otherwise
+  // From OK to the results. ComputeAll returns whether stresses were computed and shown; otherwise
   // the reason has been shown, and the results panel keeps what it showed, grey.
   void ConfirmCase();
   void ShowFaults(const std::vector<Vse::Fault>& faults, bool assumeWeight);

@@ -7,7 +7,7 @@ namespace {
 
 constexpr QStringView kQuestion =
     u"A case was not saved when TELMARION ended. It was kept.\n"
-    u"Do you want to go on with it ?\n\n"
+    u"Continue with it?\n\n"
     u"\"No\" discards it. \"Cancel\" keeps it for another start.";
 constexpr QStringView kTitle = u"TELMARION Start";
 
@@ -33,7 +33,7 @@ void MDIForm1::GoOnWith(const KeptWork& work) {
   ShowStatus();
 }
 
-// A refused case stands beside the results of the case before.
+// A refused case is shown beside the results of the case before.
 void MDIForm1::GoOnWithCase(const KeptWork& work) {
   EnableCase();
   if (work.computedBefore) {

@@ -9,7 +9,7 @@ namespace {
 
 constexpr QStringView kNoAnswer = u"In this range of input data you could not use this model";
 
-// Stands where the captions of a computed case stand.
+// Shown in place of the captions of a computed case.
 constexpr QStringView kNoResults =
     u"No results for this case: in this range of input data you could not use this model";
 

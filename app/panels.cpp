@@ -25,7 +25,7 @@ QString SpokenUnit(const char* unit) {
                                                         : QString::fromUtf8(unit);
 }
 
-// Its caption stands on the left, its unit on the right; both are in its accessible name.
+// Its caption is on the left, its unit on the right; both are in its accessible name.
 QLabel* AddRow(QGridLayout* grid, int row, const char* caption, QWidget* box,
                const char* unit = nullptr) {
   auto* label = new QLabel(QString::fromUtf8(caption));
@@ -45,7 +45,7 @@ QGridLayout* MakeGrid(QWidget* panel) {
   grid->setHorizontalSpacing(kGrid);
   grid->setVerticalSpacing(kGrid / 2);
   grid->setColumnStretch(1, 1);
-  // The boxes of both panels stand below each other.
+  // The boxes of both panels are aligned below each other.
   const QFontMetrics metrics(panel->font());
   grid->setColumnMinimumWidth(0, metrics.horizontalAdvance(QStringLiteral("Date of birth")));
   grid->setColumnMinimumWidth(2, metrics.horizontalAdvance(QStringLiteral("m^-2")));

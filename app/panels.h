@@ -15,7 +15,7 @@ class PatientPanel : public QGroupBox {
  public:
   explicit PatientPanel(QWidget* parent = nullptr);
 
-  // Name, date of birth, body weight and comments are greyed where a placeholder stands for them.
+  // Name, date of birth, body weight and comments are greyed where they show a placeholder.
   void Show(const Patient& patient);
   void EnableBoxes();
 

@@ -16,7 +16,7 @@ QString PlaceName(int place, const char* suffix) {
   return QStringLiteral("unsaved-case-%1.%2").arg(place).arg(QLatin1String(suffix));
 }
 
-// Opening or reading a pipe or a device could wait for ever, and a link may lead to one.
+// Opening or reading a pipe or a device could wait forever, and a link may lead to one.
 bool IsFile(const QString& path) {
   return QFileInfo(path).isFile();
 }
@@ -30,7 +30,7 @@ bool IsFreeOrFile(const QString& path) {
   return IsFree(path) || IsFile(path);
 }
 
-// A lock is read by the toolkit to see whether its session is still alive, and so is the lock with
+// A lock is read by Qt to see whether its session is still alive, and so is the lock with
 // which it takes away the lock of a dead one.
 bool CanLock(const QString& path) {
   return IsFreeOrFile(path) && IsFreeOrFile(path + QStringLiteral(".rmlock"));
@@ -52,7 +52,8 @@ bool RecoveryFile::TakePlace(Wanted wanted) {
     if (!(wanted == Wanted::KeptWork ? IsFile(path) : IsFree(path))) continue;
     if (!CanLock(lockPath)) continue;
     auto lock = std::make_unique<QLockFile>(lockPath);
-    lock->setStaleLockTime(0);  // a session may run for weeks; a dead one is told by its process
+    lock->setStaleLockTime(
+        0);  // a session may run for weeks; a dead one is recognised by its process
     if (!lock->tryLock()) continue;
     lock_ = std::move(lock);
     path_ = path;

@@ -25,7 +25,7 @@ class RecoveryFile {
   bool IsPending() const { return pending_; }
 
   // The work of the earlier session. Empty when it cannot be read: its file is then put aside under
-  // another name, or left alone where that fails; `trouble` tells why and where it is, and nothing
+  // another name, or left alone where that fails; `trouble` says why and where it is, and nothing
   // is pending any more.
   std::optional<KeptWork> Read(QString& trouble);
 

@@ -14,5 +14,5 @@ QIcon ToolIcon(ToolPicture picture);
 QIcon ApplicationIcon();
 
 // The same as a picture of `side` pixels, for a window's content. Asked for at its own size it does
-// not pass the toolkit's cache, which an icon made anew would fill with each use.
+// not pass Qt's cache, which a newly made icon would fill with each use.
 QPixmap ApplicationPicture(int side, double devicePixelRatio);

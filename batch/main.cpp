@@ -29,15 +29,14 @@ constexpr const char* kDescription =
     "Reads CSV with a header row and writes it with the columns rWb, thetaR, thetaPol, pmaxWb,\n"
     "pmax and status added. Columns are found by name, in upper or lower case: lizm, xizm, zizm,\n"
     "Cizm, Hizm (cm), zasuk, thetaCE (degrees), headRadius (m) and, if it is known, bodyWeight\n"
-    "(kg). Another unit stands behind the name: lizm[mm], headRadius(cm), thetaCE[rad]. All other\n"
-    "columns pass through; one whose name is close to one of these is named on standard error.";
+    "(kg). A unit may follow the name: lizm[mm], headRadius(cm), thetaCE[rad]. All other columns\n"
+    "pass through; one with a name close to one of these is reported on standard error.";
 constexpr const char* kFooter =
-    "The status of a row is ok, refused (by the model) or error, with what is wrong. A row that "
-    "is\n"
-    "too short is filled up; what a row has too much stands behind its status. Blank lines are\n"
-    "left out. Numbers may have a decimal point or a decimal comma.\n\n"
-    "Exit status: 0 every row was computed or refused by the model, 1 some row had bad input,\n"
-    "2 wrong usage or trouble with a file.";
+    "The status of a row is ok, refused (by the model) or error, with what is wrong. Missing\n"
+    "fields at the end of a row are filled with empty ones; extra fields follow the status. Blank\n"
+    "lines are skipped. Numbers may have a decimal point or a decimal comma.\n\n"
+    "Exit status: 0 every row was computed or refused by the model, 1 some rows had bad input,\n"
+    "2 wrong usage, or a problem with a file.";
 
 std::optional<char> ReadDelimiter(const std::string& text) {
   if (text == "," || text == "comma") return ',';
@@ -62,7 +61,7 @@ std::string CheckThreads(const std::string& text) {
 std::string CheckEncoding(const std::string& name) {
   if (Vse::IsCodePage(QByteArray::fromStdString(name))) return "";
   return "\"" + name +
-         "\" is no code page that is known; among those that are: windows-1250 to "
+         "\" is not a known code page; known ones include windows-1250 to "
          "windows-1258, ISO-8859-1 to ISO-8859-15, KOI8-R, KOI8-U, IBM850, IBM852, macintosh";
 }
 
@@ -96,26 +95,27 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Cohort::CohortSettings
   app.add_option("FILE", settings.inputs,
                  "CSV files with the same columns, or case files (.txt) and folders of them;\n"
                  "a .txt file that begins with a header row is read as a table;\n"
-                 "standard input without any, or for -")
+                 "- or no FILE: standard input")
       ->type_name(" ");
   app.add_option("-o,--output", settings.output,
-                 "Write here in place of standard output, whole or not at all")
+                 "Write to this file instead of standard output, completely or not at all")
       ->type_name("FILE");
   app.add_option("-d,--delimiter", delimiter,
-                 "comma, semicolon or tab; found from the header if not given")
+                 "comma, semicolon or tab; default: detected from the header")
       ->type_name("NAME")
       ->check(CLI::Validator(CheckDelimiter, ""));
   app.add_option("--encoding", encoding,
                  "The code page of case files that are not UTF-8, such as windows-1250;\n"
-                 "that of the locale's language if not given")
+                 "default: that of the locale's language")
       ->type_name("NAME")
       ->check(CLI::Validator(CheckEncoding, ""));
   app.add_option("--threads", threads,
-                 "As many, or as there can be (256 at most); one a processor if not given")
+                 "The number of threads, at most 256; default: one per processor")
       ->type_name("N")
       ->check(CLI::Validator(CheckThreads, ""));
   app.add_flag("--table", settings.table,
-               "Print a table for people in place of CSV: no measures, results with two decimals");
+               "Print a table for reading instead of CSV: without the measurements, results with\n"
+               "two decimals");
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
@@ -125,7 +125,7 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Cohort::CohortSettings
       Complain("standard output: cannot be written");
       return kTrouble;
     }
-    Complain(std::string(error.what()) + "; --help lists what is possible");
+    Complain(std::string(error.what()) + "; --help lists the options");
     return kTrouble;
   }
   settings.delimiter = ReadDelimiter(delimiter);

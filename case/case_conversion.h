@@ -1,4 +1,4 @@
-// Between what stands in the boxes of the case form and what the record holds.
+// Conversions between the boxes of the case form and the record.
 #pragma once
 
 #include <QLocale>
@@ -18,7 +18,7 @@ struct NameParts {
 std::optional<NameParts> SplitName(const QString& name);
 
 // The name as held: surname and first name, each trimmed, with one blank between; empty when both
-// are. A surname alone keeps the blank behind it.
+// are. A surname alone keeps the blank after it.
 QString ComposeName(const QString& surname, const QString& firstName);
 
 // The patient of these entries. While the weight is not known a text in its box is not the

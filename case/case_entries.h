@@ -1,4 +1,4 @@
-// What stands in the boxes of the case form: the entry texts, as typed or as read from a case file.
+// The contents of the case form's boxes: the entry texts, as typed or as read from a case file.
 #pragma once
 
 #include <QString>
@@ -40,7 +40,7 @@ namespace Vse {
 // and a text that held any is trimmed. Any other text stays as it is.
 QString OneLine(const QString& text);
 
-// A unit as the form's lists and kept work write it: the degree stands between blanks.
+// A unit as the form's lists and kept work write it: the degree sign is between blanks.
 QStringView UnitText(Sila::Unit unit);
 
 // The unit of this kind with that text; empty when there is none.

@@ -1,4 +1,4 @@
-// The case file: one case as a small text file that a person can read. One labelled value a line;
+// The case file: one case as a small, readable text file. One labelled value per line;
 // every record after the header ends with LF CR LF.
 #pragma once
 
@@ -14,7 +14,7 @@ namespace Vse {
 // Larger files are no case files.
 inline constexpr qint64 kLargestCaseFile = qint64{1024} * 1024;  // bytes
 
-// The bytes of a case file: patient texts, geometry and results of the record as they stand,
+// The bytes of a case file: patient texts, geometry and results of the record as they are,
 // numbers with the locale's separator, `date` (the short form) in the header. The peak stress is
 // left out while the weight is unknown.
 QByteArray ComposeCaseFile(const CaseRecord& record, const QString& date, const QLocale& locale);
@@ -39,7 +39,7 @@ struct CaseFileContents {
 };
 
 // Reads a whole case file; the results in it are left aside. Every line must have its own label and
-// a measure its own unit, so that no damage makes another number. Files whose line ends were
+// a measurement its own unit, so that no damage makes another number. Files whose line ends were
 // changed on the way (CR LF alone, LF alone, doubled), or which lost the blanks at the ends of
 // their lines, read to the same entries.
 CaseFileContents ReadCaseFile(const QString& path, const QLocale& locale);
@@ -48,7 +48,7 @@ CaseFileContents ReadCaseFile(const QString& path, const QLocale& locale);
 CaseFileContents ParseCaseFile(const QByteArray& bytes, const QLocale& locale);
 CaseFileContents ParseCaseFile(const QByteArray& bytes, const char* codePage);
 
-// A record's value, from behind its 16-character label up to its last character, the LF. "Unknown"
+// A record's value, from after its 16-character label up to its last character, the LF. "Unknown"
 // gives an empty text. A line too short for both gives an empty text.
 QString FieldText(const QString& line);
 

@@ -1,5 +1,5 @@
 // The header of the case file and the labels of the patient's records. Those of measurements and
-// results stand in case_places.h.
+// results are in case_places.h.
 #pragma once
 
 #include <QStringView>

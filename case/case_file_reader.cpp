@@ -27,7 +27,7 @@ struct Wanted {
   QStringView label;
   QStringView suffix = {};
   bool mayBeEmpty = true;
-  std::optional<double> withoutLine = {};  // what stands for a line that is not there
+  std::optional<double> withoutLine = {};  // the value of a line that is not there
 };
 
 constexpr std::size_t kFirstMeasurement = 6;  // among the wanted records
@@ -66,7 +66,7 @@ QString WithoutBlanksBehind(QStringView text) {
   return text.toString();
 }
 
-// One word and the suffix. The blanks behind the unit do not count, since an editor may have
+// One word and the suffix. The blanks after the unit do not count, since an editor may have
 // stripped them. The one before it does: a digit in its place would belong to the number.
 QString DefectOfValue(const QString& record, const Wanted& wanted) {
   if (wanted.suffix.isEmpty()) return {};
@@ -81,8 +81,8 @@ QString DefectOfValue(const QString& record, const Wanted& wanted) {
   return Complaint(wanted, QStringLiteral("does not end with its unit, \"%1\"").arg(unit));
 }
 
-// What is wrong where record `index` of the wanted ones does not stand. A label that was cut is the
-// end of the file.
+// What is wrong where record `index` of the wanted ones is not in its place. A label that was cut
+// is the end of the file.
 QString DefectOfPlace(const QStringList& records, const std::vector<Wanted>& all,
                       std::size_t index) {
   const Wanted& wanted = all[index];
@@ -94,7 +94,7 @@ QString DefectOfPlace(const QStringList& records, const std::vector<Wanted>& all
   return Complaint(wanted, QStringLiteral("is missing, or its label was changed"));
 }
 
-// A line of these behind the last one is there twice, and it may be that one that counts.
+// One of these lines after the last one appears twice, and the second may be the one that counts.
 QString DefectBehind(const QStringList& records, const std::vector<Wanted>& all) {
   for (const QString& record : records.mid(static_cast<qsizetype>(all.size()))) {
     for (const Wanted& wanted : all) {
@@ -206,7 +206,7 @@ CaseFileContents ParseCaseFile(const QByteArray& bytes, const char* codePage) {
     return contents;
   }
   const std::vector<Wanted> all = MakeWanted();
-  const QStringList records = WithMissingLines(RecordsOf(text).mid(1), all);  // behind the header
+  const QStringList records = WithMissingLines(RecordsOf(text).mid(1), all);  // after the header
   const QString defect = FindDefect(records, all);
   if (!defect.isEmpty()) return Unreadable(defect);
   const QStringList lines = WrittenLines(records, all);
@@ -217,7 +217,7 @@ CaseFileContents ParseCaseFile(const QByteArray& bytes, const char* codePage) {
 
 CaseFileContents ReadCaseFile(const QString& path, const QLocale& locale) {
   QFile file(path);
-  // Reading from a pipe or a device could wait for ever.
+  // Reading from a pipe or a device could wait forever.
   const QFileInfo info(path);
   if (info.exists() && !info.isFile() && !info.isDir()) {
     return Unreadable(QStringLiteral("It is not a file."));

@@ -38,13 +38,13 @@ qsizetype CommentsStart(const QString& text) {
   return text.indexOf(u'\n' + kCommentsLabel.chopped(1).toString()) + 1;
 }
 
-// Only this program's own line ends have two LF with a CR behind but none before them.
+// Only this program's own line ends have two LF followed but not preceded by a CR.
 bool HasOwnLineEnds(const QString& text) {
   return text.contains(u"\n\n\r\n");
 }
 
 // With this program's own line ends the comments end with the first LF CR LF, and the LF of the
-// blank record stands behind it.
+// blank record follows it.
 std::optional<Parts> SplitOwn(const QString& text) {
   const qsizetype start = CommentsStart(text);
   const qsizetype end = text.indexOf(u"\n\r\n\n", start);
@@ -56,11 +56,11 @@ std::optional<Parts> SplitOwn(const QString& text) {
 
 // What other line ends have made of this program's, counted in LF.
 struct LineEnds {
-  qsizetype perRecord = 1;  // behind a record
+  qsizetype perRecord = 1;  // after a record
   qsizetype perLine = 1;    // what a line end within the comments has become
 };
 
-// From the lines before the comments: behind the header there is a blank record, so more. A line
+// From the lines before the comments: after the header there is a blank record, so more. A line
 // end too many or too few in one place alters nothing.
 LineEnds MeasureLineEnds(const QString& before) {
   std::vector<qsizetype> runs;
@@ -79,8 +79,8 @@ LineEnds MeasureLineEnds(const QString& before) {
   return ends;
 }
 
-// Two cases in one file would give the name of one and the measures of the other. In a file that
-// was copied into the comments, its own measures stand between its header and the real ones.
+// Two cases in one file would give the name of one and the measurements of the other. If a file was
+// copied into the comments, its own measurements are between its header and the real ones.
 bool HoldsTwoCases(const QString& text, qsizetype comments, qsizetype measures) {
   const QString header = u'\n' + kFileMark.toString().leftJustified(kHeaderWidth);
   const QString measure = u'\n' + kMeasurementPlaces.front().fileLabel.toString();
@@ -95,7 +95,7 @@ qsizetype TrailingLineEnds(QStringView text) {
 }
 
 // With other line ends, here as plain LF, the comments end before the blank record and the last
-// line with the label of the first measure.
+// line with the label of the first measurement.
 std::optional<Parts> SplitChanged(const QString& text) {
   const qsizetype start = CommentsStart(text);
   const qsizetype end =

@@ -8,7 +8,7 @@ namespace Vse {
 
 // The header, then every record with something in it, in the order of the file and without line
 // ends. Only the comments can hold line ends, as LF, and lines that look like those of other
-// records. Where it is in doubt where the comments end, each of their lines stands alone.
+// records. Where the end of the comments is in doubt, each of their lines is a record.
 QStringList RecordsOf(const QString& text);
 
 }  // namespace Vse

@@ -1,5 +1,5 @@
-// Where measurements and results stand in the case file and on paper: one row each. What stands on
-// the form is in caseform/case_form_controls.cpp.
+// Where measurements and results appear in the case file and on paper: one row each. The form has
+// its own table in caseform/case_form_controls.cpp.
 #pragma once
 
 #include <QStringView>
@@ -14,7 +14,7 @@ struct MeasurementPlaces {
   Sila::Measurement id;
   QStringView fileLabel;   // 16 characters
   QStringView printLabel;  // on the report
-  // What a file that lacks the line stands for, in the file's unit. Only for a measurement that
+  // The value for a file that lacks the line, in the file's unit. Only for a measurement that
   // came after version 1.0, whose files open in every later one.
   std::optional<double> withoutLine = {};
 };
@@ -49,13 +49,13 @@ constexpr QStringView FileSuffix(Sila::Kind kind) {
 
 struct ResultPlaces {
   Sila::Result id;
-  QStringView printLabel;  // on the report, with all that stands before the value
+  QStringView printLabel;  // on the report, with everything before the value
   QStringView fileLabel;   // empty: not in the file
   QStringView fileSuffix;
   std::optional<int> fileDecimals = {};  // truncated to them; empty: as held
 };
 
-// The last label is not padded to the others' width, and "Pmax =" has two blanks behind it on
+// The last label is not padded to the others' width, and "Pmax =" is followed by two blanks on
 // paper. Deliberate.
 inline constexpr std::array kResultPlaces = {
     ResultPlaces{Sila::Result::RWb, u"R/Wb = ", u"R/Wb          = ", u"", 3},

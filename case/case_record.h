@@ -8,8 +8,8 @@
 #include "model/hip_model.h"
 #include "model/vocabulary.h"
 
-// The patient as entered. An empty text is not known; which placeholder stands for it is the affair
-// of whoever shows it.
+// The patient as entered. An empty text is not known; which placeholder to show for it is up to the
+// reader of the record.
 struct Patient {
   QString name;  // surname, one blank, first name
   std::optional<Sex> sex;

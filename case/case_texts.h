@@ -8,7 +8,7 @@
 
 #include "case/case_record.h"
 
-// What is missing stands as "Unknown", comments as "No".
+// What is missing is shown as "Unknown", empty comments as "No".
 struct PatientTexts {
   QString name;
   QString sex;  // "M" or "F"
@@ -31,13 +31,13 @@ class ResultTexts {
 
 namespace Vse {
 
-// What stands for missing patient data and for empty comments.
+// Placeholders for missing patient data and for empty comments.
 inline constexpr QStringView kUnknown = u"Unknown";
 inline constexpr QStringView kNoComments = u"No";
 
 PatientTexts PatientTextsOf(const Patient& patient);
 
-// The patient that such texts stand for.
+// The patient that such texts describe.
 Patient PatientFrom(const PatientTexts& texts);
 
 // Behind a result: a blank and its unit, or nothing for a ratio.

@@ -7,7 +7,7 @@
 
 namespace Vse {
 
-// Name of the 8-bit Windows code page of the locale's language, as the toolkit's converters know
+// Name of the 8-bit Windows code page of the locale's language, as Qt's converters know
 // it: 1252 for Western Europe and wherever nothing else fits.
 const char* CodePageOf(const QLocale& locale);
 
@@ -15,7 +15,7 @@ const char* CodePageOf(const QLocale& locale);
 // has no place there. No character is ever replaced.
 QByteArray EncodeText(const QString& text, const QLocale& locale);
 
-// Whether a name is that of a code page that text can be read in: one that the toolkit knows and
+// Whether a name is that of a code page that text can be read in: one that Qt knows and
 // that has the letters of ASCII where ASCII has them.
 bool IsCodePage(const QByteArray& name);
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The locale's short form; its year, which may stand in two digits, in four.
+// The locale's short form; its year, which may have two digits, in four.
 QString ShortFormat(const QLocale& locale) {
   static const QRegularExpression year(QStringLiteral("'[^']*'(*SKIP)(*FAIL)|y+"));
   return locale.dateFormat(QLocale::ShortFormat).replace(year, QStringLiteral("yyyy"));
@@ -32,7 +32,7 @@ bool Exists(int day, int month, const QString& year) {
          QDate::isValid(2000 + year.toInt(), month, day);
 }
 
-// Digits of every script as those of ours; the toolkit does not read the ones of Adlam and Chakma.
+// Digits of every script as ASCII digits; Qt does not read those of Adlam and Chakma.
 QString WithWesternDigits(const QString& text) {
   QList<uint> letters = text.toUcs4();
   for (uint& letter : letters) {

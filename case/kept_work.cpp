@@ -1,4 +1,4 @@
-// Kept work as JSON: a person can read it, and a damaged text is told from a whole one.
+// Kept work as JSON: it is readable, and damaged text can be distinguished from intact text.
 #include "case/kept_work.h"
 
 #include <QJsonArray>
@@ -39,7 +39,7 @@ constexpr std::array kEntryFields{TextField<CaseEntries>{"surname", &CaseEntries
                                   TextField<CaseEntries>{"dateOfBirth", &CaseEntries::dateOfBirth},
                                   TextField<CaseEntries>{"bodyWeight", &CaseEntries::bodyWeight},
                                   TextField<CaseEntries>{"comments", &CaseEntries::comments}};
-// What stands for a choice in an open form: none, the first, the second.
+// The numbers for a choice in an open form: none, the first, the second.
 template <class Choice>
 int NumberOf(std::optional<Choice> choice) {
   return choice ? static_cast<int>(*choice) + 1 : 0;

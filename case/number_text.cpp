@@ -13,8 +13,8 @@ namespace {
 
 constexpr std::size_t kShortNumber = 64;
 
-// Far beyond any measure, and far enough below the largest double that degrees become radians and
-// fifteen digits round up without leaving its range.
+// Far beyond any measurement, and far enough below the largest double that degrees become radians
+// and fifteen digits round up without leaving its range.
 constexpr double kLargestNumber = 1e300;
 
 bool IsDigit(char c) {

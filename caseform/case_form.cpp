@@ -72,7 +72,7 @@ Form1::Form1(MessageDoor& messages, const QLocale& locale, QWidget* parent)
   resize(sizeHint());
 }
 
-// The boxes lose the focus while they are taken down, when there is no form any more to be told.
+// The boxes lose the focus while they are destroyed, when there is no form left to notify.
 Form1::~Form1() {
   focus_->disconnect(this);
 }
@@ -83,7 +83,7 @@ void Form1::ConnectControls() {
   connect(controls_.hidePicture, &QPushButton::clicked, this, [this] { ShowPicture(false); });
   connect(controls_.showPicture, &QPushButton::clicked, this, [this] { ShowPicture(true); });
   connect(&checkTimer_, &QTimer::timeout, this, &Form1::RunScheduledChecks);
-  // In the comments Enter begins a line.
+  // In the comments Enter starts a new line.
   for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
     auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), this);
     connect(shortcut, &QShortcut::activated, this, &Form1::PressOk);
@@ -162,8 +162,8 @@ void Form1::SetWeightUnknown(bool unknown) {
 
 QString Form1::WeightNotice() const {
   if (!weightUnknown_) return {};
-  return "This weight counts as not known, because OK was pressed without one. "
-         "New or Change begins afresh.";
+  return "This weight counts as not known because OK was pressed without one. "
+         "New or Change starts over.";
 }
 
 std::optional<double> Form1::ParseNumber(const QString& text) {
@@ -259,7 +259,7 @@ void Form1::ScheduleCheck(QWidget* box) {
 
 void Form1::RunScheduledChecks() {
   constexpr int kLookAgain = 20;  // ms
-  if (checking_) return;          // a message is up; the loop below goes on after it
+  if (checking_) return;          // a message is open; the loop below continues after it
   if (IsBusyWithMouse()) return checkTimer_.start(kLookAgain);
   checking_ = true;
   while (!leftBoxes_.isEmpty()) CheckLeftBox(leftBoxes_.takeFirst());

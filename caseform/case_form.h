@@ -1,5 +1,5 @@
 // The case form: what a person types about one hip. It checks single entries and points out on its
-// picture what a box means; what OK does with the entries is its listener's affair.
+// picture what a box means; what OK does with the entries is up to its listener.
 #pragma once
 
 #include <QDialog>

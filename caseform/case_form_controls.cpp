@@ -134,7 +134,7 @@ QLabel* Builder::Label(const QString& text, QWidget* buddy) {
   return label;
 }
 
-// The letter of an angle stands alone, in the type of its kind.
+// The letter of an angle is a label of its own, in the Symbol font.
 QLayout* Builder::Caption(const FormRow& row, QWidget* box) {
   auto* caption = new QHBoxLayout;
   caption->setSpacing(kGrid / 2);

@@ -1,4 +1,4 @@
-// The controls of the case form and where they stand.
+// The controls of the case form and their layout.
 #pragma once
 
 #include <array>
@@ -19,7 +19,7 @@ struct MeasurementControls {
   QComboBox* unit = nullptr;
 };
 
-// All of them belong to the dialog that they stand in.
+// All of them belong to their dialog.
 struct CaseFormControls {
   QLineEdit* surname = nullptr;
   QLineEdit* firstName = nullptr;
@@ -42,5 +42,5 @@ struct CaseFormControls {
 // Fills the dialog with the controls and lays them out; boxes and option buttons are empty.
 CaseFormControls BuildCaseFormControls(QDialog& form);
 
-// What stands in a new form.
+// The contents of a new form.
 CaseEntries DefaultCaseEntries();

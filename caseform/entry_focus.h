@@ -17,12 +17,12 @@ class EntryFocus : public QObject {
   // dragging the mouse selects what it passes over.
   void Watch(QWidget* box);
 
-  // Nobody is in any box; Left is told of the last one.
+  // No box is in use any more; emits Left for the last one.
   void Reset() { Leave(current_); }
 
  signals:
   void Entered(QWidget* box);
-  // Told from inside the focus event: listeners must not open a window.
+  // Emitted from inside the focus event: listeners must not open a window.
   void Left(QWidget* box);
 
  protected:

@@ -17,7 +17,7 @@ namespace {
 using Points = QList<QPointF>;
 
 // Appends a smooth curve (Catmull and Rom's) through `points`; it begins at the first, to which a
-// line leads from where the path stands.
+// line starts at the current point of the path.
 void AppendCurve(QPainterPath& path, const Points& points) {
   const qsizetype last = points.size() - 1;
   path.lineTo(points[0]);
@@ -236,7 +236,7 @@ void DrawFemurDetails(QPainter& painter, const Tone& tone) {
              kDetail);
 }
 
-// Lets the drawing end softly where the body goes on: the other side, the spine and the shaft.
+// Fades the drawing out where the body continues: the other side, the spine and the shaft.
 void DrawFade(QPainter& painter, const QRectF& area, QPointF from, QPointF to,
               const QColor& ground) {
   QColor clear = ground;

@@ -8,8 +8,8 @@
 #include <QRectF>
 
 // Picture coordinates are centimetres with the origin at the centre of the femoral head, x to the
-// body's midline, y down. The bones fit the measures that the form proposes for a new case, so that
-// the dimension lines meet them.
+// body's midline, y down. The bones fit the measurements that the form proposes for a new case, so
+// that the dimension lines meet them.
 namespace HipBones {
 
 inline constexpr double kMidline = 10.4;           // cm, x of the body's midline

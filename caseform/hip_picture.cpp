@@ -1,4 +1,4 @@
-// Where the dimension lines and labels stand, and the drawing of the whole picture.
+// Positions of the dimension lines and labels, and the drawing of the whole picture.
 #include "caseform/hip_picture.h"
 
 #include <QPainter>
@@ -44,7 +44,7 @@ DimensionLine::Shape ArcTo(double radius, double from, double to) {
   return {arc, {{OnCircle(radius, to), heading}}, {}};
 }
 
-// Head centre and trochanter point, which the measures start from.
+// Head centre and trochanter point, from which the measurements start.
 void DrawPoints(QPainter& painter) {
   constexpr double kDot = 0.16;  // cm
   painter.setPen(Qt::NoPen);

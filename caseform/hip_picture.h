@@ -18,8 +18,8 @@ class HipPicture : public QWidget {
  public:
   explicit HipPicture(QWidget* parent = nullptr);
 
-  // What points out a measure: the centre-edge angle has two labels and three lines, every other
-  // measure one of each.
+  // What points out a measurement: the centre-edge angle has two labels and three lines, every
+  // other measurement one of each.
   QList<DimensionLine*> LinesOf(Sila::Measurement measurement) const;
   QList<DimensionLabel*> LabelsOf(Sila::Measurement measurement) const;
 

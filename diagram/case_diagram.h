@@ -21,7 +21,7 @@ void DrawCaseDiagram(const CaseRecord& record, bool absolute, const Target& targ
 // numbers as in the results panel.
 QString DiagramWords(const CaseRecord& record, const QLocale& locale);
 
-// What stands beside the diagram of a computed case, one a line.
+// The captions beside the diagram of a computed case, one per line.
 QStringList DiagramCaptions(const CaseRecord& record, const QLocale& locale);
 
 }  // namespace Vizual

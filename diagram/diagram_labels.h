@@ -9,7 +9,7 @@
 namespace Vizual {
 
 struct DiagramLabels {
-  // Beside their bars, which stand at x 5700; clear of the longest stress stroke.
+  // Beside their bars, which are at x 5700; clear of the longest stress stroke.
   PictureLabel stressLegend{.caption = {}, .left = 5800, .top = 220};
   PictureLabel forceLegend{.caption = {}, .left = 5800, .top = 2295};
   // Placed by the drawing.

@@ -6,7 +6,7 @@
 namespace {
 
 // The force angle's label as it is painted: with a small centre-edge angle both angle labels have
-// the same place, and this one then stands below the other.
+// the same place, and this one is then moved below the other.
 PictureLabel ClearOfEdgeAngle(const QPainter& painter, const QRectF& target,
                               const PictureBox& picture, const Vizual::DiagramLabels& labels) {
   PictureLabel moved = labels.forceAngle;

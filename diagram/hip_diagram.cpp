@@ -210,7 +210,7 @@ class HipDrawing {
     Show(labels_.edgeAngle, {side_ == Side::L ? besideL : besideD, end.y()});
     if (!target_.IsPrinter()) return;
     target_.Page().SetFontSize(kAngleFontSize);
-    // Deliberate: on paper the text of form L stands nearer to the line than its label.
+    // Deliberate: on paper the text of form L is nearer to the line than its label.
     PrintAt({side_ == Side::L ? end.x() + 100.0 : besideD, end.y()}, u"Theta CE");
   }
 

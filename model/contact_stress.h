@@ -28,8 +28,8 @@ enum class StressOutcome {
   NoPole,  // no position of the pole balances this force by pressure, or none that the one-way
            // search can meet (an edge far above a right angle): `thetaPol`, `pmaxWb` and `pmax`
            // are unset
-  DivisionByZero,  // a head radius of zero, or so small that the stress is no number: the stresses
-                   // are not to be used
+  DivisionByZero,  // a head radius of zero, or so small that the stress is not a number: the
+                   // stresses must not be used
 };
 
 // Results and working values; all of them stay readable after a run.
@@ -55,7 +55,7 @@ struct ContactStress {
 
 // Computes pole and stress. Ends for every input, not finite ones included, at once for
 // inclinations of up to 180 degrees (the search walks through greater ones step by step); the
-// outcome tells why there is no result. The second form writes into a struct that the caller keeps,
+// outcome says why there is no result. The second form writes into a struct that the caller keeps,
 // for cohorts; nothing in it from an earlier run remains.
 ContactStress ComputeContactStress(const StressInputs& inputs);
 void ComputeContactStress(const StressInputs& inputs, ContactStress& stress);

@@ -13,8 +13,8 @@ enum class HipOutcome {
   OutOfRange,      // thetaR is negative or not a number, or the force is beyond a double; only the
                    // force was computed
   NoPole,          // no stress pole balances this force by pressure; only the force is to be used
-  DivisionByZero,  // head radius of zero, or so small that the stress is no number; only the force
-                   // is to be used
+  DivisionByZero,  // head radius of zero, or so small that the stress is not a number; only the
+                   // force is to be used
 };
 
 // Results and working values of one run.

@@ -6,7 +6,7 @@
 
 namespace Tlakm {
 
-// What a search leaves behind. `found` is false when it is proved that no sign change can come.
+// What a search returns. `found` is false when it is proved that no sign change can come.
 struct PoleBracket {
   bool found = false;
   double poleStep = 0.0;   // rad, step of the grid, positive

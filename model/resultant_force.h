@@ -19,7 +19,7 @@
 
 namespace Sila {
 
-// The force model's own π; the contact stress has another. Both are kept digit for digit, they show
+// The force model's own π; the contact stress has another. Both are kept digit for digit; they show
 // in the results.
 inline constexpr double kPi = 3.14159265358979;
 
@@ -77,7 +77,7 @@ struct StanceLoads {
 using Matrix3 = std::array<std::array<double, 3>, 3>;
 
 // Everything that the force model works out. All of it stays readable after a run; nothing is
-// shared between runs, so any number of them may go on side by side.
+// shared between runs, so any number of them may run at the same time.
 struct HipForce {
   ScaleFactors scale;
   StanceLoads loads;
@@ -105,7 +105,7 @@ bool IsWithinModelRange(double thetaR);
 
 // The steps of ComputeHipForce, in their order.
 
-// Scales the reference attachments to the patient and tilts them: fills `scale`, `loads` but for
+// Scales the reference attachments to the patient and tilts them: fills `scale`, `loads` except
 // `legWeight` and `loadLever`, and the points and areas of `groups`.
 void BuildHipGeometry(const HipInputs& inputs, HipForce& force);
 
@@ -115,7 +115,7 @@ void ComputeMuscleDirections(HipForce& force);
 // The moment of body and leg about the head centre, and the lever of the load.
 void BuildLoadVector(HipForce& force);
 
-// One column a group, in the order 2, 3, 1: Σ area · (direction × pelvic point). The order of the
+// One column per group, in the order 2, 3, 1: Σ area · (direction × pelvic point). The order of the
 // cross product belongs to the sign of the load vector.
 void BuildMomentMatrix(HipForce& force);
 
@@ -126,8 +126,7 @@ Vector3 SolveLinear3(Matrix3 matrix, Vector3 right);
 void ComputeGroupForces(HipForce& force);
 
 // The line of a group's force in the frontal plane against the vertical: degrees, positive where it
-// leans to the midline on its way down. Part of no result, so it is worked out when it is asked
-// for.
+// leans to the midline on its way down. Part of no result, so it is computed only on request.
 double GroupAngle(const MuscleGroup& group);
 
 // R, |R|, `rWb` and `thetaR`.

@@ -1,4 +1,4 @@
-// What the accessibility bus learns of a list.
+// What the accessibility bus learns about a list.
 #include "platform/choice_list.h"
 
 #include <QAbstractItemView>
@@ -26,7 +26,7 @@ class ListInterface final : public QAccessibleWidget {
     return state;
   }
 
-  // The entries, whether they are unfolded or not.
+  // The entries, whether the list is unfolded or not.
   int childCount() const override { return 1; }
   QAccessibleInterface* child(int index) const override { return index == 0 ? Entries() : nullptr; }
   int indexOfChild(const QAccessibleInterface* child) const override {
@@ -53,17 +53,17 @@ class ListInterface final : public QAccessibleWidget {
 QAccessibleInterface* MakeInterface(const QString& className, QObject* object) {
   if (className != QLatin1String("ChoiceList")) return nullptr;
   auto* list = qobject_cast<ChoiceList*>(object);
-  return list == nullptr ? nullptr : new ListInterface(list);  // owned by the toolkit
+  return list == nullptr ? nullptr : new ListInterface(list);  // owned by Qt
 }
 
 }  // namespace
 
 ChoiceList::ChoiceList(const QString& accessibleName, QWidget* parent) : QComboBox(parent) {
-  // Never taken twice, and before the name is told, which makes the interface.
+  // Qt takes it only once. It must come before the name is set, which creates the interface.
   QAccessible::installFactory(MakeInterface);
   setAccessibleName(accessibleName);
   view()->setAccessibleName(accessibleName);
-  // The toolkit marks the entry when the list is unfolded; a screen reader looks before.
+  // Qt marks the entry when the list is unfolded; a screen reader looks before that.
   connect(this, &QComboBox::currentIndexChanged, this,
           [this](int row) { view()->setCurrentIndex(model()->index(row, modelColumn())); });
 }

@@ -3,7 +3,7 @@
 
 #include <QComboBox>
 
-// The toolkit gives a list's text as its accessible name, and none while nothing is chosen. Here
+// Qt gives a list's text as its accessible name, and none while nothing is chosen. Here
 // the name is what the list is for; the text is the value, and the entry marked in the
 // list.
 class ChoiceList : public QComboBox {

@@ -1,14 +1,14 @@
-// Pen and fill of the pictures that programs draw on.
+// Pen and fill of the pictures that are drawn on.
 #pragma once
 
 #include <cassert>
 
 #include "platform/picture.h"
 
-// The part that PictureBox and RasterBox share: with what is drawn from now on.
+// The part that PictureBox and RasterBox share: what the next shapes are drawn with.
 class DrawingTools {
  public:
-  // Strokes are told their colour. A width of 1 is a device-independent pixel.
+  // Each stroke is given its colour. A width of 1 is a device-independent pixel.
   int DrawWidth() const { return drawWidth_; }
   LineStyle DrawStyle() const { return drawStyle_; }
   FillKind FillStyle() const { return fill_.kind; }

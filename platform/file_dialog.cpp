@@ -1,4 +1,4 @@
-// The toolkit's file dialogs, the only place that uses them.
+// Qt's file dialogs; the only place that uses them.
 #include "platform/file_dialog.h"
 
 #include <QFileDialog>
@@ -9,7 +9,7 @@
 
 namespace {
 
-// "Text (*.txt)|*.txt" as the toolkit's "Text (*.txt)".
+// "Text (*.txt)|*.txt" as Qt's "Text (*.txt)".
 QStringList NameFilters(const QString& filter) {
   static const QRegularExpression ownPattern(QStringLiteral("\\s*\\([^)]*\\)\\s*$"));
   const QStringList parts = filter.split(u'|');

@@ -1,4 +1,4 @@
-// The one door through which the user is asked for a file. Tests stand their own here and give the
+// The one door through which the user is asked for a file. Tests put their own here and give the
 // path.
 #pragma once
 
@@ -19,13 +19,13 @@ class FileDialog {
   virtual QString AskOpenFileName(QWidget* parent, const QString& filter) = 0;
 
   // The path to write to; empty when the user has changed their mind. `defaultExtension` ("txt")
-  // is added to a name that is typed without one; `proposedName` stands in the dialog's name box.
+  // is added to a name that is typed without one; `proposedName` fills the dialog's name box.
   // The dialog itself asks before a file is replaced.
   virtual QString AskSaveFileName(QWidget* parent, const QString& filter,
                                   const QString& defaultExtension, const QString& proposedName) = 0;
 };
 
-// The door that people see: the toolkit's file dialog. It opens in the folder that was chosen last
+// The door that people see: Qt's file dialog. It opens in the folder that was chosen last
 // in this run, at first in the user's documents.
 class SystemFileDialog final : public FileDialog {
  public:

@@ -1,4 +1,4 @@
-// The toolkit's message boxes, the only place that uses them.
+// Qt's message boxes; the only place that uses them.
 #include "platform/message_door.h"
 
 #include <QCloseEvent>
@@ -34,7 +34,7 @@ QMessageBox::StandardButton Show(QWidget* parent, QMessageBox::Icon icon, const 
   return Run(box);
 }
 
-// Without a third way out: a slip of the finger is no answer. The toolkit would take it for No.
+// Without a third way out: a slip of the finger is no answer. Qt would take it for No.
 class YesNoBox final : public QMessageBox {
  public:
   YesNoBox(Icon icon, const QString& title, const QString& text, QWidget* parent)
@@ -48,7 +48,7 @@ class YesNoBox final : public QMessageBox {
   }
 };
 
-// An end by the system closes the box without an answer, which is No.
+// If the system ends the program, the box closes without an answer, which counts as No.
 MessageDoor::Answer AnswerOf(QMessageBox& box) {
   return Run(box) == QMessageBox::Yes ? MessageDoor::Answer::Yes : MessageDoor::Answer::No;
 }

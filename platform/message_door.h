@@ -1,5 +1,5 @@
 // The one door through which every message to the user passes. The rooms below report; only this
-// door shows. Tests stand their own door here, record what was said and answer it.
+// door shows. Tests put their own door here, record what was said and answer it.
 #pragma once
 
 #include <QString>
@@ -15,7 +15,7 @@ class MessageDoor {
   MessageDoor& operator=(const MessageDoor&) = delete;
   virtual ~MessageDoor() = default;
 
-  // Modal, exclamation icon, OK. Comes back when the user has closed it.
+  // Modal, exclamation icon, OK. Returns when the user has closed it.
   virtual void ShowError(QWidget* parent, const QString& text, const QString& title) = 0;
 
   // Modal, question icon, Yes and No. Its buttons alone close it: Escape and the close box do
@@ -29,7 +29,7 @@ class MessageDoor {
   virtual Answer AskYesNoCancel(QWidget* parent, const QString& text, const QString& title) = 0;
 };
 
-// The door that people see: the toolkit's message boxes.
+// The door that people see: Qt's message boxes.
 class DialogMessageDoor final : public MessageDoor {
  public:
   void ShowError(QWidget* parent, const QString& text, const QString& title) override;

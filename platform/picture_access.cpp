@@ -1,4 +1,4 @@
-// The role of our pictures.
+// The accessible role of our pictures.
 #include "platform/picture_access.h"
 
 #include <QAccessible>
@@ -17,5 +17,5 @@ QAccessibleInterface* MakeInterface(const QString&, QObject* object) {
 }  // namespace
 
 void TellPictures() {
-  QAccessible::installFactory(MakeInterface);  // the toolkit takes it once
+  QAccessible::installFactory(MakeInterface);  // Qt takes it once
 }

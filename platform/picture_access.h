@@ -1,10 +1,10 @@
-// Pictures of ours on the accessibility bus.
+// Our pictures on the accessibility bus.
 #pragma once
 
 #include <QObject>
 
-// Stands in the class of a widget that is a picture, behind Q_OBJECT: a screen reader then learns
-// that it is one. To be announced by TellPictures() in its constructor.
+// Goes into the class of a widget that is a picture, after Q_OBJECT: a screen reader then knows
+// that it is one. The constructor must call TellPictures().
 #define TELMARION_PICTURE Q_CLASSINFO("picture", "yes")
 
 void TellPictures();

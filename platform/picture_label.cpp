@@ -1,4 +1,4 @@
-// Painting of the texts that stand on a picture.
+// Painting of the texts on a picture.
 #include "platform/picture_label.h"
 
 #include <QFont>

@@ -1,4 +1,4 @@
-// A text that stands on a picture, placed in the picture's user units.
+// A text on a picture, placed in the picture's user units.
 #pragma once
 
 #include <QPalette>

@@ -1,4 +1,4 @@
-// The toolkit's print dialog, the only place that uses it.
+// Qt's print dialog; the only place that uses it.
 #include "platform/print_dialog.h"
 
 #include <QAbstractPrintDialog>
@@ -25,7 +25,7 @@ QPageLayout UsualPage(const QLocale& locale) {
 
 namespace {
 
-// Not on every desktop does the dialog propose a name itself.
+// The dialog does not propose a name itself on every desktop.
 void ProposeFileName(const QPrintDialog& dialog, const QString& title) {
   auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("filename"));
   if (name == nullptr || !name->text().endsWith(u'/')) return;

@@ -1,4 +1,4 @@
-// The one door through which the user is asked for a printer. Tests stand their own here and give a
+// The one door through which the user is asked for a printer. Tests put their own here and give a
 // PDF file.
 #pragma once
 
@@ -21,13 +21,13 @@ class PrintDialog {
   PrintDialog& operator=(const PrintDialog&) = delete;
   virtual ~PrintDialog() = default;
 
-  // Where the document with this title shall go; nothing when the user has changed their mind.
-  // `locale` says which paper is laid out first.
+  // Where the document with this title is to go; nothing if the user has changed their mind.
+  // `locale` says which paper is preset.
   virtual std::unique_ptr<PrintTarget> AskPrinter(QWidget* parent, const QString& title,
                                                   const QLocale& locale) = 0;
 };
 
-// The door that people see: the toolkit's print dialog. It offers the printers of the system and a
+// The door that people see: Qt's print dialog. It offers the printers of the system and a
 // PDF file, and the file alone where there is no printer.
 class SystemPrintDialog final : public PrintDialog {
  public:

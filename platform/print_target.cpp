@@ -22,10 +22,10 @@ QString WriteFile(const QString& path, const QByteArray& bytes) {
   return WriteWholeFile(path, bytes);
 }
 
-// The toolkit sends the document to the print system and does not look at the answer. The print
-// system's library keeps the last one; it is loaded whenever there is a printer.
+// Qt sends the document to the print system and ignores the answer. The print system's library
+// keeps the last answer; it is loaded whenever there is a printer.
 QString LastSpoolError() {
-  constexpr int kFirstError = 0x400;  // below are the many ways of success
+  constexpr int kFirstError = 0x400;  // lower codes mean success
   using Code = int (*)();
   using Text = const char* (*)();
   QLibrary library(QStringLiteral("cups"), 2);
@@ -62,12 +62,12 @@ PrinterTarget::PrinterTarget(std::unique_ptr<QPrinter> printer) : printer_(std::
   printer_->setFullPage(true);
 }
 
-// The document waits in the folder for temporary files until it is sent. A write that fails there
-// would go unseen.
+// The document waits in the temporary folder until it is sent. A write that fails there would go
+// unnoticed.
 QString PrinterTarget::Check() {
   constexpr auto kRoom = std::uintmax_t{16} << 20;  // bytes; the longest report takes a small part
   if (!printer_->isValid()) return Refusal(QStringLiteral("there is no such printer"));
-  // Where the room cannot be known, printing is tried.
+  // If the free space is unknown, printing is tried.
   std::error_code unknown;
   const auto space = std::filesystem::space(QDir::tempPath().toStdString(), unknown);
   if (!unknown && space.available < kRoom) {

@@ -19,22 +19,22 @@ class PrintTarget {
   // What the document is painted on. Its origin is the corner of the paper.
   virtual QPagedPaintDevice& Device() = 0;
 
-  // Why the device cannot be painted on; empty when it can.
+  // Why the device cannot be painted on; empty if it can.
   virtual QString Check() = 0;
 
-  // Brings the painted document to its place; nothing may paint any more. Gives what went wrong,
-  // empty when the document has arrived whole.
+  // Delivers the painted document; nothing may be painted afterwards. Returns what went wrong;
+  // empty when the whole document has arrived.
   virtual QString Deliver() = 0;
 
   // Names the target and the reason, for the user.
   virtual QString Refusal(const QString& reason) const = 0;
 };
 
-// A PDF file. It is made in memory and takes its place in one step: whatever goes wrong, no half of
-// a document is left and a file that was there before stays.
+// A PDF file. It is made in memory and written in one step: whatever goes wrong, no partial
+// document is left and an existing file stays.
 class PdfTarget final : public PrintTarget {
  public:
-  // `title` is the document's title and all that it says of itself.
+  // `title` is the document's title and its only metadata.
   PdfTarget(QString path, const QString& title, const QPageLayout& layout);
   ~PdfTarget() override = default;
   PdfTarget(const PdfTarget&) = delete;
@@ -54,7 +54,7 @@ class PdfTarget final : public PrintTarget {
 // A printer of the system.
 class PrinterTarget final : public PrintTarget {
  public:
-  // The printer bears its paper, its options and the document's name.
+  // The printer already has its paper, its options and the document's name.
   explicit PrinterTarget(std::unique_ptr<QPrinter> printer);
 
   QPagedPaintDevice& Device() override { return *printer_; }

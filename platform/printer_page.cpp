@@ -23,7 +23,7 @@ PrinterPage::PrinterPage(PrintTarget& target)
       dotsPerTwip_(target.Device().logicalDpiX() / kTwipsPerInch),
       metrics_(font_, &target.Device()),
       error_(target.Check()) {
-  // Letters keep their places whatever the resolution.
+  // Letters keep their positions whatever the resolution.
   font_.setHintingPreference(QFont::PreferNoHinting);
   font_.setPointSize(10);
   if (error_.isEmpty() && !painter_.begin(&target.Device())) Refuse();

@@ -13,8 +13,8 @@
 
 class PrinterPage {
  public:
-  // Opens the document at its first page. When the target cannot be painted on, nothing is printed
-  // and EndDocument says so; until then everything can be called all the same.
+  // Opens the document at its first page. If the target cannot be painted on, nothing is printed
+  // and EndDocument says so; until then everything can still be called.
   explicit PrinterPage(PrintTarget& target);
   PrinterPage(const PrinterPage&) = delete;
   PrinterPage& operator=(const PrinterPage&) = delete;
@@ -39,21 +39,21 @@ class PrinterPage {
   double TextWidth(const QString& text) const;
   double TextHeight() const;  // of a line, the gap to the next one included
 
-  // Print ends with a line feed; PrintWithoutFeed leaves the place behind the text. A line feed
-  // character in the text breaks the line. What lies beyond the paper is lost, as is the rest of a
-  // page that is full: the caller turns it.
+  // Print ends with a line feed; PrintWithoutFeed leaves the cursor after the text. A line feed
+  // character in the text breaks the line. What lies beyond the paper is lost, and so is anything
+  // below a full page: the caller turns the page.
   void Print(const QString& text);
   void PrintWithoutFeed(const QString& text);
   void LineFeed();
 
   // The whole picture, stretched over `target`, at the printer's own resolution. The picture's
-  // ground is left out: the paper is white, and texts that lie there already stay readable.
+  // ground is left out: the paper is white, and texts already there stay readable.
   void PaintPicture(const Picture& picture, const QRectF& target);
 
   void NewPage();
 
-  // Closes the document and brings it to its target. Gives what went wrong, for the user; empty
-  // when the document has arrived whole. Nothing may be printed afterwards.
+  // Closes the document and delivers it to its target. Returns what went wrong, for the user; empty
+  // when the whole document has arrived. Nothing may be printed afterwards.
   QString EndDocument();
 
  private:

@@ -16,7 +16,7 @@ class PolygonFiller {
   // Fills every pixel whose corner point lies inside the polygon, which is closed by itself. Where
   // it crosses itself, areas alternate. Left and upper edges belong to it, right and lower ones do
   // not: polygons that share an edge meet without a seam and without a pixel in common. Points may
-  // lie anywhere; `image` has 32 bits a pixel.
+  // lie anywhere; `image` has 32 bits per pixel.
   void Fill(QImage& image, std::span<const QPoint> points, QRgb colour);
 
  private:

@@ -31,7 +31,7 @@ void RasterView::ShowDrawing() {
 }
 
 // Moved to a display with another scale factor, the widget is painted without being resized. It is
-// not drawn anew from inside the painting.
+// not redrawn from inside the painting.
 void RasterView::paintEvent(QPaintEvent*) {
   if (box_.PixelRatio() != devicePixelRatioF()) {
     QMetaObject::invokeMethod(this, &RasterView::FitBox, Qt::QueuedConnection);

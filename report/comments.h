@@ -7,11 +7,11 @@
 
 namespace Print {
 
-// Prints from the cursor on and leaves it behind the last word. A word that does not fit begins a
-// line, even one that is too wide for any: it runs past the margin. A line feed breaks the line, a
-// tab goes to the next stop (every ten widths of "0"), other control characters are left out. A
-// line that would begin below the bottom margin begins on a fresh page, which prints on in 13
-// points.
+// Prints from the cursor on and leaves it after the last word. A word that does not fit begins a
+// new line, even if it is too wide for any line: it runs past the margin. A line feed breaks the
+// line, a tab goes to the next stop (every ten widths of "0"), other control characters are
+// dropped. A line that would begin below the bottom margin begins on a fresh page, which continues
+// in 13 points.
 void PrintComments(const Sheet& sheet, const QString& text);
 
 }  // namespace Print

@@ -21,7 +21,7 @@ namespace {
 using Print::Case;
 using Print::Sheet;
 
-// The pointer is put back however the report ends.
+// The pointer is restored however the report ends.
 class HourglassPointer {
  public:
   HourglassPointer() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
@@ -57,8 +57,8 @@ void PrintMeasurementLine(PrinterPage& page, QString right, const QString& right
   Print::PrintRightColumn(page, left, right, {}, rightValue);
 }
 
-// What stands on the right of the patient's lines; the other measurements follow below them. H
-// stands before C. Deliberate.
+// What is printed to the right of the patient's lines; the other measurements follow below. H comes
+// before C. Deliberate.
 constexpr std::array kBesideThePatient = {Sila::Measurement::Lizm, Sila::Measurement::Xizm,
                                           Sila::Measurement::Zizm, Sila::Measurement::Hizm,
                                           Sila::Measurement::Cizm};
@@ -72,7 +72,7 @@ QString LabelOf(Sila::Measurement id) {
   return Vse::kMeasurementPlaces[Sila::IndexOf(id)].printLabel.toString();
 }
 
-// The value with its unit. An angle's unit has blanks behind it, a radius's none.
+// The value with its unit. An angle's unit is followed by blanks, a radius's is not.
 QString ValueOf(Sila::Measurement id, const Case& printed) {
   const Sila::MeasurementRow& row = Sila::RowOf(id);
   QString unit = Vse::FileSuffix(row.kind()).toString();
@@ -124,9 +124,9 @@ void PrintResults(const Sheet& sheet, const Case& printed) {
   }
 }
 
-// On a picture of its own, so that the one on screen stays as it is. The printed texts stand at
-// the picture's own units as twips while its strokes are scaled to a third of the paper's width:
-// they do not meet. Deliberate.
+// On a picture of its own, so that the one on screen stays as it is. The printed texts are placed
+// at the picture's own units as twips, while its strokes are scaled to a third of the paper's
+// width: they do not meet. Deliberate.
 void PrintDiagram(const Sheet& sheet, const Case& printed) {
   PrinterPage& page = sheet.page;
   const double height = page.ScaleWidth() / 3.0;

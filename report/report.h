@@ -12,7 +12,7 @@
 
 namespace Print {
 
-// What a report is made of.
+// The contents of a report.
 struct Case {
   const CaseRecord& record;
   // As the results panel shows them: after a refused case they are older than the record's.
@@ -21,11 +21,12 @@ struct Case {
 };
 
 // Prints the body below the header and ends the document; the pointer is an hourglass meanwhile. A
-// results line or a diagram that does not fit above the bottom margin goes to a fresh page. Gives
-// what went wrong, for the user; empty when the document has arrived whole.
+// results line or a diagram that does not fit above the bottom margin goes to a fresh page. Returns
+// what went wrong, for the user; empty when the whole document has arrived.
 QString PrintReport(const Sheet& sheet, const Case& printed);
 
-// The whole report, headed "TELMARION", with `date` in the footer. Gives what PrintReport gives.
+// The whole report, headed "TELMARION", with `date` in the footer. Returns what PrintReport
+// returns.
 QString PrintCase(PrintTarget& target, const Case& printed, QDate date);
 
 // Title of the report and of its document.

@@ -25,8 +25,8 @@ double BottomOf(const PrinterPage& page);
 // top left of the text area.
 void PrintPageHeader(const Sheet& sheet, const QString& title);
 
-// Goes on at the top of a fresh page with the header "New Page". The font stays at the header's 13
-// points. Deliberate.
+// Continues at the top of a fresh page with the header "New Page". The font stays at the header's
+// 13 points. Deliberate.
 void TurnPage(const Sheet& sheet);
 
 // One line: "left label : left value" where the cursor is, "right label = right value" from half
@@ -34,8 +34,7 @@ void TurnPage(const Sheet& sheet);
 QString PrintTwoColumns(PrinterPage& page, QString& leftLabel, QString& rightLabel,
                         const QString& leftValue, const QString& rightValue);
 
-// The same with a blank in place of the colon: with nothing on the left only the right column
-// carries text.
+// The same with a blank instead of the colon: if the left is empty, only the right column has text.
 QString PrintRightColumn(PrinterPage& page, QString& leftLabel, QString& rightLabel,
                          const QString& leftValue, const QString& rightValue);
 

@@ -1,4 +1,4 @@
-// Failures are not told: that a file is open to fewer people is no reason not to save.
+// Failures are not reported: that fewer people can open a file is no reason not to save it.
 #include "storage/file_access.h"
 
 #include <sys/xattr.h>

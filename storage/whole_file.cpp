@@ -1,5 +1,5 @@
-// Where the file system can do it, a file has no name until it is whole, and nothing is left behind
-// whatever happens to the program. Elsewhere it stands under a name of its own beside its place.
+// Where the file system supports it, a file has no name until it is complete, and nothing is left
+// behind whatever happens to the program. Elsewhere it has a temporary name beside its destination.
 #include "storage/whole_file.h"
 
 #include <fcntl.h>
@@ -114,7 +114,7 @@ std::string WholeFile::Create(unsigned mode) {
   return temporary_.empty() ? Reason(errno) : std::string();
 }
 
-// On a disk that fills up the first call writes what still fits, the second tells the reason.
+// On a disk that fills up the first call writes what still fits, the second reports the reason.
 std::string WholeFile::Write(std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t count = write(descriptor_, bytes.data(), bytes.size());

@@ -1,5 +1,5 @@
-// Files that appear whole or not at all: written beside their place, brought to the disk, then
-// moved there in one step.
+// Files that appear completely or not at all: written beside their destination, flushed to the
+// disk, then moved into place in one step.
 #pragma once
 
 #include <QByteArray>
@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-// Who may read and write the file when it is in its place.
+// Who may read and write the file once it is in place.
 enum class FileAccess {
   AsBefore,   // whoever could open the file before; a new file as the system's mask has it
   OwnerOnly,  // its owner and nobody else, whatever was there before

@@ -13,8 +13,8 @@ struct HeadCase {
 };
 
 // `thetaPolText` is what the results panel shows as "Theta-pol", degrees: the head has the pole
-// where the panel says it is, truncated to two decimals, and not where the record has it. A text
-// that is no number counts as 0.
+// where the panel says it is, truncated to two decimals, and not where the record has it. Text that
+// is not a number counts as 0.
 HeadCase HeadCaseOf(const CaseRecord& record, const QString& thetaPolText);
 
 // The edge angle in whole degrees, rounded down. An angle that was typed in whole degrees gives

@@ -187,7 +187,8 @@ float DrawingRadius(const RasterBox& picture) {
   return static_cast<float>(std::max(picture.ScaleWidth(), picture.ScaleHeight()) / 4.0);
 }
 
-// Both loops begin a whole turn late, which sines and cosines do not see but single precision does.
+// Both loops begin a whole turn late, which sines and cosines do not notice but single precision
+// does.
 SampledSurface SampleSphere(const RasterBox& picture, const HeadView& view,
                             const RowCall& beforeRow) {
   const float step = StepOf(view.sphereSteps);

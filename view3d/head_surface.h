@@ -29,7 +29,7 @@ struct HeadView {
   std::array<float, 3> exclusionBounds{};
 };
 
-// Called before each row of points, to tell how far the drawing is.
+// Called before each row of points, to show how far the drawing is.
 using RowCall = std::function<void()>;
 
 // Numbers by (row, column), both from 0.

@@ -55,8 +55,8 @@ void PlaceLabel(QLabel& label, QPointF centre) {
              std::clamp(corner.y(), 0, std::max(0, room.height())));
 }
 
-// The writer makes 24 bits a pixel of an image that has 32 and no transparency. Gives what to tell
-// the user when it failed: the file and the reason.
+// The writer makes 24 bits per pixel of an image that has 32 and no transparency. Returns what to
+// tell the user when it failed: the file and the reason.
 QString WriteBitmapFile(const QImage& image, const QString& path) {
   QBuffer bytes;
   bytes.open(QIODevice::WriteOnly);
@@ -237,7 +237,8 @@ void FormGula::DrawAxesAndLabels() {
   TellTurn();
 }
 
-// Beside the ends of the axes. Where two ends coincide, the later label stands beside the earlier.
+// Beside the ends of the axes. Where two ends coincide, the later label goes beside the earlier
+// one.
 void FormGula::PlaceAxisLabels(const std::array<QPointF, 3>& ends) {
   constexpr double kOffset = 0.1 * kAxisLength;
   const std::array<QLabel*, 3> labels = {controls_.axisX, controls_.axisY, controls_.axisZ};

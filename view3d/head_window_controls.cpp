@@ -58,7 +58,7 @@ void AddResolution(QVBoxLayout* column, HeadControls& c, QWidget* window) {
     column->addWidget(check);
 }
 
-// With a ground of its own: it stands on the end of its axis.
+// With a ground of its own: it is on the end of its axis.
 QLabel* MakeAxisLabel(const char* name, const char* text, QWidget* parent) {
   auto* label = Named(new QLabel(QLatin1String(text), parent), name, QLatin1String(text));
   label->setAutoFillBackground(true);

@@ -1,4 +1,4 @@
-// The controls of the 3D view and where they stand.
+// The controls of the 3D view and their layout.
 #pragma once
 
 #include <QCheckBox>
@@ -40,7 +40,7 @@ struct HeadControls {
 };
 
 // Makes the controls, empty, and lays them out in the window: the picture takes the space, the rest
-// stands in a narrow column on the right.
+// is in a narrow column on the right.
 HeadControls MakeHeadControls(QMainWindow& mainWindow);
 
 // Gives the labels on the pictures the pictures' ground, which stays light on a dark desktop.

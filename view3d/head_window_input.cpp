@@ -15,7 +15,7 @@ constexpr float kPi = std::numbers::pi_v<float>;
 constexpr float kKeyTurn = kPi / 18.0F;
 constexpr float kTickTurn = kPi / 30.0F;
 constexpr int kDragSteps = 5;    // resolution while the mouse moves
-constexpr int kQuickSteps = 70;  // resolution up to which a key that is held goes on turning
+constexpr int kQuickSteps = 70;  // resolution up to which a held key keeps turning
 
 }  // namespace
 
@@ -65,7 +65,7 @@ void FormGula::MoveMouse(QPointF pixel) {
   Tick();
 }
 
-// The third angle goes on a little after the drawing, until the next step sets it. Deliberate.
+// The third angle moves on a little after the drawing, until the next step sets it. Deliberate.
 void FormGula::Tick() {
   TurnByDrag();
   DrawSurfaces(LineStyle::Solid, LineStyle::Solid);

@@ -41,7 +41,7 @@ QString LegendTop(const HeadCase& headCase) {
 
 QString LegendWords(const HeadCase& headCase) {
   return QStringLiteral(
-             "In bands of a tenth from blue, no stress, through green to red at %1; "
-             "above it pure red.")
+             "In steps of a tenth from blue for no stress through green to red at %1; "
+             "above that, pure red.")
       .arg(LegendTop(headCase));
 }

@@ -15,10 +15,10 @@ class Polygon {
   void Device(RasterBox& surface);
 
   // Adds a vertex in user units. Throws std::overflow_error when it lies beyond the pixels that 32
-  // bits can count, and for a coordinate that is not a number; the vertex is then left out.
+  // bits can count, and for a coordinate that is not a number; the vertex is then dropped.
   void Point(float x, float y);
 
-  // Draws the polygon through the vertices added since the last time, with the surface's pen and
+  // Draws the polygon through the vertices added since the last call, with the surface's pen and
   // fill, and forgets them. Throws std::out_of_range when there are none.
   void draw();
 

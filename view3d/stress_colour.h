@@ -1,4 +1,4 @@
-// The colour that stands for a stress.
+// The colour that represents a stress.
 #pragma once
 
 #include "platform/picture.h"

@@ -20,8 +20,8 @@ struct Point3 {
 // Turns points one after another, each pair of coordinates through its polar form.
 //
 // Deliberate: where the second value of a pair is exactly 0, the first and the second turn leave
-// their angle in the third turn's variable and go on with the angle of the point before (0 for the
-// first point). So points that lie exactly on an axis go elsewhere, and the order of the points
+// their angle in the third turn's variable and continue with the angle of the previous point (0 for
+// the first point). So points that lie exactly on an axis go elsewhere, and the order of the points
 // counts. Where both values of a pair are 0, nothing changes.
 class PointTurner {
  public:

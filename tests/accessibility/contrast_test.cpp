@@ -35,7 +35,7 @@ double ContrastBetween(const QColor& one, const QColor& other) {
   return a > b ? a / b : b / a;
 }
 
-// Ink that lets the ground shine through.
+// Translucent ink.
 QColor Laid(const QColor& ink, const QColor& ground) {
   const auto part = [&](int i, int g) {
     return int(std::lround(g + (i - g) * double(ink.alphaF())));
@@ -144,9 +144,9 @@ TEST_P(Contrast, OfTheDiagramsLabelsIsEnough) {
   }
 }
 
-// Red on white falls a little short of 4.5. The marked dimension is told by its width as well, and
-// in words to a screen reader.
-TEST_P(Contrast, OfTheHipPicturesLabelsIsEnoughButForTheMarkedOne) {
+// Red on white falls a little short of 4.5. The marked dimension is recognisable by its width as
+// well, and in words to a screen reader.
+TEST_P(Contrast, OfTheHipPicturesLabelsIsEnoughExceptForTheMarkedOne) {
   const HipPicture picture;
   for (const DimensionLabel* label : picture.findChildren<DimensionLabel*>()) {
     ExpectReadable(label->foreColor(), Qt::white, label->text().toStdString());
@@ -169,9 +169,9 @@ QColor GroundOf(const QTextBlock& block, const QColor& page) {
   return page;
 }
 
-constexpr std::array kTopics = {"index",   "first-case", "measures", "entering",
-                                "results", "diagram",    "view3d",   "printing",
-                                "files",   "model",      "messages", "keyboard"};
+constexpr std::array kTopics = {"index",   "first-case", "measurements", "entering",
+                                "results", "diagram",    "view3d",       "printing",
+                                "files",   "model",      "messages",     "keyboard"};
 
 TEST_P(Contrast, OfTheHelpPagesIsEnoughAndLinksAreUnderlined) {
   RecordingMessageDoor messages;
@@ -220,7 +220,7 @@ TEST_P(Contrast, OfTheHelpsDrawingsIsEnough) {
   window->show();
   auto* page = window->findChild<QTextBrowser*>("helpPage");
   for (const auto& [topic, file] :
-       {std::pair("measures", "measures.svg"), std::pair("diagram", "diagram.svg"),
+       {std::pair("measurements", "measurements.svg"), std::pair("diagram", "diagram.svg"),
         std::pair("ce", "centre-edge.svg")}) {
     window->ShowTopic(topic);
     const QUrl url = page->source().resolved(QUrl(file));

@@ -155,7 +155,7 @@ inline void StressesWarning(const QLocale&, const LookAt& look) {
 
 }  // namespace every_window
 
-// All that is ours: the file and the print dialog are the toolkit's own.
+// All that is ours: the file and the print dialog are Qt's own.
 inline std::vector<WindowState> OurWindows() {
   using namespace every_window;
   const auto help = [](int pane) {

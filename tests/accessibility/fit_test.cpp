@@ -31,7 +31,7 @@ bool IsText(const QWidget& widget) {
          widget.inherits("QTextBrowser");
 }
 
-// What a user reads and the window lays out: not what stands on a picture or inside another
+// What a user reads and the window lays out: not what is on a picture or inside another
 // control.
 std::vector<const QWidget*> TextsOf(const QWidget& window) {
   std::vector<const QWidget*> texts;
@@ -56,7 +56,7 @@ QSize NeededBy(const QWidget& widget) {
     option.initFrom(box);
     option.lineWidth = box->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, box);
     const QRect inner = box->style()->subElementRect(QStyle::SE_LineEditContents, &option, box);
-    const int margin = 4 + box->width() - inner.width();  // the toolkit's own, two on either side
+    const int margin = 4 + box->width() - inner.width();  // Qt's own, two on either side
     return {margin + box->fontMetrics().horizontalAdvance(box->text()),
             box->minimumSizeHint().height()};
   }
@@ -84,7 +84,7 @@ TEST_P(WindowFit, EveryTextHasRoom) {
   });
 }
 
-TEST_P(WindowFit, NothingStandsOverAnother) {
+TEST_P(WindowFit, NothingOverlaps) {
   Visit([](QWidget& window) {
     const std::vector<const QWidget*> texts = TextsOf(window);
     const auto area = [&](const QWidget* widget) {

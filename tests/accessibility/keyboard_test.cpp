@@ -24,7 +24,7 @@ std::string Name(const QWidget* widget) {
   return widget->objectName().toStdString() + " (" + widget->metaObject()->className() + ")";
 }
 
-// What a user acts on; the toolkit's parts of such a widget are not counted.
+// What a user acts on; Qt's parts of such a widget are not counted.
 bool IsControl(const QWidget& widget) {
   if (widget.objectName().startsWith("qt_") || widget.parentWidget()->inherits("QLineEdit")) {
     return false;
@@ -53,7 +53,7 @@ QImage Seen(QWidget& window) {
 }
 
 QRect AreaOf(const QWidget& control, const QWidget& window) {
-  constexpr int kFrame = 4;  // a frame may stand around it
+  constexpr int kFrame = 4;  // a frame may surround it
   return QRect(control.mapTo(&window, QPoint(0, 0)), control.size())
       .adjusted(-kFrame, -kFrame, kFrame, kFrame);
 }
@@ -103,12 +103,12 @@ TEST_P(WindowKeyboard, TabReachesEveryControlBothWays) {
   });
 }
 
-// As people read: the next control never stands above and not to the right.
+// In reading order: the next control is never above unless it is to the right.
 TEST_P(WindowKeyboard, TabGoesDownOrToTheRight) {
   Visit([](QWidget& window) {
     const QList<QWidget*> controls = ControlsOf(window);
     if (controls.size() < 2) return;
-    // Top left first; where the window itself begins is its own affair.
+    // Top left first; where the window itself begins does not matter.
     QWidget* first = *std::min_element(controls.begin(), controls.end(), [&](auto* a, auto* b) {
       const QPoint one = a->mapTo(&window, QPoint(0, 0));
       const QPoint other = b->mapTo(&window, QPoint(0, 0));
@@ -138,7 +138,7 @@ TEST_P(WindowKeyboard, TheFocusIsSeen) {
   });
 }
 
-// The letters after Alt; those of a menu's entries are the menu's own affair.
+// The letters after Alt; those of a menu's entries are up to the menu.
 QStringList AccessKeysOf(const QWidget& window) {
   QStringList texts;
   for (const QWidget* widget : window.findChildren<QWidget*>()) {
@@ -163,7 +163,7 @@ QStringList AccessKeysOf(const QWidget& window) {
   return keys;
 }
 
-TEST_P(WindowKeyboard, EveryAccessKeyIsThereOnce) {
+TEST_P(WindowKeyboard, EveryAccessKeyIsUsedOnce) {
   Visit([](QWidget& window) {
     QStringList keys = AccessKeysOf(window);
     const qsizetype all = keys.size();

@@ -33,7 +33,7 @@ bool IsPicture(const QAccessibleInterface& thing) {
   return thing.role() == QAccessible::Graphic;
 }
 
-// The toolkit's own helpers around a widget of ours, and what hands the focus on to another.
+// Qt's own helpers around a widget of ours, and whatever passes the focus on to another widget.
 bool IsHelper(const QAccessibleInterface& thing) {
   const auto* widget = qobject_cast<const QWidget*>(thing.object());
   return widget != nullptr &&
@@ -95,7 +95,7 @@ TEST_P(WindowNames, EveryRoleIsThatOfItsControl) {
 }
 
 // Parts of a window that is closed or put away have no business in the tree.
-TEST_P(WindowNames, EveryPictureIsToldInWords) {
+TEST_P(WindowNames, EveryPictureIsDescribedInWords) {
   Visit([](QWidget& window) {
     Walk(window, [&](QAccessibleInterface& thing) {
       if (!IsPicture(thing) || thing.object()->inherits("QLabel")) return;
@@ -106,8 +106,8 @@ TEST_P(WindowNames, EveryPictureIsToldInWords) {
 
 INSTANTIATE_TEST_SUITE_P(Windows, WindowNames, testing::ValuesIn(OurWindows()), RowName());
 
-// The dialogs of the toolkit are named by their titles; what is in them is the toolkit's.
-TEST(ToolkitDialogs, AreNamed) {
+// Qt's dialogs are named by their titles; what is in them is Qt's.
+TEST(QtDialogs, AreNamed) {
   const auto look = [](QWidget& dialog) {
     const QAccessibleInterface* thing = QAccessible::queryAccessibleInterface(&dialog);
     EXPECT_EQ(thing->role(), QAccessible::Dialog);
@@ -150,7 +150,7 @@ TEST(MainWindowNames, HoldTheTextOfTheLabels) {
   EXPECT_EQ(NameIn(program, "lblFile"), "File in use: " + path);
 }
 
-TEST(MainWindowNames, TellOfUnsavedChangesAndOfAWeightThatCountsAsUnknown) {
+TEST(MainWindowNames, SayThatChangesAreUnsavedAndThatAWeightCountsAsUnknown) {
   RunningProgram program;
   program.ConfirmDefaultCase();
   EXPECT_EQ(NameIn(program, "lblUnsaved"), "Unsaved changes");
@@ -169,7 +169,7 @@ TEST(MainWindowNames, TellOfUnsavedChangesAndOfAWeightThatCountsAsUnknown) {
   EXPECT_EQ(weight->text(QAccessible::Description), "body weight");
 }
 
-TEST(MainWindowNames, TheDiagramIsToldInWords) {
+TEST(MainWindowNames, TheDiagramIsDescribedInWords) {
   RunningProgram program;
   const auto words = [&] { return program.InWindow<QWidget>("Picture1")->accessibleDescription(); };
   EXPECT_EQ(words(), "Empty.");

@@ -12,8 +12,8 @@ namespace {
 using Answer = MessageDoor::Answer;
 
 const QString kNotice =
-    "This weight counts as not known, because OK was pressed without one. "
-    "New or Change begins afresh.";
+    "This weight counts as not known because OK was pressed without one. "
+    "New or Change starts over.";
 
 class AssumedWeight : public testing::Test {
  protected:

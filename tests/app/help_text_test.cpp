@@ -115,7 +115,7 @@ TEST_F(HelpText, EveryKeywordLeadsToOnePlace) {
 
 TEST_F(HelpText, TopicsOfTheProgramAreThere) {
   for (const char* topic :
-       {"index",    "first-case", "measures", "entering", "results",  "diagram", "view3d",
+       {"index",    "first-case", "measurements", "entering", "results",  "diagram", "view3d",
         "printing", "files",      "model",    "messages", "keyboard", "l2",      "c",
         "h",        "x",          "z",        "rotation", "ce",       "radius",  "rwb",
         "thetar",   "thetapol",   "pmaxwb",   "pmax",     "weight",   "refused"}) {
@@ -162,8 +162,8 @@ TEST_F(HelpText, HasTheMessagesWordForWord) {
         "No results for this case: in this range of input data you could not use this model",
         "The stresses are those of the case before. Go on all the same?",
         "There are no stresses for this case. Go on all the same?", "Unsaved changes",
-        "This weight counts as not known, because OK was pressed without one. "
-        "New or Change begins afresh.",
+        "This weight counts as not known because OK was pressed without one. "
+        "New or Change starts over.",
         "Unsaved work cannot be kept for the next start."}) {
     EXPECT_TRUE(text.contains(message)) << message;
   }

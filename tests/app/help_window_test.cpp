@@ -149,7 +149,7 @@ TEST(HelpWindow, ShowTopicOpensIt) {
   EXPECT_TRUE(window->isVisible());
   EXPECT_EQ(Shown(*window), "results.html");
   window->ShowTopic("ce");
-  EXPECT_EQ(Shown(*window), "measures.html#ce");
+  EXPECT_EQ(Shown(*window), "measurements.html#ce");
   EXPECT_GT(Page(*window).verticalScrollBar()->value(), 0);
   window->ShowTopic("no such topic");
   EXPECT_EQ(Shown(*window), "index.html");
@@ -210,7 +210,7 @@ TEST(HelpWindow, IndexNarrowsAndOpens) {
   QTest::keyClicks(&filter, "magn");
   EXPECT_LT(list.model()->rowCount(), all);
   QTest::keyClick(&filter, Qt::Key_Return);
-  EXPECT_EQ(Shown(*window), "measures.html#magnification");
+  EXPECT_EQ(Shown(*window), "measurements.html#magnification");
 
   filter.clear();
   EXPECT_EQ(list.model()->rowCount(), all);
@@ -261,12 +261,12 @@ TEST_P(HelpSearchFor, FindsThePage) {
 
 INSTANTIATE_TEST_SUITE_P(
     Words, HelpSearchFor,
-    testing::Values(Wanted{"word", "dysplastic", "measures.html"},
-                    Wanted{"capitals", "DYSPLASTIC", "measures.html"},
+    testing::Values(Wanted{"word", "dysplastic", "measurements.html"},
+                    Wanted{"capitals", "DYSPLASTIC", "measurements.html"},
                     Wanted{"slash", "R/Wb", "results.html"},
                     Wanted{"hyphen", "Theta-R", "results.html"},
-                    Wanted{"two_words", "calibration object", "measures.html"},
-                    Wanted{"lone_quotation_mark", "\"calibration", "measures.html"},
+                    Wanted{"two_words", "calibration object", "measurements.html"},
+                    Wanted{"lone_quotation_mark", "\"calibration", "measurements.html"},
                     Wanted{"nothing", "zzyzx", ""}, Wanted{"one_of_two", "dysplastic zzyzx", ""}),
     RowName());
 
@@ -280,14 +280,14 @@ TEST(HelpWindow, EmptySearchSaysNothing) {
 
 TEST(HelpWindow, TextGrowsShrinksAndComesBack) {
   const auto window = OpenGood();
-  window->ShowTopic("measures");
+  window->ShowTopic("measurements");
   ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
   const double usual = Page(*window).font().pointSizeF();
   const double height = Page(*window).document()->size().height();
   Press(*window, "helpLarger");
   EXPECT_NEAR(Page(*window).font().pointSizeF(), usual * 1.2, 0.01);
   EXPECT_GT(Page(*window).document()->size().height(), height);
-  EXPECT_EQ(Shown(*window), "measures.html");
+  EXPECT_EQ(Shown(*window), "measurements.html");
   for (int i = 0; i < 30; ++i) Press(*window, "helpLarger");
   EXPECT_NEAR(Page(*window).font().pointSizeF(), usual * 3.0, 0.01);
   EXPECT_FALSE(Part<QAction>(*window, "helpLarger").isEnabled());

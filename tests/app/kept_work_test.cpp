@@ -175,7 +175,7 @@ TEST_F(KeptWorkTest, AnEndThatIsTakenBackKeepsTheCase) {
   EXPECT_EQ(Kept().size(), 1);
 }
 
-// The toolkit closes what is open when the event loop ends, the save prompt among it.
+// Qt closes what is open when the event loop ends, the save prompt among it.
 TEST_F(KeptWorkTest, TheSystemsEndOutdoesTheClosingWindows) {
   auto program = Start();
   program->ConfirmDefaultCase();

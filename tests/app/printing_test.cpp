@@ -84,7 +84,8 @@ std::string AboveTheDiagram(const QStringList& page) {
   return text;
 }
 
-// Patient and measures are the new ones; results are the panel's, which a refusal leaves as it was.
+// Patient and measurements are the new ones; results are the panel's, which a refusal leaves as it
+// was.
 TEST(Printing, ARefusedCasePrintsItsMeasuresWithTheResultsThatThePanelShows) {
   RunningProgram program;
   program.ConfirmDefaultCase();

@@ -38,7 +38,7 @@ class RefusedCases : public testing::Test {
     return program;
   }
 
-  // Measures that the model has no answer for, in the form that is open.
+  // Measurements that the model has no answer for, in the form that is open.
   static void Refuse(RunningProgram& program, const char* box = "Text9",
                      const QString& text = "-20") {
     program.Type("Text1", "11");

@@ -94,7 +94,7 @@ class CodePages(Case):
             done = run("--encoding", name, path)
             self.assertEqual((done.returncode, done.stdout), (2, b""), name)
             said = done.stderr.decode()
-            self.assertIn(f'"{name}" is no code page that is known', said)
+            self.assertIn(f'"{name}" is not a known code page', said)
             self.assertIn("windows-1250", said)
             self.assertIn("ISO-8859-1 ", said)
             self.assertEqual(len(said.splitlines()), 1)
@@ -108,7 +108,7 @@ class CodePages(Case):
         for name in names[-5:]:
             self.assertIn(name, listed)
         for name in names:
-            self.assertNotIn(b"is no code page", run("--encoding", name, path).stderr, name)
+            self.assertNotIn(b"is not a known code page", run("--encoding", name, path).stderr, name)
 
 
 if __name__ == "__main__":

@@ -40,7 +40,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Span{"PelvicHeight", Sila::Measurement::Hizm, {1.6, 0.0}, {1.6, -16.0}}),
     RowName());
 
-// In hundredths of a centimetre: the toolkit flattens curves to about half a unit.
+// In hundredths of a centimetre: Qt flattens curves to about half a unit.
 QPainterPath Fine(const QPainterPath& path) {
   return QTransform::fromScale(100.0, 100.0).map(path);
 }

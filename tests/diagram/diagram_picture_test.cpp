@@ -120,7 +120,7 @@ std::vector<DiagramCase> UsualCases() {
 INSTANTIATE_TEST_SUITE_P(Rows, LabelPlaces, testing::ValuesIn(UsualCases()), RowName());
 
 // With an edge a little medial of the upright both angles' labels have one place.
-TEST(DiagramLabels, TheForceAnglesStandsClearOfTheEdgeAngles) {
+TEST(DiagramLabels, TheForceAnglesLabelStaysClearOfTheEdgeAngles) {
   Drawn drawn(With({.name = "Edge", .edgeAngle = -5.0, .poleAngle = 74.0}, Side::L, false));
   const auto painted = [&](bool withForceAngle) {
     QImage image(600, 400, QImage::Format_RGB32);

@@ -17,7 +17,7 @@ CaseRecord Computed(const QString& hip, bool weightUnknown) {
   return record;
 }
 
-TEST(DiagramWords, TellTheCaseInTheUnitsThatAreDrawn) {
+TEST(DiagramWords, DescribeTheCaseInTheUnitsThatAreDrawn) {
   EXPECT_EQ(Vizual::DiagramWords(Computed("L", false), QLocale::c()),
             "Left hip. The resultant force of 1.93 kN is inclined by 8.47 ° to the vertical. The "
             "contact stress has its pole at 16.41 ° and its peak of 2066847.58 Pa; the edge of the "

@@ -124,7 +124,7 @@ TEST(HipDiagramValues, StressOfZeroLeavesOutTheBarAlone) {
 // Everything but the legend bars and the strokes that differ on purpose is the exact mirror image.
 class MirrorImage : public testing::TestWithParam<bool> {};
 
-TEST_P(MirrorImage, IsExactButWhereItDiffersOnPurpose) {
+TEST_P(MirrorImage, IsExactExceptWhereItDiffersOnPurpose) {
   const bool onPaper = GetParam();
   for (const DiagramCase& row : DiagramCases()) {
     const Drawn l(With(row, Side::L, onPaper));
@@ -225,7 +225,7 @@ TEST(HipDiagramBox, PenOfHeadAndFanIsTheCallers) {
 }
 
 // However broad and solid the pen is made between two strokes.
-TEST(HipDiagramBox, ThePenIsSetAnewBeforeTheArrowAndBeforeEachReferenceLine) {
+TEST(HipDiagramBox, ThePenIsSetAgainBeforeTheArrowAndBeforeEachReferenceLine) {
   PictureBox box;
   Vizual::DiagramLabels labels;
   double e = 30, p = 16, r = 8;
@@ -241,7 +241,7 @@ TEST(HipDiagramBox, ThePenIsSetAnewBeforeTheArrowAndBeforeEachReferenceLine) {
   EXPECT_EQ(drawings.at(drawings.size() - 4).pen, (Pen{kBlack, 1, LineStyle::Dotted}));
 }
 
-TEST(HipDiagramBox, LetterOnPaperStandsAtTheMarkerOfTheSide) {
+TEST(HipDiagramBox, LetterOnPaperIsAtTheMarkerOfTheSide) {
   for (const Side side : {Side::L, Side::D}) {
     PictureBox box;
     Vizual::DiagramLabels labels;

@@ -16,7 +16,7 @@ PICTURES = os.path.abspath(sys.argv.pop(1))
 
 QUESTION = (
     "A case was not saved when TELMARION ended. It was kept.\n"
-    "Do you want to go on with it ?\n\n"
+    "Continue with it?\n\n"
     '"No" discards it. "Cancel" keeps it for another start.'
 )
 

@@ -7,7 +7,7 @@ import tempfile
 
 from person import FORM, HEAD, HELP, Person
 
-# A dark desktop as the toolkit finds it: the colours of a dark scheme of KDE's.
+# A dark desktop as Qt finds it: the colours of a dark scheme of KDE's.
 DARK_SETTINGS = """[General]
 ColorScheme=Dark
 [Colors:Window]

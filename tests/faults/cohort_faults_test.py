@@ -75,7 +75,7 @@ class CohortFaults(unittest.TestCase):
         """Trouble with a file is one sentence that names the file and the reason."""
         self.assertEqual(done.returncode, 2)
         said = done.stderr.decode().splitlines()
-        # A place that cannot be set is told by the toolkit as well.
+        # Qt reports a position that cannot be set as well.
         said = [line for line in said if not line.startswith("QFile::at: ")]
         self.assertEqual(len(said), 1, said)
         self.assertRegex(said[0], r"^telmarion-batch: (.*\.(csv|txt)|standard output|.*/cases).*: .+")

@@ -1,5 +1,5 @@
-// The calls that the programs, or the toolkit for them, make on files. They go straight to the
-// kernel, so that it does not matter what else stands in front of the C library. Nothing here uses
+// The calls that the programs, or Qt for them, make on files. They go straight to the
+// kernel, so that it does not matter what else is loaded before the C library. Nothing here uses
 // stdio for files; its own writes could not be caught.
 #include "tests/faults/fault_library.h"
 
@@ -31,7 +31,7 @@ constexpr std::size_t kPart = 100;  // bytes that a partial transfer handles
 
 enum class Verdict { Pass, Part, Fail };
 
-// What a call does, as far as the kinds of fault tell calls apart.
+// What a call does, as far as the kinds of fault distinguish calls.
 enum class Sort { Other, Read, Write, CleanUp };
 
 // Interposed calls have no argument to hand it in.
@@ -171,7 +171,7 @@ int OnFile(const char* call, int file, const Real& real) {
       call, Sort::Other, [file] { return PathOf(file); }, real);
 }
 
-// The mode stands behind the flags only where the call may make a file.
+// The mode follows the flags only where the call may create a file.
 mode_t ModeBehind(int flags, va_list rest) {
   const bool makes = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
   return makes ? va_arg(rest, mode_t) : 0;

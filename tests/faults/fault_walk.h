@@ -38,7 +38,8 @@ inline std::string NameOf(const Fault& fault) {
 }
 
 // For the first call of `operate` that concerns files in `folder`, then the second, and so on until
-// there are no more: prepares, lets the call fail, checks. Gives how many calls were struck.
+// there are no more: prepares, makes the call fail, checks. Returns how many calls were made to
+// fail.
 template <class Prepare, class Operate, class Check>
 int Walk(const QString& folder, const Fault& fault, const Prepare& prepare, const Operate& operate,
          const Check& check) {

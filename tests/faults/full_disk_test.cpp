@@ -44,7 +44,7 @@ class FullDisk {
 
 class FullDiskTest : public FaultTest {
  protected:
-  // The file is the old one, and the user is told why.
+  // The file is the old one, and the user learns why.
   void ExpectRefused(const char* name) {
     const QList<Message> said = TakeErrors();
     EXPECT_TRUE(IsErrorAbout(said, name)) << testing::PrintToString(said);

@@ -1,5 +1,5 @@
 // Any bytes as a typed date, in locales of every order. Days that do not exist are found out by
-// another calendar than the toolkit's.
+// another calendar than Qt's.
 #include <QRegularExpression>
 #include <array>
 #include <chrono>

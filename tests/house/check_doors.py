@@ -1,4 +1,4 @@
-"""Fails on a message box or a dialog of the toolkit outside the door that is there for it.
+"""Fails on a message box or a dialog of Qt outside the door that is there for it.
 
 Every message passes platform/message_door.h, every question for a file platform/file_dialog.h and every
 question for a printer platform/print_dialog.h: a test can then listen and answer. The tests of the doors
@@ -8,7 +8,7 @@ import pathlib
 import re
 import sys
 
-# Toolkit class: the sources that may name it.
+# Qt class: the sources that may name it.
 DOORS = {
     "QMessageBox": {"platform/message_door.cpp", "tests/platform/message_door_test.cpp"},
     "QErrorMessage": set(),

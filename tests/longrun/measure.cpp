@@ -1,4 +1,4 @@
-// Figures from the kernel, from the C library's heap and from the toolkit.
+// Figures from the kernel, from the C library's heap and from Qt.
 #include "tests/longrun/measure.h"
 
 #include <malloc.h>

@@ -1,4 +1,4 @@
-// What a long run measures of its own process, and how growth is told from noise.
+// What a long run measures of its own process, and how growth is distinguished from noise.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@ struct Sample {
   double heapKiB = 0.0;      // memory that the program has asked for and not given back
   double handles = 0.0;      // open files, pipes and sockets
   double widgets = 0.0;
-  double objects = 0.0;      // of the toolkit, below the windows
+  double objects = 0.0;      // of Qt, below the windows
   double processorMs = 0.0;  // a round, since the sample before
   double wallMs = 0.0;       // likewise, by the clock on the wall
 };

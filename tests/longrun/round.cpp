@@ -12,7 +12,7 @@ namespace {
 using Answer = MessageDoor::Answer;
 
 // Rounds between two closings of the 3D view and the help: people leave them open. Each time that
-// they come back the toolkit keeps some 120 bytes, which would drown what we look for.
+// they come back Qt keeps some 120 bytes, which would drown what we look for.
 constexpr int kClosedEvery = 20;
 
 // As the event loop of the program does between two commands.

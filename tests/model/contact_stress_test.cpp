@@ -292,7 +292,7 @@ struct Refusal {
 
 class RefusedStress : public testing::TestWithParam<Refusal> {};
 
-TEST_P(RefusedStress, SaysWhyInNoTime) {
+TEST_P(RefusedStress, SaysWhyWithoutDelay) {
   const ContactStress stress = Tlakm::ComputeContactStress(GetParam().inputs);
   EXPECT_EQ(stress.outcome, GetParam().outcome);
   EXPECT_LT(stress.bracket.evaluations, 3000);

@@ -43,7 +43,7 @@ TEST(HipModel, CoversTheDefaultPelvisFromMinusEightAndAHalfDegrees) {
   EXPECT_EQ(Sila::ComputeHip(WithEdge(-8.5), state), HipOutcome::NoPole);
 }
 
-TEST(HipModel, KeepsTheStressOfTheRunBeforeWhenTheForceIsOutOfRange) {
+TEST(HipModel, KeepsTheStressOfThePreviousRunWhenTheForceIsOutOfRange) {
   Sila::HipState state;
   ASSERT_EQ(Sila::ComputeHip(DefaultHip(), state), HipOutcome::Ok);
   const double pmax = state.stress.pmax;
@@ -64,7 +64,7 @@ TEST(HipModel, RefusesAForceBeyondADouble) {
   EXPECT_EQ(Sila::ComputeHip(hip, state), HipOutcome::OutOfRange);
 }
 
-TEST(HipModel, TellsARadiusOfZeroFromARefusal) {
+TEST(HipModel, DistinguishesARadiusOfZeroFromARefusal) {
   Sila::HipState state;
   Sila::HipInputs hip = DefaultHip();
   hip.headRadius = {0.0};
@@ -100,7 +100,7 @@ TEST(HipModel, DependsOnTheWeightInTheStressAlone) {
   }
 }
 
-TEST(HipModel, DoesNotRememberTheHipBefore) {
+TEST(HipModel, DoesNotRememberThePreviousHip) {
   RandomHips hips(42);
   Sila::HipState kept;
   for (int i = 0; i < 500; ++i) {

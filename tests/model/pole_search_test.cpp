@@ -298,7 +298,7 @@ TEST(PoleSearch, EndsWhenTheSignCanNoLongerChange) {
   EXPECT_LT(steep.evaluations, 400);
 }
 
-TEST(PoleSearch, EndsForAnglesThatAreNoNumbersOrFarOut) {
+TEST(PoleSearch, EndsForAnglesThatAreNotNumbersOrFarOut) {
   for (const double odd : {kNaN, kInfinity, -kInfinity, 1e18, -1e18, 1e300, -1e300}) {
     for (const double inclination : {0.0, 0.1, 3.0}) {
       const PoleAngles angles = {odd, inclination};

@@ -147,7 +147,7 @@ TEST(ResultantForce, IsBelowTheRangeWhenItIsVertical) {
   EXPECT_FALSE(Sila::IsWithinModelRange(thetaR));
 }
 
-TEST(ResultantForce, IsNoNumberForImpossibleInputs) {
+TEST(ResultantForce, IsNotANumberForImpossibleInputs) {
   Sila::HipInputs longLever = DefaultHip();
   longLever.lizm = {104.0};
   EXPECT_TRUE(std::isnan(Sila::ComputeHipForce(longLever).thetaR));
@@ -193,7 +193,7 @@ TEST(ResultantForce, LeavesOutTheRowsBeyondTheCounts) {
   EXPECT_EQ(force.resultantMagnitude, expected.resultantMagnitude);
 }
 
-TEST(SolveLinear3, MeetsItsEquations) {
+TEST(SolveLinear3, SatisfiesItsEquations) {
   RandomHips random(14);
   for (int i = 0; i < 1000; ++i) {
     Sila::Matrix3 m{};
@@ -216,7 +216,7 @@ TEST(SolveLinear3, PutsTheLargestEntryOnTheDiagonal) {
   EXPECT_EQ(x.z, 3.0);
 }
 
-TEST(SolveLinear3, GivesNoFiniteSolutionOfASingularMatrix) {
+TEST(SolveLinear3, GivesNoFiniteSolutionForASingularMatrix) {
   const Sila::Vector3 x = Sila::SolveLinear3({{{1, 2, 3}, {2, 4, 6}, {1, 1, 1}}}, {1, 1, 1});
   EXPECT_FALSE(std::isfinite(x.x) && std::isfinite(x.y) && std::isfinite(x.z));
 }

@@ -123,7 +123,7 @@ void TryToSlipOutOf(QMessageBox& box) {
   Press(box, QMessageBox::Yes);
 }
 
-TEST(MessageDoor, EscapeAndTheCloseBoxDoNothingWhereYesAndNoAreAll) {
+TEST(MessageDoor, EscapeAndTheCloseBoxDoNothingAtAYesNoQuestion) {
   DialogMessageDoor door;
   WhenOpen<QMessageBox>(TryToSlipOutOf);
   EXPECT_EQ(door.AskYesNo(nullptr, "Do you want to save data ?", "TELMARION End"),

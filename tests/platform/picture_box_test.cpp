@@ -228,7 +228,7 @@ TEST(PictureImage, FreezesTheDrawing) {
   EXPECT_EQ(image.ground, kWhite);
 }
 
-TEST(PictureChange, IsToldAndTellsDrawingFromTakingAway) {
+TEST(PictureChange, IsReportedAndDistinguishesDrawingFromClearing) {
   PictureBox box;
   int changes = 0;
   box.OnChange([&] { ++changes; });

@@ -24,7 +24,7 @@ class PictureLabelTest : public testing::Test {
   QImage page_;
 };
 
-TEST_F(PictureLabelTest, StandsAtItsPlaceAndGrowsWithThePicture) {
+TEST_F(PictureLabelTest, StaysAtItsPlaceAndGrowsWithThePicture) {
   const PictureLabel label{.caption = "Theta CE", .left = 1000, .top = 500};
   const QRectF small = Area(label, whole_);
   const QRectF large = Area(label, QRectF(100, 100, 1500, 1000));
@@ -78,7 +78,7 @@ TEST_F(PictureLabelTest, HiddenLabelsAreNotPainted) {
   EXPECT_EQ(page_, before);
 }
 
-TEST_F(PictureLabelTest, TheFamilyHasItsMetricTwin) {
+TEST_F(PictureLabelTest, TheFamilyHasItsMetricSubstitute) {
   EXPECT_EQ(QFontInfo(QFont("Times New Roman")).family(), "Liberation Serif");
 }
 

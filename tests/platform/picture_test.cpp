@@ -164,7 +164,7 @@ TEST_F(PicturePixels, ArcRunsCounterClockwiseFromStartToEnd) {
   }
 }
 
-TEST_F(PicturePixels, PaintsIntoAPartOfAPageAndNotBeside) {
+TEST_F(PicturePixels, PaintsIntoAPartOfAPageAndNotOutsideIt) {
   box_.LineFilledBox({-50, -50}, {150, 150}, kRed);
   QImage page(300, 300, QImage::Format_RGB32);
   page.fill(Qt::white);

@@ -52,7 +52,7 @@ TEST_F(PrinterPageTest, PrintEndsWithALineFeed) {
   EXPECT_NEAR(line.y, 2000.0, kInkNear);
 }
 
-TEST_F(PrinterPageTest, PrintWithoutFeedStaysBehindTheText) {
+TEST_F(PrinterPageTest, PrintWithoutFeedStaysAfterTheText) {
   page_.SetCurrentX(1000.0);
   page_.SetCurrentY(2000.0);
   page_.PrintWithoutFeed(QStringLiteral("some"));
@@ -173,7 +173,7 @@ TEST_F(PrinterPageTest, APictureIsPaintedAsShapesOverItsPlace) {
   EXPECT_FALSE(file.readAll().contains("/Subtype /Image"));
 }
 
-TEST_F(PrinterPageTest, TheDocumentSaysItsTitleAndNothingElse) {
+TEST_F(PrinterPageTest, TheDocumentStatesItsTitleAndNothingElse) {
   page_.Print(QStringLiteral("Novak"));
   const PdfPages pdf = Read();
   EXPECT_EQ(pdf.Title(), "Title");
@@ -214,7 +214,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, PdfFailure,
                                          FailureRow{"AFolder", "folder", "not a file"}),
                          RowName());
 
-TEST(PdfTarget, ADeviceIsNoFile) {
+TEST(PdfTarget, ADeviceIsNotAFile) {
   PdfTarget target(QStringLiteral("/dev/null"), {}, A4());
   PrinterPage page(target);
   EXPECT_EQ(page.EndDocument(), "/dev/null could not be written: not a file");

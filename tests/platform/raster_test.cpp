@@ -91,7 +91,7 @@ TEST(FillTest, PolygonsThatShareEdgesNeitherOverlapNorLeaveSeams) {
   }
 }
 
-// The toolkit's own filling, at pixels that no edge passes.
+// Qt's own filling, at pixels that no edge passes.
 TEST(FillTest, AgreesWithThePainterAwayFromTheEdges) {
   std::mt19937 random(11);
   std::uniform_int_distribution<int> anywhere(-20, 84);

@@ -19,7 +19,7 @@ TEST(ContrastOf, IsThatOfTheGuidelines) {
   EXPECT_NEAR(ContrastOf(Qt::red, Qt::white), 3.998, 0.001);
 }
 
-TEST(ReadableOn, LeavesWhatCanBeReadAndMovesTheRestAsLittleAsItTakes) {
+TEST(ReadableOn, LeavesWhatCanBeReadAndMovesTheRestAsLittleAsNeeded) {
   EXPECT_EQ(ReadableOn(Qt::white, Qt::blue), QColor(Qt::blue));
   for (const QColor ground :
        {QColor(Qt::white), QColor(0x1e, 0x1f, 0x22), QColor(0x80, 0x80, 0x80)}) {
@@ -33,14 +33,14 @@ TEST(ReadableOn, LeavesWhatCanBeReadAndMovesTheRestAsLittleAsItTakes) {
   }
 }
 
-TEST(ReadableOn, CountsInkThatLetsTheGroundShineThrough) {
+TEST(ReadableOn, CountsTranslucentInk) {
   const QColor half(0, 0, 0, 128);
   const QColor readable = ReadableOn(Qt::white, half);
   EXPECT_EQ(readable.alpha(), 255);
   EXPECT_LT(readable.red(), 128) << "half of black on white is 4.0:1";
 }
 
-TEST(ReadableColours, AreThoseThatADesktopHasToHaveOtherwise) {
+TEST(ReadableColours, AreOnlyThoseThatTheDesktopNeedsChanged) {
   const QPalette changes = ReadableColours(LightPalette());
   EXPECT_TRUE(changes.isBrushSet(QPalette::Active, QPalette::Highlight));
   EXPECT_FALSE(changes.isBrushSet(QPalette::Active, QPalette::WindowText));

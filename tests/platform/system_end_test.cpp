@@ -1,4 +1,4 @@
-// Signals and the session's end reach the program, which goes on until it has been told.
+// Signals and the session's end reach the program, which keeps running until it has been notified.
 #include "platform/system_end.h"
 
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@ struct Row {
 
 class SystemEndSignals : public testing::TestWithParam<Row> {};
 
-TEST_P(SystemEndSignals, AreToldWithTheirExitStatus) {
+TEST_P(SystemEndSignals, AreReportedWithTheirExitStatus) {
   const SystemEnd end;
   QSignalSpy ended(&end, &SystemEnd::Ended);
   ASSERT_EQ(raise(GetParam().signal), 0);
@@ -50,7 +50,7 @@ TEST(SystemEnd, WatchesNoLongerThanItLives) {
   EXPECT_EQ(std::signal(SIGTERM, SIG_DFL), SIG_DFL);
 }
 
-TEST(SystemEnd, TakesTheRequestToQuitOnItself) {
+TEST(SystemEnd, HandlesTheRequestToQuitItself) {
   const SystemEnd end;
   QSignalSpy ended(&end, &SystemEnd::Ended);
   QEvent quit(QEvent::Quit);

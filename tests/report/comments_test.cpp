@@ -71,7 +71,7 @@ TEST(Comments, TabsGoToTheNextStop) {
   EXPECT_NEAR(pdf.Line(1, "four").x, 720.0 + 2000.0, kNear);
 }
 
-// Where the word begins, wherever the words of its line stand.
+// Where the word begins, wherever the words of its line are.
 double PlaceOf(const PdfPages& pdf, const QString& text) {
   for (const PdfWord& word : pdf.WordsOf(1)) {
     if (word.text == text) return word.box.left();
@@ -102,7 +102,7 @@ TEST(Comments, BlanksAreKept) {
   EXPECT_NEAR(pdf.Line(1, "two").x, right + 20.0 * blank, kNear);
 }
 
-TEST(Comments, ThreeHundredLinesTurnPagesWithHeadAndFoot) {
+TEST(Comments, ThreeHundredLinesFillPagesWithHeaderAndFooter) {
   const PdfPages pdf = WithText(Lines(300));
   ASSERT_EQ(pdf.Count(), 7);
   int next = 1;

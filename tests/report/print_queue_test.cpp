@@ -52,7 +52,7 @@ class PrintQueue : public testing::Test {
 
 std::unique_ptr<PrivatePrintServer> PrintQueue::server_;
 
-TEST_F(PrintQueue, BringsTheWholeReport) {
+TEST_F(PrintQueue, DeliversTheWholeReport) {
   ASSERT_EQ(QPrinterInfo::availablePrinterNames(), QStringList(server_->Queue()));
   const auto target = Target();
   ASSERT_EQ(PrintUsualCase(*target).toStdString(), "");
@@ -103,7 +103,7 @@ TEST_F(PrintQueue, ARefusedJobIsReported) {
 }
 
 // The document waits there until it is sent.
-TEST_F(PrintQueue, AFullFolderForTemporaryFilesIsReported) {
+TEST_F(PrintQueue, AFullTemporaryFolderIsReported) {
   const auto target = Target();
   const QByteArray before = qgetenv("TMPDIR");
   qputenv("TMPDIR", "/proc");  // has room for nothing

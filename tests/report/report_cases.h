@@ -1,5 +1,5 @@
-// A case to print: the form's default measures with a woman of 70 kg, her left hip, run through the
-// model.
+// A case to print: the form's default measurements with a woman of 70 kg, her left hip, run through
+// the model.
 #pragma once
 
 #include <QDate>

@@ -175,7 +175,7 @@ struct HipRow {
 class HipOnPaper : public testing::TestWithParam<HipRow> {};
 
 // The letter is that of the form, which is crossed with the hip.
-TEST_P(HipOnPaper, HasItsFormsTexts) {
+TEST_P(HipOnPaper, HasTheTextsOfItsForm) {
   const PdfPages pdf = PrintedReport(WithHip(GetParam().hip), German());
   const double x = kA4Width / 5.0;
   const double y = 1440.0 + 27.0 * kLine10;  // below twenty lines of text and five empty ones
@@ -241,7 +241,7 @@ TEST(Report, LooksAsAccepted) {
                       "right_hip_weight_unknown_letter");
 }
 
-TEST(Report, CanBeSearchedAndSaysNothingPersonalOfItself) {
+TEST(Report, CanBeSearchedAndHasNoPersonalMetadata) {
   const PdfPages pdf = PrintedReport(UsualCase(), German());
   EXPECT_EQ(pdf.Title(), "TELMARION");
   EXPECT_TRUE(pdf.Properties().filter("Novak").isEmpty());
@@ -297,7 +297,7 @@ class PointerTarget final : public PrintTarget {
   QPdfWriter writer_;
 };
 
-TEST(Report, ShowsAnHourglassAndPutsThePointerBack) {
+TEST(Report, ShowsAnHourglassAndRestoresThePointer) {
   const CaseRecord record = UsualCase();
   const ResultTexts results = Vse::ResultTextsOf(record, German());
   for (const QString& error : {QString(), QStringLiteral("no paper")}) {
@@ -323,7 +323,7 @@ TEST(Report, ShowsTheHourglassFromTheBeginningOfTheBodyToTheEndOfTheDocument) {
   EXPECT_FALSE(PointerIsHourglass());
 }
 
-TEST(Report, GivesBackThePointerThatItFound) {
+TEST(Report, RestoresThePointerThatItFound) {
   const CaseRecord record = UsualCase();
   const ResultTexts results = Vse::ResultTextsOf(record, German());
   QGuiApplication::setOverrideCursor(Qt::CrossCursor);
@@ -335,7 +335,7 @@ TEST(Report, GivesBackThePointerThatItFound) {
   EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
-TEST(Report, TellsOfATargetThatCannotBeWritten) {
+TEST(Report, ReportsATargetThatCannotBeWritten) {
   const CaseRecord record = UsualCase();
   const ResultTexts results = Vse::ResultTextsOf(record, German());
   PdfTarget target(QStringLiteral("/no such folder/a.pdf"), "TELMARION", UsualPage(German()));

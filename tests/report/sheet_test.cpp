@@ -41,7 +41,7 @@ TEST_F(Columns, TwoAreComposedJoinedAndPrintedOnOneLine) {
   EXPECT_EQ(pdf.Line(1, left_).y, pdf.Line(1, right_).y);
 }
 
-TEST_F(Columns, TheRightOneAloneHasABlankInPlaceOfTheColon) {
+TEST_F(Columns, TheRightOneAloneHasABlankInsteadOfTheColon) {
   left_ = QStringLiteral(" ");
   EXPECT_EQ(Print::PrintRightColumn(page_, left_, right_, {}, "10 cm"), "  lizm = 10 cm");
   EXPECT_EQ(left_, "  ");
@@ -61,7 +61,7 @@ TEST_F(Columns, AnEmptyLeftTextHasALengthOfOneAtLeast) {
 }
 
 // Every part turns its page once and is then printed, however little fits.
-TEST(SmallPaper, ComesToAnEnd) {
+TEST(SmallPaper, Terminates) {
   const QTemporaryDir folder;
   const CaseRecord record = WithComments("one\ntwo\nthree");
   const ResultTexts results = Vse::ResultTextsOf(record, German());

@@ -111,7 +111,7 @@ TEST_F(FileAccessTest, NobodyRunsTheNewContentAsTheOldFilesOwner) {
   }
 }
 
-TEST_F(FileAccessTest, ANewFileIsOpenToWhomTheMaskLets) {
+TEST_F(FileAccessTest, ANewFileIsOpenToThoseTheMaskAllows) {
   for (const auto& [mask, mode] : {std::pair(022U, 0644U), std::pair(077U, 0600U)}) {
     const mode_t before = umask(mask);
     for (const bool onlyNamed : {false, true}) {

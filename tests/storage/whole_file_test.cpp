@@ -38,7 +38,7 @@ class WholeFileTest : public testing::Test {
   QTemporaryDir folder_;
 };
 
-TEST_F(WholeFileTest, MakesAndReplaces) {
+TEST_F(WholeFileTest, CreatesAndReplaces) {
   EXPECT_EQ(WriteWholeFile(Path(), "first"), QString());
   EXPECT_EQ(Bytes(), "first");
   EXPECT_EQ(WriteWholeFile(Path(), "second"), QString());
@@ -54,7 +54,7 @@ TEST_F(WholeFileTest, AFailureNamesTheReason) {
   EXPECT_EQ(WriteWholeFile(folder_.filePath("loop"), "new"), "Too many levels of symbolic links");
 }
 
-TEST_F(WholeFileTest, ALinkStaysAndWhatItLeadsToIsReplaced) {
+TEST_F(WholeFileTest, ALinkStaysAndItsTargetIsReplaced) {
   ASSERT_TRUE(QDir(folder_.path()).mkdir("away"));
   QFile::link("away/file", folder_.filePath("second"));
   QFile::link("second", folder_.filePath("first"));
@@ -68,7 +68,7 @@ TEST_F(WholeFileTest, ALinkStaysAndWhatItLeadsToIsReplaced) {
   }
 }
 
-TEST_F(WholeFileTest, ANameMayBeOfAnyBytesAndAsLongAsThereCanBe) {
+TEST_F(WholeFileTest, ANameMayHaveAnyBytesAndTheGreatestLength) {
   for (const std::string& name : {std::string("M\xFCller"), std::string(255, 'n')}) {
     for (const bool onlyNamed : {false, true}) {
       const std::filesystem::path path = folder_.path().toStdString() + '/' + name;
@@ -101,7 +101,7 @@ TEST_F(WholeFileTest, WithoutACommitNothingHasHappened) {
   }
 }
 
-TEST_F(WholeFileTest, LeavesFilesThatKilledProgramsLeftAlone) {
+TEST_F(WholeFileTest, LeavesTheFilesOfKilledProgramsAlone) {
   AllowNamedFilesOnly();
   WholeFile one;
   WholeFile other;
@@ -145,7 +145,7 @@ TEST_F(WholeFileTest, IsOldOrNewWhateverFails) {
   }
 }
 
-TEST_F(WholeFileTest, ADiskThatFillsUpIsGivenAsTheReason) {
+TEST_F(WholeFileTest, ADiskThatFillsUpIsTheReasonGiven) {
   for (const qsizetype size : {5000, 50000}) {
     Faults::Arm(folder_.path().toStdString(), {Faults::Kind::Full, ENOSPC}, 1);
     EXPECT_EQ(WriteWholeFile(Path(), QByteArray(size, 'n')), "No space left on device");

@@ -1,4 +1,4 @@
-// main() of the tests that use the toolkit: windows without a screen, in the C locale unless a test
+// main() of the tests that use Qt: windows without a screen, in the C locale unless a test
 // asks for another.
 #include <gtest/gtest.h>
 

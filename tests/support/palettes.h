@@ -22,7 +22,7 @@ inline QPalette DarkPalette() {
   return dark;
 }
 
-// The toolkit's desktop in these colours, as the program takes it.
+// Qt's palette in these colours, as the program takes it.
 inline void UseTheme(const QPalette& desktop) {
   QApplication::setPalette(desktop);
   QApplication::setPalette(ReadableColours(QApplication::palette()).resolve(desktop));

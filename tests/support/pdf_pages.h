@@ -24,7 +24,7 @@ struct PdfWord {
   double size = 0.0;  // points
 };
 
-// Words that stand on one line, in their order.
+// Words on one line, in their order.
 struct PdfLine {
   QString text;  // blanks between the words
   double x = 0.0;
@@ -61,7 +61,7 @@ class PdfPages {
     return words;
   }
 
-  // From top to bottom; words of a line that stand more than `gap` apart are lines of their own.
+  // From top to bottom; words of a line that are more than `gap` apart are lines of their own.
   std::vector<PdfLine> LinesOf(int page, double gap = 300.0) const {
     std::vector<PdfWord> words = WordsOf(page);
     std::stable_sort(words.begin(), words.end(), [](const PdfWord& a, const PdfWord& b) {

@@ -14,7 +14,7 @@
   std::exit(EXIT_FAILURE);
 }
 
-// The program's main(): windows without a screen, in the toolkit's own style.
+// The program's main(): windows without a screen, in Qt's own style.
 inline int RunPictureProgram(int argc, char** argv, void (*saveAll)(const QDir& folder)) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);

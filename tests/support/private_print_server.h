@@ -60,7 +60,7 @@ class PrivatePrintServer {
     server_.waitForFinished(5000);
   }
 
-  // The next job that has come out: its PDF; its title stands beside it. Waits for it up to ten
+  // The next job that has come out: its PDF; its title is beside it. Waits for it up to ten
   // seconds.
   std::optional<QString> Job() const {
     QElapsedTimer clock;

@@ -75,7 +75,7 @@ TEST_F(HeadKeysTest, AHeldKeyTurnsOnWhileDrawingIsQuick) {
   EXPECT_FLOAT_EQ(View().angles.third, kPi - 2.0F * kStep) << "else it would turn on for long";
 }
 
-TEST_F(HeadKeysTest, TheMouseHasTheHeadWhileItDrags) {
+TEST_F(HeadKeysTest, KeysTurnNothingWhileTheMouseDrags) {
   Press({200, 200});
   Key(Qt::Key_Right);
   EXPECT_EQ(View().angles.third, kPi);
@@ -100,7 +100,7 @@ TEST_F(HeadKeysTest, TheFrameOfTheFocusIsNotSavedWithThePicture) {
             around.copy(0, 0, 8, around.height()));
 }
 
-TEST_F(HeadKeysTest, TellsTheCaseInWords) {
+TEST_F(HeadKeysTest, DescribesTheCaseInWords) {
   EXPECT_EQ(Picture()->accessibleDescription(),
             "The weight-bearing area up to the edge at 30 °, coloured by contact stress. The pole "
             "of the stress is at 16.41 °, the peak at 52 % of the legend's top, 4 MPa.");

@@ -1,4 +1,4 @@
-// Outlines of the sphere and of the area, each by its own box, and what stands beside the picture.
+// Outlines of the sphere and of the area, each by its own box, and what is beside the picture.
 #include <QCursor>
 #include <QGuiApplication>
 #include <QSet>
@@ -65,7 +65,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, OutlineTest,
                                          OutlineRow{"Both", true, true}),
                          RowName());
 
-// The bar and the caption tell of a long drawing; the pointer stays the one that turns the head.
+// The bar and the caption show a long drawing; the pointer stays the one that turns the head.
 TEST_F(HeadWindowTest, KeepsItsPointerThroughTheLongestDrawing) {
   Open();
   int looks = 0;

@@ -220,7 +220,7 @@ TEST_F(HeadWindowTest, ARefusedCaseLeavesTheLastComputedOne) {
   EXPECT_EQ(Find<QLabel>("LabelTop")->text(), "4 MPa");
 }
 
-TEST_F(HeadWindowTest, BeforeAnyComputedCaseActivationReadsTheCaseAnew) {
+TEST_F(HeadWindowTest, BeforeAnyComputedCaseActivationReadsTheCaseAgain) {
   Open();
   record_ = head_cases::Default(0.0, 10.0);
   QEvent activation(QEvent::ActivationChange);
@@ -247,7 +247,7 @@ TEST_F(HeadWindowTest, OpenedAgainItStartsAfresh) {
   EXPECT_EQ(View().angles.first, 0.0F);
 }
 
-TEST_F(HeadWindowTest, ANewSizeIsDrawnAnew) {
+TEST_F(HeadWindowTest, ANewSizeIsRedrawn) {
   Open();
   form_->resize(1100, 640);
   QApplication::processEvents();
@@ -302,7 +302,7 @@ TEST_F(HeadWindowTest, ThePolesLabelStaysInThePicture) {
   }
 }
 
-TEST_F(HeadWindowTest, AxisLabelsStandBesideTheirAxes) {
+TEST_F(HeadWindowTest, AxisLabelsAreBesideTheirAxes) {
   Open();
   Press({100, 100});
   Move({160, 140});  // the axes' ends lie apart

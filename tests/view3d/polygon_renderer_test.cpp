@@ -77,7 +77,7 @@ INSTANTIATE_TEST_SUITE_P(
                     PixelRow{"MinusOneAndAHalf", -1.5, -2}),
     RowName());
 
-TEST_F(PolygonTest, AnAxisThatRunsUpwardIsTurnedOver) {
+TEST_F(PolygonTest, AnAxisThatRunsUpwardIsFlipped) {
   Clear();
   picture_.Scale(10.0, 100.0, -10.0, 0.0);
   polygon_.Device(picture_);

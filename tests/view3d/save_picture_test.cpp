@@ -44,7 +44,7 @@ TEST_F(SavePictureTest, WritesExactlyWhatIsShown) {
       << "with the label of the pole";
 }
 
-TEST_F(SavePictureTest, TwentyFourBitsAPixel) {
+TEST_F(SavePictureTest, HasTwentyFourBitsPerPixel) {
   files_.Answers({});
   Save();
   files_.Take();
@@ -78,14 +78,14 @@ TEST_F(SavePictureTest, AForeignReaderSeesTheSame) {
             "0");
 }
 
-TEST_F(SavePictureTest, TestBmpIsWrittenAlsoWhenTheDialogIsCancelled) {
+TEST_F(SavePictureTest, TestBmpIsWrittenEvenWhenTheDialogIsCancelled) {
   files_.Answers({});
   Save();
   EXPECT_EQ(files_.Take().size(), 1);
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList{"TEST.BMP"});
 }
 
-TEST_F(SavePictureTest, AFailingTestBmpDoesNotKeepTheDialogAway) {
+TEST_F(SavePictureTest, TheDialogOpensEvenIfTestBmpFails) {
   ASSERT_TRUE(QDir(folder_.path()).mkdir("TEST.BMP"));
   files_.Answers(folder_.filePath("hip.bmp"));
   Save();

@@ -1,4 +1,4 @@
-// The three turns beside the toolkit's rotation matrices, and where points on an axis go.
+// The three turns compared with Qt's rotation matrices, and where points on an axis go.
 #include "view3d/turn.h"
 
 #include <gtest/gtest.h>
@@ -73,7 +73,7 @@ void ExpectPoint(const Point3& got, const Point3& wanted, const char* what) {
   EXPECT_NEAR(got.z, wanted.z, 1e-6) << what;
 }
 
-TEST_P(AxisTurn, PointsOnAnAxisGoOnWithTheAngleBefore) {
+TEST_P(AxisTurn, PointsOnAnAxisKeepThePreviousAngle) {
   PointTurner turner(GetParam().angles);
   ExpectPoint(turner.Turn({1, 0, 0}), GetParam().x, "x");
   ExpectPoint(turner.Turn({0, -1, 0}), GetParam().y, "y");
