@@ -18,6 +18,11 @@ std::vector<std::string> LocaleNames() {
 class InLocale : public CaseForm, public testing::WithParamInterface<std::string> {
  protected:
   void SetUp() override { Open(QLocale(QString::fromStdString(GetParam()))); }
+
+  void ConfirmWithDate(const QString& date) {
+    Find("Text11")->setText(date);
+    Confirm();
+  }
 };
 
 INSTANTIATE_TEST_SUITE_P(Locales, InLocale, testing::ValuesIn(LocaleNames()),
@@ -58,19 +63,19 @@ TEST_P(InLocale, ProposesThePointEverywhere) {
 
 TEST_P(InLocale, TakesDatesAndYears) {
   for (const char* text : {"", "Unknown", "1956", "1001", "2999", " 1956 ", "1956-11-15"}) {
-    EXPECT_TRUE(form_->CheckDateOfBirth(text)) << text;
+    ConfirmWithDate(text);
     EXPECT_EQ(door_.Take(), Messages{}) << text;
   }
   const QString local = QLocale().toString(QDate(1956, 11, 15), QLocale::ShortFormat);
-  EXPECT_TRUE(form_->CheckDateOfBirth(local)) << local.toStdString();
+  ConfirmWithDate(local);
+  EXPECT_EQ(door_.Take(), Messages{}) << local.toStdString();
   EXPECT_FALSE(form_->entryError());
 }
 
 TEST_P(InLocale, RefusesOtherDatesWithOneMessage) {
   for (const char* text : {"956", "1000", "3000", "abc", "1.2.3.4", "31.2.1956", "-1956", "0",
                            "unknown", "1956.5", "1956,5", "1000.5", "2999.9"}) {
-    form_->BeginConfirmation();
-    EXPECT_FALSE(form_->CheckDateOfBirth(text)) << text;
+    ConfirmWithDate(text);
     EXPECT_EQ(door_.Take(), Messages{kWrongDate}) << text;
     EXPECT_TRUE(form_->entryError()) << text;
   }
@@ -85,56 +90,26 @@ TEST_F(CaseForm, ANumberClearsTheEarlierError) {
 }
 
 TEST_F(CaseForm, AConfirmationCollectsItsErrors) {
-  form_->BeginConfirmation();
-  EXPECT_EQ(form_->ConfirmNumber("70,5"), 70.5);
-  EXPECT_FALSE(form_->entryError());
-  EXPECT_EQ(form_->ConfirmNumber("abc"), std::nullopt);
-  EXPECT_EQ(form_->ConfirmMeasure(Sila::Measurement::Lizm, {"1.2.3", Sila::Unit::Centimetre}), std::nullopt);
-  EXPECT_EQ(form_->ConfirmNumber("70"), 70.0);
+  Find("Text1")->setText("1.2.3");
+  Find("Text10")->setText("abc");
+  Confirm();
   EXPECT_EQ(door_.Take(), (Messages{kNotANumber, kNotANumber}));
   EXPECT_TRUE(form_->entryError());
+  EXPECT_TRUE(form_->inputError());
+  Find("Text1")->setText("10.4");
+  Find("Text10")->setText("70,5");
+  Confirm();
+  EXPECT_FALSE(form_->entryError());
   EXPECT_FALSE(form_->inputError());
-  form_->BeginConfirmation();
-  EXPECT_FALSE(form_->entryError());
 }
-
-struct Held {
-  const char* name;
-  Sila::Measurement measure;
-  MeasurementEntry entry;
-  double value;
-};
-
-class HeldMeasure : public CaseForm, public testing::WithParamInterface<Held> {};
-
-TEST_P(HeldMeasure, HasTheUnitOfTheRecord) {
-  form_->BeginConfirmation();
-  const std::optional<double> value = form_->ConfirmMeasure(GetParam().measure, GetParam().entry);
-  ASSERT_TRUE(value.has_value());
-  EXPECT_DOUBLE_EQ(*value, GetParam().value);
-  EXPECT_FALSE(form_->entryError());
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, HeldMeasure,
-    testing::Values(
-        Held{"Centimetres", Sila::Measurement::Lizm, {"10.4", Sila::Unit::Centimetre}, 10.4},
-        Held{"Millimetres", Sila::Measurement::Lizm, {"104", Sila::Unit::Millimetre}, 10.4},
-        Held{"RadiusCentimetres", Sila::Measurement::HeadRadius, {"2.5", Sila::Unit::Centimetre}, 0.025},
-        Held{"RadiusMillimetres", Sila::Measurement::HeadRadius, {"25", Sila::Unit::Millimetre}, 0.025},
-        Held{"RadiusMetres", Sila::Measurement::HeadRadius, {"0,025", Sila::Unit::Metre}, 0.025},
-        Held{"Degrees", Sila::Measurement::ThetaCE, {"30.0", Sila::Unit::Degree}, 0.523598775598298},
-        Held{"Radians", Sila::Measurement::ThetaCE, {"0.5", Sila::Unit::Radian}, 0.5},
-        Held{"FullTurnInRadians", Sila::Measurement::Zasuk, {"6.28318530717958", Sila::Unit::Radian}, 6.28318530717958},
-        Held{"ManyDegrees", Sila::Measurement::Zasuk, {"400", Sila::Unit::Degree}, 6.98131700797731},
-        Held{"NegativeRadians", Sila::Measurement::Zasuk, {"-7", Sila::Unit::Radian}, -7.0}),
-    RowName());
 
 TEST_F(CaseForm, MoreThanAFullTurnInRadiansIsAWrongAngle) {
   for (const Sila::Measurement angle : {Sila::Measurement::Zasuk, Sila::Measurement::ThetaCE}) {
     for (const char* text : {"7", "6.2832"}) {
-      form_->BeginConfirmation();
-      EXPECT_EQ(form_->ConfirmMeasure(angle, {text, "rad"}), std::nullopt);
+      CaseEntries entries = DefaultCaseEntries();
+      entries[angle] = {text, Sila::Unit::Radian};
+      form_->SetEntries(entries);
+      Confirm();
       EXPECT_EQ(door_.Take(), Messages{kWrongAngle});
       EXPECT_TRUE(form_->entryError());
     }
@@ -188,7 +163,6 @@ TEST_F(CaseForm, ABoxOfBlanksIsAnEmptyBox) {
   entries.comments = " \n";
   form_->SetEntries(entries);
   EXPECT_EQ(form_->Entries(), DefaultCaseEntries());
-  EXPECT_TRUE(form_->CheckDateOfBirth("  "));
 }
 
 TEST_F(CaseForm, CommentsPastedFromElsewhereHaveNoCarriageReturns) {

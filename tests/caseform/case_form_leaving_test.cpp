@@ -95,11 +95,14 @@ TEST_F(CaseForm, WithoutWindowFocusAMoveStillLeavesTheBox) {
   EXPECT_EQ(form_->findChild<DimensionLine*>("Line5")->borderWidth(), 2);
 }
 
-// Plays the confirmation: checks the first length as the listener of OK does.
+// Plays the confirmation: checks the entries as the listener of OK does.
 void ConfirmOnOk(Form1& form) {
   QObject::connect(&form, &Form1::OkPressed, &form, [&form] {
     form.BeginConfirmation();
-    form.ConfirmMeasure(Sila::Measurement::Lizm, form.Entries()[Sila::Measurement::Lizm]);
+    for (const Vse::Fault& fault :
+         Vse::CheckEntries(form.Entries(), form.weightUnknown(), QLocale::c()).faults) {
+      form.ShowFault(fault);
+    }
   });
 }
 

@@ -53,6 +53,15 @@ class CaseForm : public testing::Test {
     QTest::keyClicks(Find(box), text);
   }
 
+  // Checks the entries and shows what is wrong, as the listener of OK does.
+  void Confirm() {
+    form_->BeginConfirmation();
+    const bool unknown = form_->weightUnknown();
+    for (const Vse::Fault& fault : Vse::CheckEntries(form_->Entries(), unknown, QLocale()).faults) {
+      form_->ShowFault(fault);
+    }
+  }
+
   // What was said once everything that was put off has happened.
   Messages Said() {
     QTest::qWait(0);

@@ -89,7 +89,7 @@ TEST(HipPicture, NamesEveryMeasureForAllTimes) {
   const HipPicture picture;
   QString names;
   for (std::size_t i = 0; i < Sila::kRadiographCount; ++i) {
-    for (const DimensionLabel* label : picture.LabelsOf(static_cast<Measure>(i))) {
+    for (const DimensionLabel* label : picture.LabelsOf(static_cast<Sila::Measurement>(i))) {
       EXPECT_TRUE(label->isVisible());
       names += label->text();
     }

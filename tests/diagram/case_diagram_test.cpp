@@ -12,7 +12,7 @@
 
 namespace {
 
-CaseRecord Computed(const QString& hip = "L", double bodyWeight = 70.0) {
+CaseRecord Computed(HipSide hip = HipSide::Left, double bodyWeight = 70.0) {
   CaseRecord record;
   record.data.patient.hip = hip;
   record.data.inputs = DefaultInputs();

@@ -7,25 +7,24 @@
 
 namespace {
 
-CaseRecord Computed(const QString& hip, bool weightUnknown) {
+CaseRecord Computed(HipSide hip, bool weightUnknown) {
   CaseRecord record;
   record.data.patient.hip = hip;
   record.data.inputs = DefaultInputs();
-  record.data.inputs.bodyWeight = Sila::Kilograms{70.0};
-  record.data.weightUnknown() = weightUnknown;
+  if (!weightUnknown) record.data.inputs.bodyWeight = Sila::Kilograms{70.0};
   EXPECT_EQ(Vse::RunModel(record), Sila::HipOutcome::Ok);
   return record;
 }
 
 TEST(DiagramWords, DescribeTheCaseInTheUnitsThatAreDrawn) {
-  EXPECT_EQ(Vizual::DiagramWords(Computed("L", false), QLocale::c()),
+  EXPECT_EQ(Vizual::DiagramWords(Computed(HipSide::Left, false), QLocale::c()),
             "Left hip. The resultant force of 1.93 kN is inclined by 8.47 ° to the vertical. The "
             "contact stress has its pole at 16.41 ° and its peak of 2066847.58 Pa; the edge of the "
             "socket is at 30 °.");
 }
 
 TEST(DiagramWords, CountInBodyWeightsWhereTheWeightIsNotKnown) {
-  const QString words = Vizual::DiagramWords(Computed("D", true), QLocale("de_DE"));
+  const QString words = Vizual::DiagramWords(Computed(HipSide::Right, true), QLocale("de_DE"));
   EXPECT_TRUE(words.startsWith("Right hip. The resultant force of 2,81 body weights"))
       << words.toStdString();
   EXPECT_TRUE(words.contains("peak of 3006,76 m^-2 over body weight")) << words.toStdString();

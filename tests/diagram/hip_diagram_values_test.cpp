@@ -260,9 +260,9 @@ TEST(HipDiagramBox, LetterOnPaperIsAtTheMarkerOfTheSide) {
 }
 
 TEST(HipDiagramForm, IsCrossedWithTheHip) {
-  EXPECT_EQ(Vizual::FormOf("L"), Side::D);
-  EXPECT_EQ(Vizual::FormOf("D"), Side::L);
-  EXPECT_EQ(Vizual::FormOf("Unknown"), Side::L);
+  EXPECT_EQ(Vizual::FormOf(HipSide::Left), Side::D);
+  EXPECT_EQ(Vizual::FormOf(HipSide::Right), Side::L);
+  EXPECT_EQ(Vizual::FormOf(std::nullopt), Side::L);
 }
 
 TEST(HipDiagramAngles, TurnWithTheCoarsePiAndBack) {

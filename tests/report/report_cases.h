@@ -30,12 +30,12 @@ inline CaseRecord UsualCase() {
 
 inline CaseRecord WithUnknownWeight() {
   CaseRecord record = UsualCase();
-  record.data.patient.bodyWeight = QStringLiteral("Unknown");
+  record.data.patient.bodyWeight.clear();
   record.data.inputs.bodyWeight.reset();
   return Computed(record);
 }
 
-inline CaseRecord WithHip(const QString& hip) {
+inline CaseRecord WithHip(std::optional<HipSide> hip) {
   CaseRecord record = UsualCase();
   record.data.patient.hip = hip;
   return record;

@@ -1,6 +1,6 @@
 // The report on paper, read back from its PDF.
-#include "case/case_texts.h"
 #include "report/report.h"
+#include "case/case_texts.h"
 
 #include <gtest/gtest.h>
 
@@ -94,9 +94,7 @@ TEST(Report, IsOnLetterInAmerica) {
 
 TEST(Report, SaysWhatIsMissing) {
   CaseRecord record = WithUnknownWeight();
-  record.data.patient.name = record.data.patient.sex = record.data.patient.dateOfBirth = record.data.patient.hip =
-      Vse::kUnknown.toString();
-  record.data.patient.comments = Vse::kNoComments.toString();
+  record.data.patient = {};
   const PdfPages pdf = PrintedReport(record, German());
   for (const char* text : {"Name : Unknown", "Sex : Unknown", "Date of birth : Unknown",
                            "Body weight : Unknown kg", "Hip : Unknown", "Comments : No"}) {
@@ -137,8 +135,8 @@ TEST(Report, LeavesOutThePeakStressOfAnUnknownWeight) {
 TEST(Report, PrintsTheResultsOfThePanel) {
   CaseRecord record = UsualCase();
   const ResultTexts panel = Vse::ResultTextsOf(record, German());
-  record.model.results[Sila::Result::RWb] = 9.0;
-  record.model.results[Sila::Result::ThetaR] = {-5.0};
+  record.model.results.rWb = 9.0;
+  record.model.results.thetaR = {-5.0};
   const PdfPages pdf = PrintedReport(record, German(), panel);
   pdf.Line(1, "Theta-R = 8,47 °");
   pdf.Line(1, "R/Wb = 2,81");
@@ -168,7 +166,7 @@ TEST(Report, KeepsALongNameOutOfTheRightColumn) {
 
 struct HipRow {
   std::string name;
-  QString hip;
+  std::optional<HipSide> hip;
   QString letter, force;
 };
 
@@ -193,9 +191,9 @@ TEST_P(HipOnPaper, HasTheTextsOfItsForm) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, HipOnPaper,
-                         testing::Values(HipRow{"Left", "L", "D", "N"},
-                                         HipRow{"Right", "D", "L", "1 N"},
-                                         HipRow{"Unknown", "Unknown", "L", "1 N"}),
+                         testing::Values(HipRow{"Left", HipSide::Left, "D", "N"},
+                                         HipRow{"Right", HipSide::Right, "L", "1 N"},
+                                         HipRow{"Unknown", std::nullopt, "L", "1 N"}),
                          RowName());
 
 bool IsRed(QRgb pixel) {
@@ -236,7 +234,7 @@ TEST(Report, LooksAsAccepted) {
   ExpectGoldenPicture(PrintedReport(UsualCase(), German()).PictureOf(1, 72), "tests/report/golden",
                       "left_hip_a4");
   CaseRecord right = WithUnknownWeight();
-  right.data.patient.hip = QStringLiteral("D");
+  right.data.patient.hip = HipSide::Right;
   ExpectGoldenPicture(PrintedReport(right, American()).PictureOf(1, 72), "tests/report/golden",
                       "right_hip_weight_unknown_letter");
 }

@@ -1,6 +1,6 @@
 // Lines in two columns, and paper that is too small.
-#include "case/case_texts.h"
 #include "report/sheet.h"
+#include "case/case_texts.h"
 
 #include <gtest/gtest.h>
 

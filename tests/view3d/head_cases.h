@@ -15,8 +15,7 @@ inline CaseRecord Default(double bodyWeight = 0.0, double edgeDegrees = 30.0) {
   CaseRecord record;
   record.data.inputs = DefaultInputs();
   record.data.inputs.thetaCE = {Sila::DegreesToRadians(edgeDegrees)};
-  record.data.weightUnknown() = bodyWeight == 0.0;
-  record.data.inputs.bodyWeight = Sila::Kilograms{record.data.weightUnknown() ? Sila::kAssumedBodyWeight : bodyWeight};
+  if (bodyWeight > 0.0) record.data.inputs.bodyWeight = Sila::Kilograms{bodyWeight};
   Vse::RunModel(record);
   return record;
 }

@@ -60,8 +60,8 @@ TEST_F(HeadWindowTest, TheLegendIsThereWhenTheWindowOpens) {
 // rows being past: afterwards the fill is that of the area.
 TEST_F(HeadWindowTest, TheSphereIsFilledFromTheFirstDrawingOn) {
   record_ = head_cases::Default(70.0);
-  form_ = std::make_unique<FormGula>(
-      HeadWindowNeeds{record_, [] { return QString("16"); }, messages_, files_, QLocale::c()});
+  form_ = std::make_unique<FormGula>(HeadWindowNeeds{[this] { return HeadCaseOf(record_, "16"); },
+                                                     messages_, files_, QLocale::c()});
   form_->resize(700, 600);
   Picture()->Box().SetFillStyle(FillKind::Transparent);
   QImage sphere;
