@@ -262,7 +262,8 @@ void MDIForm1::SetPatientBox(QString PatientTexts::*box, const QString& text, bo
 
 void MDIForm1::SetResults(const ResultTexts& results) {
   shownResults_ = results;
-  computed_ = session_.Record();
+  const CaseData& entered = session_.Record();
+  computed_ = entered;
   computed_.patient = {};
   results_->SetResults(results);
   LoadView3D();
