@@ -43,12 +43,10 @@ QScrollArea* MakeScrollable(QWidget* content) {
   return area;
 }
 
-// A text that is longer than the line is cut off; the window keeps its width.
 QLabel* AddStatusLabel(QStatusBar& bar, const char* name, int stretch) {
   auto* label = new QLabel;
   label->setObjectName(QString::fromUtf8(name));
   label->setTextFormat(Qt::PlainText);  // a file name may hold what looks like markup
-  label->setMinimumWidth(1);
   bar.addWidget(label, stretch);
   return label;
 }
@@ -95,6 +93,7 @@ void MDIForm1::BuildStatusLine() {
   unsavedLabel_ = AddStatusLabel(*statusBar(), "lblUnsaved", 0);
   unsavedLabel_->setText(QStringLiteral("Unsaved changes"));
   noticeLabel_ = AddStatusLabel(*statusBar(), "lblNotice", 1);
+  noticeLabel_->setMinimumWidth(1);  // a text that is longer than the line is cut off
 }
 
 QAction* MDIForm1::AddCommand(const char* name, const char* caption, void (MDIForm1::*command)()) {

@@ -1,5 +1,6 @@
 // What the status line of the main window says.
 #include <QFileInfo>
+#include <QFontMetrics>
 
 #include "app/main_window.h"
 #include "case/case_entries.h"
@@ -11,8 +12,11 @@ constexpr QStringView kCannotKeep = u"Unsaved work cannot be kept for the next s
 }  // namespace
 
 void MDIForm1::ShowStatus() {
+  constexpr int kNameLetters = 40;
   const QString& path = session_.FileInUse();
-  fileLabel_->setText(Vse::OneLine(QFileInfo(path).fileName()));
+  const QFontMetrics metrics = fileLabel_->fontMetrics();
+  fileLabel_->setText(metrics.elidedText(Vse::OneLine(QFileInfo(path).fileName()), Qt::ElideMiddle,
+                                         kNameLetters * metrics.averageCharWidth()));
   fileLabel_->setToolTip(path);
   fileLabel_->setAccessibleName(QStringLiteral("File in use: ") +
                                 (path.isEmpty() ? QStringLiteral("none") : path));

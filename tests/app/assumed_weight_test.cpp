@@ -117,6 +117,7 @@ TEST_F(AssumedWeight, OfAFailedConfirmationNeverReachesTheCaseOnScreen) {
   program = EndAndGoOn(std::move(program));
   EXPECT_EQ(program->Panel("txtPmax"), "2066847.58");
   EXPECT_EQ(program->Panel("txtBodyWeight"), "70");
+  ASSERT_TRUE(program->FormIsOpen());
   program->PressCancel();
   EXPECT_FALSE(program->window.Session().Record().data.weightUnknown());
 }
@@ -225,6 +226,7 @@ TEST_F(AssumedWeight, AWeightTypedAfterAFailedConfirmationCountsAsUnknownAfterAR
   PressOkInVain(*program);
   program->Type("Text10", "70");
   program = EndAndGoOn(std::move(program));
+  ASSERT_TRUE(program->FormIsOpen());
   EXPECT_EQ(program->Entry("Text10"), "70");
   EXPECT_EQ(Status(*program), kNotice);
   program = EndAndGoOn(std::move(program));  // and once more

@@ -38,17 +38,25 @@ TEST(StatusLine, LeavesTheCaptionToTheProgramsName) {
 }
 
 // Names of files may be anything but a slash.
-TEST(StatusLine, DoesNotWidenTheWindowForALongOrStrangeFileName) {
+TEST(StatusLine, HasRoomForTheRestBesideALongOrStrangeFileName) {
   RunningProgram program;
-  const int width = program.window.minimumSizeHint().width();
-  const QString name = "<b>" + QString(200, 'x') + "\nend.txt";
   program.ConfirmDefaultCase();
-  program.files.Answers(program.folder.filePath(name));
+  program.files.Answers(program.folder.filePath("<b>" + QString(200, 'x') + "\nend.txt"));
   program.window.Save();
-  EXPECT_TRUE(program.InWindow<QLabel>("lblFile")->text().startsWith("<b>x"));
-  EXPECT_FALSE(program.InWindow<QLabel>("lblFile")->text().contains('\n'));
-  EXPECT_EQ(program.InWindow<QLabel>("lblFile")->textFormat(), Qt::PlainText);
-  EXPECT_EQ(program.window.minimumSizeHint().width(), width);
+  const auto* file = program.InWindow<QLabel>("lblFile");
+  EXPECT_TRUE(file->text().startsWith("<b>x"));
+  EXPECT_FALSE(file->text().contains('\n'));
+  EXPECT_EQ(file->textFormat(), Qt::PlainText);
+  program.window.Change();
+  program.Type("Text1", "11");
+  program.PressOk();
+  QApplication::processEvents();
+  const auto* unsaved = program.InWindow<QLabel>("lblUnsaved");
+  EXPECT_TRUE(unsaved->isVisible());
+  EXPECT_GE(unsaved->width(), unsaved->fontMetrics().horizontalAdvance(unsaved->text()));
+  EXPECT_LE(unsaved->mapTo(&program.window, unsaved->rect().bottomRight()).x(),
+            program.window.width());
+  EXPECT_LE(program.window.minimumSizeHint().width(), 1024);
 }
 
 }  // namespace

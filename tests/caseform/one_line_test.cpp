@@ -1,7 +1,7 @@
 // Boxes of one line hold one line, however a text comes into them.
 #include <QAccessible>
 #include <QClipboard>
-#include <QDropEvent>
+#include <QDragEnterEvent>
 #include <QInputMethodEvent>
 #include <QMimeData>
 
@@ -22,6 +22,8 @@ class OneLineBoxes : public CaseForm {
     box.clear();
     QMimeData data;
     data.setText(text);
+    QDragEnterEvent enter(QPoint(2, 2), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&box, &enter);
     QDropEvent drop(QPointF(2, 2), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&box, &drop);
   }
