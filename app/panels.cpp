@@ -70,12 +70,11 @@ PatientPanel::PatientPanel(QWidget* parent)
       hip_(MakeBox("txtHip", "Hip")),
       dateOfBirth_(MakeBox("txtDateOfBirth", "Date of birth")),
       bodyWeight_(MakeNumberBox("txtBodyWeight", "Weight")),
-      comments_(new QPlainTextEdit) {
+      comments_(new CommentsBox) {
   setObjectName(QStringLiteral("framePatient"));
   comments_->setObjectName(QStringLiteral("txtComments"));
   comments_->setAccessibleName(QStringLiteral("Comments"));
   comments_->setReadOnly(true);
-  comments_->setTabChangesFocus(true);
   comments_->setMinimumHeight(3 * fontMetrics().lineSpacing());
 
   QGridLayout* grid = MakeGrid(this);
@@ -91,7 +90,7 @@ PatientPanel::PatientPanel(QWidget* parent)
 
 void PatientPanel::SetBox(QString PatientTexts::*box, const QString& text, bool enabled) {
   if (box == &PatientTexts::comments) {
-    comments_->setPlainText(text);
+    comments_->ShowText(text);
     comments_->setEnabled(enabled);
     return;
   }

@@ -4,10 +4,10 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 
 #include "case/case_record.h"
 #include "caseform/case_window.h"
+#include "platform/comments_box.h"
 
 class PatientPanel : public QGroupBox {
   Q_OBJECT
@@ -23,7 +23,7 @@ class PatientPanel : public QGroupBox {
   QLineEdit* hip_;
   QLineEdit* dateOfBirth_;
   QLineEdit* bodyWeight_;
-  QPlainTextEdit* comments_;
+  CommentsBox* comments_;
 };
 
 class ResultsPanel : public QGroupBox {

@@ -6,7 +6,6 @@
 #include <QKeySequence>
 #include <QLayout>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QShortcut>
@@ -19,6 +18,7 @@
 #include "case/number_text.h"
 #include "caseform/entry_focus.h"
 #include "caseform/hip_picture.h"
+#include "platform/comments_box.h"
 #include "platform/message_door.h"
 
 namespace {
@@ -36,8 +36,8 @@ QString TextOf(const QLineEdit* box) {
   return box->text().trimmed().isEmpty() ? QString() : box->text();
 }
 
-QString TextOf(const QPlainTextEdit* box) {
-  const QString text = box->toPlainText();
+QString TextOf(const CommentsBox* box) {
+  const QString text = box->Text();
   return text.trimmed().isEmpty() ? QString() : text;
 }
 
@@ -133,7 +133,7 @@ void Form1::SetEntries(const CaseEntries& entries) {
   c.bodyWeight->setText(entries.bodyWeight);
   Choose(c.left, c.right, entries.hip == CaseEntries::Hip::Left,
          entries.hip == CaseEntries::Hip::Right);
-  c.comments->setPlainText(entries.comments);
+  c.comments->ShowText(entries.comments);
   for (std::size_t i = 0; i < kMeasureCount; ++i) {
     const MeasureControls& controls = c.measures[i];
     controls.text->setText(entries.measures[i].text);

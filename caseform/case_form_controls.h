@@ -5,11 +5,11 @@
 
 #include "case/case_entries.h"
 
+class CommentsBox;
 class HipPicture;
 class QComboBox;
 class QDialog;
 class QLineEdit;
-class QPlainTextEdit;
 class QPushButton;
 class QRadioButton;
 
@@ -28,7 +28,7 @@ struct CaseFormControls {
   QLineEdit* bodyWeight = nullptr;
   QRadioButton* left = nullptr;
   QRadioButton* right = nullptr;
-  QPlainTextEdit* comments = nullptr;
+  CommentsBox* comments = nullptr;
   std::array<MeasureControls, kMeasureCount> measures;
   QPushButton* ok = nullptr;
   QPushButton* cancel = nullptr;

@@ -113,12 +113,13 @@ TEST(MainWindow, EveryControlHasAName) {
   }
 }
 
-// 10,000 characters, emoji, line breaks pasted into single lines: what can be typed can be saved
-// and comes back.
+// 10,000 characters, emoji, line breaks pasted into single lines, very many lines: what can be
+// typed can be saved and comes back.
 TEST(MainWindow, StrangeTextsSurviveConfirmSaveAndOpen) {
   RunningProgram program;
   const QString name = QString(u"😀 שלום <b>/\\"_qs) + QString(10000, u'x');
-  const QString comments = QString(u"tab\there\n"_qs) + QString(100000, u'č') + "\n\n";
+  const QString comments = QString(u"tab\there\nno\u00a0break"_qs) + QString(100000, u'č') +
+                           QString("line\n").repeated(20000) + "\n\n";
   program.window.New();
   program.InForm<QLineEdit>("Text8")->setText(name);
   program.InForm<QLineEdit>("Text7")->setText("one\ttwo\nthree");
@@ -129,10 +130,12 @@ TEST(MainWindow, StrangeTextsSurviveConfirmSaveAndOpen) {
   program.window.Save();
   program.files.Answers(program.Path("case.txt"));
   program.window.Open();
-  EXPECT_EQ(program.InForm<QPlainTextEdit>("Text12")->toPlainText(), comments);
+  EXPECT_TRUE(program.InForm<CommentsBox>("Text12")->Text() == comments);
   program.PressOk();
+  EXPECT_TRUE(program.InWindow<CommentsBox>("txtComments")->Text() == comments);
   const PatientTexts& after = program.window.Session().Record().patient;
-  EXPECT_EQ(after.comments, before.patient.comments);
+  EXPECT_TRUE(after.comments == comments);
+  EXPECT_TRUE(before.patient.comments == comments);
   EXPECT_EQ(after.name, before.patient.name);
 }
 
