@@ -72,12 +72,11 @@ PatientPanel::PatientPanel(QWidget* parent)
       hip_(MakeBox("txtHip", "Hip")),
       dateOfBirth_(MakeBox("txtDateOfBirth", "Date of birth")),
       bodyWeight_(MakeNumberBox("txtBodyWeight", "Weight")),
-      comments_(new QPlainTextEdit) {
+      comments_(new CommentsBox) {
   setObjectName(QStringLiteral("framePatient"));
   comments_->setObjectName(QStringLiteral("txtComments"));
   comments_->setAccessibleName(QStringLiteral("Comments"));
   comments_->setReadOnly(true);
-  comments_->setTabChangesFocus(true);
   comments_->setMinimumHeight(3 * fontMetrics().lineSpacing());
 
   QGridLayout* grid = MakeGrid(this);
@@ -98,7 +97,7 @@ void PatientPanel::Show(const Patient& patient) {
   ShowFromStart(hip_, texts.hip);
   ShowFromStart(dateOfBirth_, texts.dateOfBirth);
   ShowFromStart(bodyWeight_, texts.bodyWeight);
-  comments_->setPlainText(texts.comments);
+  comments_->ShowText(texts.comments);
   name_->setEnabled(!patient.name.isEmpty());
   dateOfBirth_->setEnabled(!patient.dateOfBirth.isEmpty());
   bodyWeight_->setEnabled(!patient.bodyWeight.isEmpty());

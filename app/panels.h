@@ -4,11 +4,11 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <array>
 
 #include "case/case_record.h"
 #include "case/case_texts.h"
+#include "platform/comments_box.h"
 
 class PatientPanel : public QGroupBox {
   Q_OBJECT
@@ -25,7 +25,7 @@ class PatientPanel : public QGroupBox {
   QLineEdit* hip_;
   QLineEdit* dateOfBirth_;
   QLineEdit* bodyWeight_;
-  QPlainTextEdit* comments_;
+  CommentsBox* comments_;
 };
 
 class ResultsPanel : public QGroupBox {

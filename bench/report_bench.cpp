@@ -1,10 +1,12 @@
-// The printed report into a PDF file: one page, and comments of fifty pages.
+// The printed report into a PDF file: one page, comments of fifty pages and
+// of a mebibyte.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
 #include <QTemporaryDir>
 #include <cstdlib>
 
+#include "bench/mebibyte.h"
 #include "case/case_texts.h"
 #include "platform/print_dialog.h"
 #include "report/report.h"
@@ -51,6 +53,10 @@ int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   benchmark::Initialize(&argc, argv);
+  for (const auto& [name, text] : Mebibytes()) {
+    benchmark::RegisterBenchmark(("Mebibyte/" + name).c_str(), PrintReport, text)
+        ->Unit(benchmark::kMillisecond);
+  }
   benchmark::RunSpecifiedBenchmarks();
   return 0;
 }

@@ -7,7 +7,6 @@
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QShortcut>
@@ -17,6 +16,7 @@
 #include "case/number_text.h"
 #include "caseform/entry_focus.h"
 #include "caseform/hip_picture.h"
+#include "platform/comments_box.h"
 #include "platform/message_door.h"
 
 namespace {
@@ -34,8 +34,8 @@ QString TextOf(const QLineEdit* box) {
   return box->text().trimmed().isEmpty() ? QString() : box->text();
 }
 
-QString TextOf(const QPlainTextEdit* box) {
-  const QString text = box->toPlainText();
+QString TextOf(const CommentsBox* box) {
+  const QString text = box->Text();
   return text.trimmed().isEmpty() ? QString() : text;
 }
 
@@ -135,7 +135,7 @@ void Form1::SetEntries(const CaseEntries& entries) {
   weightAssumed_ = false;  // also when the text is the same
   SetWeightUnknown(false);
   Choose(c.left, c.right, entries.hip == HipSide::Left, entries.hip == HipSide::Right);
-  c.comments->setPlainText(entries.comments);
+  c.comments->ShowText(entries.comments);
   for (const Sila::MeasurementRow& row : Sila::kRadiographMeasurements) {
     const MeasurementControls& controls = c.measurements[Sila::IndexOf(row.id)];
     const QString unit = Vse::UnitText(entries[row.id].unit).toString();

@@ -9,7 +9,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStringList>
@@ -21,6 +20,7 @@
 #include "caseform/form_fonts.h"
 #include "caseform/hip_picture.h"
 #include "platform/choice_list.h"
+#include "platform/comments_box.h"
 #include "platform/length_units.h"
 
 namespace {
@@ -109,7 +109,7 @@ class Builder {
   QWidget* OptionFrame(const char* name, const QString& caption, QRadioButton*& first,
                        const char* firstName, const QString& firstText, QRadioButton*& second,
                        const char* secondName, const QString& secondText);
-  QPlainTextEdit* CommentsBox();
+  CommentsBox* Comments();
   QWidget* PatientFrame();
   QGridLayout* MeasurementGrid(const QString& heading, std::size_t from, std::size_t to);
   QWidget* DataFrame();
@@ -189,13 +189,12 @@ QWidget* Builder::OptionFrame(const char* name, const QString& caption, QRadioBu
   return frame;
 }
 
-QPlainTextEdit* Builder::CommentsBox() {
-  auto* box = new QPlainTextEdit;
+CommentsBox* Builder::Comments() {
+  auto* box = new CommentsBox;
   box->setObjectName("Text12");
   box->setAccessibleName("Comments");
   // The hint of l/2. Deliberate, but not for a screen reader, which would read it each time.
   box->setToolTip("polovicna medkolcna razdalja");
-  box->setTabChangesFocus(true);
   box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
   constexpr int kLines = 3;
   box->setMinimumHeight(QFontMetrics(FormFonts::Label()).lineSpacing() * kLines + 2 * kGrid);
@@ -210,7 +209,7 @@ QWidget* Builder::PatientFrame() {
   c.firstName = LineBox("Text7", "First name", {});
   c.dateOfBirth = LineBox("Text11", "Birth", "date of birth");
   c.bodyWeight = NumberBox("Text10", "Weight", "body weight");
-  c.comments = CommentsBox();
+  c.comments = Comments();
   c.bodyWeight->setAccessibleName("Weight in kg");
   c.surname->setMinimumWidth(kNameWidth);
   c.firstName->setMinimumWidth(kDateWidth);

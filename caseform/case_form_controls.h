@@ -5,12 +5,12 @@
 
 #include "case/case_entries.h"
 
+class CommentsBox;
 class HipPicture;
 class QComboBox;
 class QDialog;
 class QLabel;
 class QLineEdit;
-class QPlainTextEdit;
 class QPushButton;
 class QRadioButton;
 
@@ -29,7 +29,7 @@ struct CaseFormControls {
   QLineEdit* bodyWeight = nullptr;
   QRadioButton* left = nullptr;
   QRadioButton* right = nullptr;
-  QPlainTextEdit* comments = nullptr;
+  CommentsBox* comments = nullptr;
   std::array<MeasurementControls, Sila::kRadiographCount> measurements;  // by Measurement
   QPushButton* ok = nullptr;
   QPushButton* cancel = nullptr;

@@ -71,11 +71,11 @@ void PictureBox::Circle(QPointF centre, double radius, Colour colour, double sta
   Draw(ArcShape{centre, radius, start, Sweep(start, end)}, PenOf(colour), {});
 }
 
-void PictureBox::Draw(Shape shape, Pen pen, Fill fill) {
+void PictureBox::Draw(const Shape& shape, Pen pen, Fill fill) {
   const QRectF& scale = scale_.Area();
   const bool drawable = std::visit([](const auto& s) { return IsFinite(s); }, shape);
   if (!drawable || !IsUsable(scale)) return;
-  (autoRedraw_ ? drawings_ : drawingsOver_).push_back({std::move(shape), pen, fill, scale});
+  (autoRedraw_ ? drawings_ : drawingsOver_).push_back({shape, pen, fill, scale});
   Changed();
 }
 

@@ -76,7 +76,7 @@ class PictureBox : public DrawingTools {
   QPointF PartPoint(QPointF user) const;
 
  private:
-  void Draw(Shape shape, Pen pen, Fill fill);
+  void Draw(const Shape& shape, Pen pen, Fill fill);
   void Changed();
 
   QSizeF size_;

@@ -4,8 +4,8 @@
 
 #include <QDir>
 
-#include "case/case_texts.h"
 #include "case/case_file.h"
+#include "case/case_texts.h"
 #include "tests/support/row_name.h"
 #include "tests/support/running_program.h"
 

@@ -114,11 +114,12 @@ TEST_F(HelpText, EveryKeywordLeadsToOnePlace) {
 }
 
 TEST_F(HelpText, TopicsOfTheProgramAreThere) {
-  for (const char* topic :
-       {"index",    "first-case", "measurements", "entering", "results",  "diagram", "view3d",
-        "printing", "files",      "model",    "messages", "keyboard", "l2",      "c",
-        "h",        "x",          "z",        "rotation", "ce",       "radius",  "rwb",
-        "thetar",   "thetapol",   "pmaxwb",   "pmax",     "weight",   "refused"}) {
+  for (const char* topic : {"index",    "first-case", "measurements", "entering", "results",
+                            "diagram",  "view3d",     "printing",     "files",    "model",
+                            "messages", "keyboard",   "l2",           "c",        "h",
+                            "x",        "z",          "rotation",     "ce",       "radius",
+                            "rwb",      "thetar",     "thetapol",     "pmaxwb",   "pmax",
+                            "weight",   "refused"}) {
     EXPECT_EQ(file_->engine().documentsForIdentifier(topic).size(), 1) << topic;
     EXPECT_TRUE(Leads(file_->Topic(topic))) << topic;
   }

@@ -1,0 +1,30 @@
+// Comments of a mebibyte in a file, each of one kind.
+#pragma once
+
+#include <QString>
+#include <string>
+#include <utility>
+#include <vector>
+
+inline std::vector<std::pair<std::string, QString>> Mebibytes() {
+  const std::vector<std::pair<std::string, QString>> units = {
+      {"no blanks", QStringLiteral("x")},
+      {"blanks", QStringLiteral(" ")},
+      {"short words", QStringLiteral("a ")},
+      {"words", QStringLiteral("Control after two years. ")},
+      {"long words", QString(999, u'x') + u' '},
+      {"tabs", QStringLiteral("\t")},
+      {"line feeds", QStringLiteral("\n")},
+      {"short lines", QStringLiteral("x\n")},
+      {"right to left", QStringLiteral("א")},
+      {"both directions", QStringLiteral("aא")},
+      {"combining", QStringLiteral("a\u0301")},
+      {"emoji", QStringLiteral("\U0001F600")},
+      {"Chinese", QStringLiteral("中")}};
+  constexpr qsizetype kMebibyte = 1 << 20;
+  std::vector<std::pair<std::string, QString>> texts;
+  for (const auto& [name, unit] : units) {
+    texts.emplace_back(name, unit.repeated(kMebibyte / unit.toUtf8().size()));
+  }
+  return texts;
+}
