@@ -4,19 +4,21 @@
 #include <QLocale>
 #include <QString>
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
 #include "batch/chunk_reader.h"
-#include "batch/cohort_error.h"
-#include "batch/columns.h"
+#include "batch/header_row.h"
 #include "batch/input_file.h"
 #include "case/case_conversion.h"
 #include "case/case_file.h"
+#include "case/case_texts.h"
 #include "case/code_page.h"
 #include "case/number_text.h"
+#include "columns/cohort_error.h"
 
 namespace Cohort {
 
@@ -25,6 +27,9 @@ namespace {
 using Problem = Vse::CaseFileContents::Problem;
 
 constexpr std::string_view kEnding = ".txt";
+
+// Before the measurements; after them comes the remark.
+constexpr std::array kPatientColumns = {"file", "name", "sex", "dateOfBirth", "hip", "comments"};
 
 bool IsFolder(const std::string& path) {
   std::error_code none;
@@ -38,7 +43,7 @@ bool HasCaseFileName(std::string_view name) {
                     [&](char lower, char c) { return isSame(c, lower); });
 }
 
-std::string Quoted(const std::string& field) {
+std::string CsvField(const std::string& field) {
   if (field.find_first_of(",\"\r\n") == std::string::npos) return field;
   std::string quoted = "\"";
   for (const char c : field) quoted.append(c == '"' ? 2 : 1, c);
@@ -68,15 +73,15 @@ std::string Record(const std::vector<std::string>& fields) {
   std::string record;
   for (const std::string& field : fields) {
     if (!record.empty()) record += ',';
-    record += Quoted(field);
+    record += CsvField(field);
   }
   record += '\n';
   return record;
 }
 
 std::string HeaderRecord() {
-  std::vector<std::string> names = {"file", "name", "sex", "dateOfBirth", "hip", "comments"};
-  names.insert(names.end(), kInputNames.begin(), kInputNames.end());
+  std::vector<std::string> names(kPatientColumns.begin(), kPatientColumns.end());
+  for (const Sila::MeasurementRow& row : Sila::kMeasurements) names.emplace_back(row.key);
   names.emplace_back("remark");
   return Record(names);
 }
@@ -197,7 +202,7 @@ std::string CaseFileInput::CaseRecordText(const std::string& path) {
   const bool readable = contents.problem == Problem::None;
   if (readable) NoteLetters(path, bytes);
   const CaseEntries& entries = contents.entries;
-  const PatientTexts patient = Vse::PatientTextsOf(entries, false);
+  const PatientTexts patient = Vse::PatientTextsOf(Vse::PatientOf(entries, false));
   std::vector<std::string> fields = {Harmless(path)};
   if (readable) {
     fields.push_back(Text(contents.name.isEmpty() ? patient.name : contents.name));
@@ -206,12 +211,16 @@ std::string CaseFileInput::CaseRecordText(const std::string& path) {
     fields.push_back(Text(patient.hip));
     fields.push_back(Text(patient.comments));
   } else {
-    fields.resize(6);
+    fields.resize(kPatientColumns.size());
   }
-  for (const MeasureEntry& measure : entries.measures) fields.push_back(Number(measure.text));
+  for (const MeasurementEntry& entry : entries.measurements) fields.push_back(Number(entry.text));
   fields.push_back(Number(entries.bodyWeight));
   fields.push_back(readable ? std::string() : Text(Trouble(contents)));
   return Record(fields);
+}
+
+std::size_t CaseFileInput::FaultField() {
+  return kPatientColumns.size() + Sila::kMeasurementCount;
 }
 
 std::size_t CaseFileInput::Read(std::span<char> buffer) {

@@ -23,16 +23,19 @@ struct CaseCodePage {
 // The named one, else that of the system locale's language.
 CaseCodePage FindCodePage(const std::optional<std::string>& named);
 
-// Reads as CSV with a header row: file, name, sex, dateOfBirth, hip, comments, the measures and the
-// body weight in the units of the case file, and remark, which tells why a file could not be read
-// (its measures are then empty). A text that a spreadsheet would take for a formula has an
-// apostrophe before it. One file is held in memory at a time.
+// Reads as CSV with a header row: file, name, sex, dateOfBirth, hip, comments, the measurements in
+// the units of the case file, and remark, which says why a file could not be read (its measurements
+// are then empty). A text that a spreadsheet would take for a formula has an apostrophe before it.
+// One file is held in memory at a time.
 class CaseFileInput {
  public:
   // The ".txt" files of a folder in the order of their names, without hidden ones and subfolders;
   // or one file. Names are the system's bytes.
   // Throws CohortError when the folder cannot be listed or the one file is no case file.
   CaseFileInput(const std::string& path, CaseCodePage codePage);
+
+  // Which field, counted from 0, is the remark.
+  static std::size_t FaultField();
 
   // Fills the beginning of the buffer; 0 at the end.
   std::size_t Read(std::span<char> buffer);

@@ -1,21 +1,23 @@
 // Records keep the bytes that they came with; only what is added is written anew.
 #include "batch/chunk_computer.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "batch/chunk_reader.h"
 
 namespace Cohort {
 
 namespace {
 
-// The position of the delimiter that closes field number `count`; the record has more fields.
+// The position of the delimiter that closes field number `count`, or the record's end.
 std::size_t FindFieldEnd(std::string_view record, std::size_t count, char delimiter) {
   bool quoted = false;
-  std::size_t i = 0;
-  for (; i < record.size(); ++i) {
-    if (record[i] == '"') quoted = !quoted;
-    if (record[i] == delimiter && !quoted && --count == 0) break;
+  std::size_t end = FindOutsideQuotes(record, 0, {&delimiter, 1}, quoted);
+  while (--count > 0 && end < record.size()) {
+    end = FindOutsideQuotes(record, end + 1, {&delimiter, 1}, quoted);
   }
-  return i;
+  return std::min(end, record.size());
 }
 
 bool HoldsLineEnd(std::string_view text) {
@@ -57,31 +59,33 @@ std::string_view Describe(RecordFault fault) {
 void AppendHeader(std::string& out, std::string_view header, char delimiter,
                   std::string_view lineEnd) {
   out += header;
-  for (const std::string_view name : kResultNames) {
+  for (const Sila::ResultRow& result : Sila::kResults) {
     out += delimiter;
-    out += name;
+    out += result.key;
   }
+  out += delimiter;
+  out += kStatusName;
   out += lineEnd;
 }
 
-ChunkComputer::ChunkComputer(const Columns& columns, const std::string& lineEnd)
-    : columns_(columns), lineEnd_(lineEnd), parser_(columns.delimiter) {}
+ChunkComputer::ChunkComputer(const HeaderRow& header, const RowFormat& format)
+    : header_(header), format_(format), parser_(header.delimiter) {}
 
 void ChunkComputer::AppendRecord(std::string_view record, const RowResult& row,
                                  std::string& out) const {
   const std::size_t count = parser_.Fields().size();
-  const std::size_t expected = columns_.names.size();
+  const std::size_t expected = header_.columns.names.size();
   std::string_view surplus;
   if (count > expected) {
-    const std::size_t end = FindFieldEnd(record, expected, columns_.delimiter);
+    const std::size_t end = FindFieldEnd(record, expected, header_.delimiter);
     surplus = record.substr(end);
     record = record.substr(0, end);
   }
   out += record;
-  if (count < expected) out.append(expected - count, columns_.delimiter);
-  AppendResults(out, row, columns_.delimiter);
+  if (count < expected) out.append(expected - count, header_.delimiter);
+  AppendResults(out, row, header_.delimiter);
   out += surplus;
-  out += lineEnd_;
+  out += format_.lineEnd;
 }
 
 bool ChunkComputer::ComputeRecord(std::string_view record, char lineEndIn, ChunkResult& result) {
@@ -91,10 +95,10 @@ bool ChunkComputer::ComputeRecord(std::string_view record, char lineEndIn, Chunk
     return false;
   }
   if (parser_.Fields().empty()) return true;
-  RowResult row = ComputeRow(parser_.Fields(), columns_, scratch_);
+  RowResult row = ComputeRow(parser_.Fields(), header_, scratch_);
   if (HoldsLineEnd(record)) {
-    quoted_ = QuoteLineEnds(record, columns_.delimiter);
-    const bool tooLong = parser_.Fields().size() > columns_.names.size();
+    quoted_ = QuoteLineEnds(record, header_.delimiter);
+    const bool tooLong = parser_.Fields().size() > header_.columns.names.size();
     if (tooLong && quoted_.size() > record.size()) row.status += DescribeGluedRows(lineEndIn);
     record = quoted_;
   }
@@ -103,12 +107,17 @@ bool ChunkComputer::ComputeRecord(std::string_view record, char lineEndIn, Chunk
     ++result.bad;
     if (!result.firstBad) result.firstBad = RowRemark{result.rows, row.status};
   }
-  AppendRecord(record, row, result.text);
+  if (format_.table) {
+    result.table.push_back({{parser_.Fields().begin(), parser_.Fields().end()}, std::move(row)});
+  } else {
+    AppendRecord(record, row, result.text);
+  }
   return true;
 }
 
 void ChunkComputer::Compute(std::string_view chunk, char lineEndIn, ChunkResult& result) {
   result.text.clear();
+  result.table.clear();
   result.bytes = chunk.size();
   result.rows = result.hips = result.bad = 0;
   result.firstBad.reset();

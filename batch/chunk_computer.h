@@ -5,11 +5,12 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "batch/columns.h"
+#include "batch/header_row.h"
 #include "batch/record_parser.h"
 #include "batch/row.h"
-#include "case/case_record.h"
+#include "model/hip_model.h"
 
 namespace Cohort {
 
@@ -19,8 +20,21 @@ struct RowRemark {
   std::string text;
 };
 
+// A row for a table; surplus fields are among the others.
+struct TableRow {
+  std::vector<std::string> fields;
+  RowResult result;
+};
+
+// How rows are put out: as records that end with `lineEnd`, or as rows of a table.
+struct RowFormat {
+  std::string lineEnd = "\n";
+  bool table = false;
+};
+
 struct ChunkResult {
-  std::string text;         // records with results, each with a line end
+  std::string text;  // records with results, each with a line end
+  std::vector<TableRow> table;
   std::uint64_t bytes = 0;  // of the chunk
   std::uint64_t rows = 0;   // records in the chunk, blank lines included
   std::uint64_t hips = 0;   // records put out
@@ -35,14 +49,14 @@ void AppendHeader(std::string& out, std::string_view header, char delimiter,
 
 class ChunkComputer {
  public:
-  // Keeps references to both. `lineEnd` is what records end with when they are put out.
-  ChunkComputer(const Columns& columns, const std::string& lineEnd);
+  // Keeps references to both.
+  ChunkComputer(const HeaderRow& header, const RowFormat& format);
 
   // Computes every record of the chunk, whose line ends end with `lineEndIn`; `result` is written
   // anew, its room used again. A broken quote ends the chunk: `result.trouble` names its row.
   // A record keeps its bytes, but an unquoted field that holds a CR or LF is quoted: to another
   // reader it would end the row. A record that is too short gets empty fields up to the header's
-  // number of columns, one that is too long has its surplus fields behind the status, so that the
+  // number of columns, one that is too long has its surplus fields after the status, so that the
   // results always stand below their names. Blank lines are left out.
   void Compute(std::string_view chunk, char lineEndIn, ChunkResult& result);
 
@@ -51,10 +65,10 @@ class ChunkComputer {
   bool ComputeRecord(std::string_view record, char lineEndIn, ChunkResult& result);
   void AppendRecord(std::string_view record, const RowResult& row, std::string& out) const;
 
-  const Columns& columns_;
-  const std::string& lineEnd_;
+  const HeaderRow& header_;
+  const RowFormat& format_;
   RecordParser parser_;
-  CaseRecord scratch_;
+  Sila::HipState scratch_;
   std::string quoted_;  // a record with line ends in fields that were not quoted
 };
 

@@ -1,11 +1,13 @@
-// Quotes are counted: a line end closes a record where the number of quotes before it is even.
+// Quotes are counted: a character is outside of them where the number of quotes before it is even.
+// libcsv does not do this: records are cut before they are parsed, by several workers at once, and
+// it does not say where in a record a field was.
 #include "batch/chunk_reader.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "batch/cohort_error.h"
-#include "batch/column_title.h"
+#include "batch/header_row.h"
+#include "columns/cohort_error.h"
 
 namespace Cohort {
 
@@ -18,7 +20,9 @@ bool HasOddQuotes(std::string_view text) {
   return std::count(text.begin(), text.end(), '"') % 2 != 0;
 }
 
-// The last line end outside quotes; `quoted` says whether the text ends inside quotes.
+// The last line end outside quotes; `quoted` says whether the text ends inside quotes. Backwards,
+// since forwards each chunk would be walked record by record while all other workers wait for the
+// reader.
 std::size_t FindLastRecordEnd(std::string_view text, bool quoted, char lineEnd) {
   for (std::size_t i = text.size(); i-- > 0;) {
     if (text[i] == '"') quoted = !quoted;
@@ -29,20 +33,23 @@ std::size_t FindLastRecordEnd(std::string_view text, bool quoted, char lineEnd) 
 
 }  // namespace
 
-std::size_t FindRecordEnd(std::string_view text, std::size_t from, char lineEnd) {
-  bool quoted = false;
+std::size_t FindOutsideQuotes(std::string_view text, std::size_t from, std::string_view wanted,
+                              bool& quoted) {
   for (;;) {
-    const std::size_t end = text.find(lineEnd, from);
-    if (end == kNone) return kNone;
-    if (HasOddQuotes(text.substr(from, end - from))) quoted = !quoted;
-    if (!quoted) return end;
-    from = end + 1;
+    // The search for one character is much the quicker.
+    const std::size_t found =
+        wanted.size() == 1 ? text.find(wanted.front(), from) : text.find_first_of(wanted, from);
+    if (HasOddQuotes(text.substr(from, found - from))) quoted = !quoted;
+    if (found == kNone || !quoted) return found;
+    from = found + 1;
   }
 }
 
 bool RecordWalk::Next(std::string_view& record) {
   if (begin_ >= text_.size()) return false;
-  const std::size_t end = std::min(FindRecordEnd(text_, begin_, lineEnd_), text_.size());
+  bool quoted = false;
+  const std::size_t end =
+      std::min(FindOutsideQuotes(text_, begin_, {&lineEnd_, 1}, quoted), text_.size());
   record = text_.substr(begin_, end - begin_);
   while (lineEnd_ == '\n' && record.ends_with('\r')) record.remove_suffix(1);
   if (lineEnd_ == '\r' && record.starts_with('\n')) record.remove_prefix(1);
@@ -88,11 +95,12 @@ std::string ChunkReader::TakeRecord(std::size_t length) {
 
 std::optional<std::string> ChunkReader::ReadFirstRecord() {
   bool quoted = false;
-  for (std::size_t i = 0; HasHeaderByte(i); ++i) {
-    const char c = rest_[i];
-    if (c == '"') quoted = !quoted;
-    if (!quoted && (c == '\n' || c == '\r')) return TakeRecord(i);
-  }
+  std::size_t searched = 0;
+  do {
+    const std::size_t end = FindOutsideQuotes(rest_, searched, "\r\n", quoted);
+    if (end != kNone) return TakeRecord(end);
+    searched = rest_.size();
+  } while (ReadMore(rest_));
   if (rest_.empty()) return std::nullopt;
   return TakeRecord(rest_.size());
 }

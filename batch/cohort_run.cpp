@@ -13,14 +13,14 @@
 #include "batch/case_file_input.h"
 #include "batch/chunk_computer.h"
 #include "batch/chunk_reader.h"
-#include "batch/cohort_error.h"
-#include "batch/columns.h"
 #include "batch/file_pipeline.h"
 #include "batch/files_met.h"
+#include "batch/header_row.h"
 #include "batch/input_file.h"
 #include "batch/output.h"
 #include "batch/progress.h"
 #include "batch/table.h"
+#include "columns/cohort_error.h"
 
 namespace Cohort {
 
@@ -96,6 +96,7 @@ class CohortRun {
 
   CohortTally Run() {
     for (const std::string& path : settings_.inputs) RunInput(path);
+    if (table_) table_->Finish();
     sink_->Finish();
     RemarkOnCodePage();
     return std::move(tally_);
@@ -105,81 +106,89 @@ class CohortRun {
   void RunInput(const std::string& path) {
     if (IsCaseFileInput(path)) {
       CaseFileInput files(path, codePage_);
-      RunStream(path, [&](std::span<char> buffer) { return files.Read(buffer); });
+      RunStream(
+          path, [&](std::span<char> buffer) { return files.Read(buffer); },
+          CaseFileInput::FaultField());
       Append(inCodePage_, files.InCodePage());
       Append(notInCodePage_, files.NotInCodePage());
     } else {
       InputFile file(path);
-      RunStream(path, [&](std::span<char> buffer) { return file.Read(buffer); });
+      RunStream(
+          path, [&](std::span<char> buffer) { return file.Read(buffer); }, std::nullopt);
     }
   }
 
-  void RunStream(const std::string& path, ReadBytes source) {
+  void RunStream(const std::string& path, ReadBytes source, std::optional<std::size_t> faultField) {
     ChunkReader reader(std::move(source));
-    const Columns columns = TakeHeader(path, reader);
-    std::uint64_t rowsBefore = HeaderRow(reader);
-    ComputeStream(reader, columns, lineEnd_, settings_.threads, [&](const ChunkResult& result) {
+    HeaderRow header = TakeHeader(path, reader);
+    header.faultField = faultField;
+    std::uint64_t rowsBefore = RowOfHeader(reader);
+    ComputeStream(reader, header, format_, settings_.threads, [&](const ChunkResult& result) {
       TakeResult(path, rowsBefore, result);
       rowsBefore += result.rows;
     });
   }
 
-  Columns TakeHeader(const std::string& path, ChunkReader& reader) {
-    std::string header;
-    Columns columns = ReadHeader(path, reader, header);
-    if (first_) return columns;
-    for (const std::string& remark : columns.remarks) {
-      settings_.remark(AtRow(path, HeaderRow(reader), remark));
+  HeaderRow TakeHeader(const std::string& path, ChunkReader& reader) {
+    std::string text;
+    HeaderRow header = ReadHeader(path, reader, text);
+    if (first_) return header;
+    for (const std::string& remark : header.columns.remarks) {
+      settings_.remark(AtRow(path, RowOfHeader(reader), remark));
     }
-    BeginOutput(header, columns, reader);
-    return columns;
+    BeginOutput(text, header, reader);
+    return header;
   }
 
-  static std::uint64_t HeaderRow(const ChunkReader& reader) {
+  static std::uint64_t RowOfHeader(const ChunkReader& reader) {
     return reader.SeparatorLine().empty() ? 1 : 2;
   }
 
-  Columns ReadHeader(const std::string& path, ChunkReader& reader, std::string& header) const {
+  HeaderRow ReadHeader(const std::string& path, ChunkReader& reader, std::string& text) const {
     try {
-      std::optional<std::string> text = reader.ReadHeader();
-      if (!text) throw CohortError("the file is empty; it should begin with a header row");
-      header = std::move(*text);
+      std::optional<std::string> record = reader.ReadHeader();
+      if (!record) throw CohortError("the file is empty; it should begin with a header row");
+      text = std::move(*record);
       const std::optional<char> named = ReadSeparatorLine(reader.SeparatorLine());
-      Columns columns = ReadColumns(header, settings_.delimiter ? settings_.delimiter : named);
-      if (first_) CheckSameColumns(columns);
-      return columns;
+      HeaderRow header = ReadHeaderRow(text, settings_.delimiter ? settings_.delimiter : named);
+      if (first_) CheckSameColumns(header);
+      return header;
     } catch (const CohortError& error) {
-      throw CohortError(AtRow(path, HeaderRow(reader), error.what()));
+      throw CohortError(AtRow(path, RowOfHeader(reader), error.what()));
     }
   }
 
   // A line that names the separator is kept for the program that wants it, not for people.
-  void BeginOutput(const std::string& header, const Columns& columns, const ChunkReader& reader) {
-    first_ = columns;
-    lineEnd_ = reader.LineEnd();
-    std::string text;
+  void BeginOutput(const std::string& text, const HeaderRow& header, const ChunkReader& reader) {
+    first_ = header;
+    format_ = {.lineEnd = reader.LineEnd(), .table = settings_.table};
     if (settings_.table) {
-      sink_ = std::make_unique<TableOutput>(std::move(sink_), columns.delimiter, lineEnd_.back());
-    } else if (!reader.SeparatorLine().empty()) {
-      text = reader.SeparatorLine() + lineEnd_;
+      table_.emplace(*sink_, header.columns);
+      return;
     }
-    AppendHeader(text, header, columns.delimiter, lineEnd_);
-    sink_->Write(text);
+    std::string lines;
+    if (!reader.SeparatorLine().empty()) lines = reader.SeparatorLine() + format_.lineEnd;
+    AppendHeader(lines, text, header.delimiter, format_.lineEnd);
+    sink_->Write(lines);
   }
 
-  void CheckSameColumns(const Columns& columns) const {
+  void CheckSameColumns(const HeaderRow& header) const {
     const std::string& first = settings_.inputs.front();
-    if (!HaveSameNames(columns, *first_)) {
+    if (!HaveSameNames(header.columns, first_->columns)) {
       throw CohortError("the columns are not those of " + InputName(first));
     }
-    if (columns.delimiter != first_->delimiter) {
+    if (header.delimiter != first_->delimiter) {
       throw CohortError("the delimiter is not that of " + InputName(first));
     }
   }
 
   void TakeResult(const std::string& path, std::uint64_t rowsBefore, const ChunkResult& result) {
     if (sharesTerminal_) progress_.Erase();
-    sink_->Write(result.text);
+    if (table_) {
+      table_->Write(result.table);
+    } else {
+      sink_->Write(result.text);
+    }
     if (tally_.bad == 0 && result.firstBad) {
       tally_.firstBad = AtRow(path, rowsBefore + result.firstBad->row, result.firstBad->text);
     }
@@ -214,8 +223,9 @@ class CohortRun {
   Progress progress_;
   std::unique_ptr<TextSink> sink_;
   const bool sharesTerminal_ = isatty(STDOUT_FILENO) == 1;
-  std::optional<Columns> first_;  // the first input's
-  std::string lineEnd_;
+  std::optional<Table> table_;      // in place of CSV
+  std::optional<HeaderRow> first_;  // the first input's
+  RowFormat format_;
   std::vector<std::string> inCodePage_;     // case files that are not UTF-8
   std::vector<std::string> notInCodePage_;  // of these, those with bytes that are no letters in it
   CohortTally tally_;

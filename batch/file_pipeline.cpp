@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "batch/cohort_error.h"
+#include "columns/cohort_error.h"
 
 namespace Cohort {
 
@@ -20,9 +20,9 @@ namespace {
 
 class Pipeline {
  public:
-  Pipeline(ChunkReader& reader, const Columns& columns, const std::string& lineEnd,
+  Pipeline(ChunkReader& reader, const HeaderRow& header, const RowFormat& format,
            const TakeResult& take)
-      : reader_(reader), columns_(columns), lineEnd_(lineEnd), take_(take) {}
+      : reader_(reader), header_(header), format_(format), take_(take) {}
 
   void Run(unsigned threads) {
     {
@@ -46,7 +46,7 @@ class Pipeline {
 
   void Work() {
     try {
-      ChunkComputer computer(columns_, lineEnd_);
+      ChunkComputer computer(header_, format_);
       const char lineEndIn = reader_.LineEnd().back();
       std::string chunk;
       ChunkResult result;
@@ -100,8 +100,8 @@ class Pipeline {
   }
 
   ChunkReader& reader_;
-  const Columns& columns_;
-  const std::string& lineEnd_;
+  const HeaderRow& header_;
+  const RowFormat& format_;
   const TakeResult& take_;
 
   std::mutex reading_;  // guards the reader and the next two
@@ -117,9 +117,9 @@ class Pipeline {
 
 }  // namespace
 
-void ComputeStream(ChunkReader& reader, const Columns& columns, const std::string& lineEnd,
+void ComputeStream(ChunkReader& reader, const HeaderRow& header, const RowFormat& format,
                    unsigned threads, const TakeResult& take) {
-  Pipeline(reader, columns, lineEnd, take).Run(threads);
+  Pipeline(reader, header, format, take).Run(threads);
 }
 
 }  // namespace Cohort

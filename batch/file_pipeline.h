@@ -5,7 +5,7 @@
 
 #include "batch/chunk_computer.h"
 #include "batch/chunk_reader.h"
-#include "batch/columns.h"
+#include "batch/header_row.h"
 
 namespace Cohort {
 
@@ -16,7 +16,7 @@ using TakeResult = std::function<void(const ChunkResult&)>;
 // at most. No more than one chunk a thread is in memory.
 // Trouble in reading arrives as a result with `trouble` set, in its turn. Whatever `take` throws
 // ends the run and is thrown to the caller.
-void ComputeStream(ChunkReader& reader, const Columns& columns, const std::string& lineEnd,
+void ComputeStream(ChunkReader& reader, const HeaderRow& header, const RowFormat& format,
                    unsigned threads, const TakeResult& take);
 
 }  // namespace Cohort

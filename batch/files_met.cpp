@@ -4,8 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "batch/cohort_error.h"
 #include "batch/input_file.h"
+#include "columns/cohort_error.h"
 
 namespace Cohort {
 

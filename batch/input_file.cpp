@@ -9,8 +9,8 @@
 #include <system_error>
 #include <utility>
 
-#include "batch/cohort_error.h"
 #include "batch/foreign_format.h"
+#include "columns/cohort_error.h"
 
 namespace Cohort {
 

@@ -13,8 +13,8 @@
 #include <thread>
 
 #include "batch/cohort_run.h"
-#include "batch/terminal_text.h"
 #include "case/code_page.h"
+#include "columns/visible_text.h"
 
 namespace {
 

@@ -11,10 +11,10 @@
 #include <system_error>
 #include <utility>
 
-#include "batch/cohort_error.h"
 #include "batch/ending.h"
 #include "batch/input_file.h"
-#include "batch/terminal_text.h"
+#include "columns/cohort_error.h"
+#include "columns/visible_text.h"
 #include "storage/whole_file.h"
 
 namespace Cohort {

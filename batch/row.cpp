@@ -1,13 +1,13 @@
-// Reads, converts and computes as the case form does, so that form and table give the same digits.
+// Checks, converts and computes as the case form does, so that form and table give the same digits.
 #include "batch/row.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <utility>
+#include <variant>
 
-#include "case/case_entries.h"
+#include "case/entry_check.h"
 #include "case/number_text.h"
 
 namespace Cohort {
@@ -21,14 +21,14 @@ constexpr std::string_view kNoStress = "refused: the contact stress is not a fin
 
 constexpr std::string_view kBlanks = " \t\r\n";
 
-bool IsBlank(std::string_view text) {
-  return text.find_first_not_of(kBlanks) == std::string_view::npos;
-}
-
 std::string_view WithoutBlanks(std::string_view text) {
   const std::size_t first = text.find_first_not_of(kBlanks);
   if (first == std::string_view::npos) return {};
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+bool IsBlank(std::string_view text) {
+  return WithoutBlanks(text).empty();
 }
 
 bool IsSameLetter(char a, char b) {
@@ -46,10 +46,22 @@ bool IsMissing(std::string_view text) {
   });
 }
 
-// What is wrong with a field that is no number.
-std::string_view FaultOf(std::string_view text) {
-  if (IsMissing(text)) return "is missing";
-  return Vse::IsTooLarge(text) ? "is too large" : "is not a number";
+std::string_view Describe(Vse::FaultKind fault) {
+  switch (fault) {
+    case Vse::FaultKind::TooLarge:
+      return "is too large";
+    case Vse::FaultKind::AngleTooLarge:
+      return "is more than 2 pi radians";
+    case Vse::FaultKind::NotANumber:
+    case Vse::FaultKind::NotADate:
+      break;
+  }
+  return "is not a number";
+}
+
+// Stricter than the form, which leaves these to the model.
+bool MustBeAboveZero(Sila::Kind kind) {
+  return kind == Sila::Kind::Radius || kind == Sila::Kind::Weight;
 }
 
 // Reads the fields of one row and gathers what is wrong with them.
@@ -58,55 +70,42 @@ class RowReader {
   RowReader(std::span<const std::string_view> fields, const Columns& columns)
       : fields_(fields), columns_(columns) {}
 
-  // The measure in the record's unit; 0 when it cannot be read.
-  double Held(Measure measure) {
-    const auto input = static_cast<std::size_t>(measure);
-    const QStringView unit = columns_.inputs[input]->unit;
-    const std::optional<double> typed = ReadField(input);
-    if (!typed) return 0.0;
-    if (Vse::IsAngle(measure) && unit == Vse::kRadian && *typed > Vse::kLargestRadians) {
-      Complain(input, "is more than 2 pi radians");
+  // Whether there is any measurement in the row at all.
+  bool HasMeasurements() const {
+    return std::any_of(Sila::kRadiographMeasurements.begin(), Sila::kRadiographMeasurements.end(),
+                       [&](const auto& row) { return !IsBlank(fields_[columns_[row.id]->field]); });
+  }
+
+  // Only of use when there are no complaints.
+  Sila::HipInputs Read() {
+    Sila::HipInputs inputs;
+    for (const Sila::MeasurementRow& row : Sila::kMeasurements) {
+      if (columns_[row.id]) ReadInto(inputs, row, *columns_[row.id]);
     }
-    const double held = Vse::HeldValue(measure, *typed, unit);
-    if (measure == Measure::HeadRadius) CheckAboveZero(input, held);
-    return held;
-  }
-
-  // Empty when the weight is not known.
-  std::optional<double> BodyWeight() {
-    const std::optional<InputColumn>& column = columns_.inputs[kBodyWeight];
-    if (!column) return std::nullopt;
-    const std::string_view text = fields_[column->field];
-    const std::optional<double> weight = Vse::ReadNumber(text);
-    if (weight) CheckAboveZero(kBodyWeight, *weight);
-    if (!weight && !IsMissing(text)) Complain(kBodyWeight, FaultOf(text));
-    return weight;
-  }
-
-  // Whether there is any measure in the row at all.
-  bool HasMeasures() const {
-    const auto holdsOne = [&](const auto& column) { return !IsBlank(fields_[column->field]); };
-    return std::any_of(columns_.inputs.begin(), columns_.inputs.begin() + kMeasureCount, holdsOne);
+    return inputs;
   }
 
   // What is wrong, as a status; empty when nothing is.
   const std::string& Complaints() const { return complaints_; }
 
  private:
-  std::optional<double> ReadField(std::size_t input) {
-    const std::string_view text = fields_[columns_.inputs[input]->field];
-    const std::optional<double> value = Vse::ReadNumber(text);
-    if (!value) Complain(input, FaultOf(text));
-    return value;
+  void ReadInto(Sila::HipInputs& inputs, const Sila::MeasurementRow& row,
+                const InputColumn& column) {
+    const std::string_view text = fields_[column.field];
+    const Vse::CheckedNumber number = Vse::CheckMeasurement(row.kind(), text, column.unit);
+    if (const double* held = std::get_if<double>(&number)) {
+      if (*held <= 0.0 && MustBeAboveZero(row.kind())) Complain(row, "must be greater than 0");
+      Sila::SetValue(inputs, row, *held);
+    } else if (!IsMissing(text)) {
+      Complain(row, Describe(std::get<Vse::FaultKind>(number)));
+    } else if (row.kind() != Sila::Kind::Weight) {
+      Complain(row, "is missing");
+    }
   }
 
-  void CheckAboveZero(std::size_t input, double value) {
-    if (value <= 0.0) Complain(input, "must be greater than 0");
-  }
-
-  void Complain(std::size_t input, std::string_view what) {
+  void Complain(const Sila::MeasurementRow& row, std::string_view what) {
     complaints_ += complaints_.empty() ? "error: " : " and ";
-    complaints_ += kInputNames[input];
+    complaints_ += row.key;
     complaints_ += ' ';
     complaints_ += what;
   }
@@ -115,16 +114,6 @@ class RowReader {
   const Columns& columns_;
   std::string complaints_;
 };
-
-std::optional<double> FiniteOnly(double value) {
-  return std::isfinite(value) ? std::optional(value) : std::nullopt;
-}
-
-RowResult BadRow(std::string status) {
-  RowResult result;
-  result.status = std::move(status);
-  return result;
-}
 
 // R writes a name before each row and none above them. Were the fields one place further on, every
 // input would have its value.
@@ -145,17 +134,11 @@ std::string WrongFieldCount(std::span<const std::string_view> fields, const Colu
                                           : "");
 }
 
-// A row without measures often says in a remark why it has none.
-std::string NoMeasures(std::span<const std::string_view> fields, const Columns& columns) {
-  const auto remark = std::find(columns.names.begin(), columns.names.end(), "remark");
-  std::string why = "the row holds no measures";
-  if (remark != columns.names.end()) {
-    const std::string_view text = fields[static_cast<std::size_t>(remark - columns.names.begin())];
-    if (!IsBlank(text) && text.find_first_of(",;\t\"\r\n") == std::string_view::npos) {
-      why = text;
-    }
-  }
-  return "error: " + why;
+// This program's own reason, where it can be written without quotes.
+std::string NoMeasurements(std::span<const std::string_view> fields, const HeaderRow& header) {
+  const std::string_view fault = header.faultField ? fields[*header.faultField] : "";
+  const bool serves = !IsBlank(fault) && fault.find_first_of(",;\t\"\r\n") == std::string::npos;
+  return "error: " + std::string(serves ? fault : "the row holds no measures");
 }
 
 std::string_view StatusOf(Sila::HipOutcome outcome) {
@@ -172,53 +155,44 @@ std::string_view StatusOf(Sila::HipOutcome outcome) {
   return kOk;
 }
 
-RowResult RunModel(CaseRecord& record) {
-  const Sila::HipOutcome outcome = Vse::RunModel(record);
+RowResult RunModel(const Sila::HipInputs& inputs, Sila::HipState& state) {
+  const Sila::HipOutcome outcome = Sila::ComputeHip(inputs, state);
+  const bool ok = outcome == Sila::HipOutcome::Ok;
   RowResult result;
-  result.kind = outcome == Sila::HipOutcome::Ok ? RowKind::Ok : RowKind::Refused;
+  result.kind = ok ? RowKind::Ok : RowKind::Refused;
   result.status = StatusOf(outcome);
-  result.rWb = FiniteOnly(record.results.rWb);
-  result.thetaR = FiniteOnly(record.results.thetaR);
-  if (outcome != Sila::HipOutcome::Ok) return result;
-  result.thetaPol = record.results.thetaPol;
-  result.pmaxWb = record.results.pmaxWb;
-  if (!record.weightUnknown) result.pmax = record.results.pmax;
+  for (const Sila::ResultRow& row : Sila::kResults) {
+    const bool known = (ok || !row.isStress) && (inputs.bodyWeight || !row.needsWeight);
+    const double value = row.value(state.results);
+    if (known && std::isfinite(value)) result.values[Sila::IndexOf(row.id)] = value;
+  }
   return result;
 }
 
-void AppendNumber(std::string& out, const std::optional<double>& value) {
-  if (!value) return;
+void AppendNumber(std::string& out, double value) {
   std::array<char, 32> digits{};
   const std::to_chars_result end =
-      std::to_chars(digits.data(), digits.data() + digits.size(), *value);
+      std::to_chars(digits.data(), digits.data() + digits.size(), value);
   out.append(digits.data(), end.ptr);
 }
 
 }  // namespace
 
-RowResult ComputeRow(std::span<const std::string_view> fields, const Columns& columns,
-                     CaseRecord& scratch) {
-  if (fields.size() != columns.names.size()) {
-    return BadRow(WrongFieldCount(fields, columns));
-  }
+RowResult ComputeRow(std::span<const std::string_view> fields, const HeaderRow& header,
+                     Sila::HipState& scratch) {
+  const Columns& columns = header.columns;
+  if (fields.size() != columns.names.size()) return {.status = WrongFieldCount(fields, columns)};
   RowReader reader(fields, columns);
-  if (!reader.HasMeasures()) return BadRow(NoMeasures(fields, columns));
-  for (std::size_t i = 0; i < kMeasureCount; ++i) {
-    const auto measure = static_cast<Measure>(i);
-    Vse::SetValue(scratch.geometry, measure, reader.Held(measure));
-  }
-  const std::optional<double> weight = reader.BodyWeight();
-  scratch.weightUnknown = !weight.has_value();
-  scratch.bodyWeight = weight.value_or(Vse::kAssumedBodyWeight);
-  if (!reader.Complaints().empty()) return BadRow(reader.Complaints());
-  return RunModel(scratch);
+  if (!reader.HasMeasurements()) return {.status = NoMeasurements(fields, header)};
+  const Sila::HipInputs inputs = reader.Read();
+  if (!reader.Complaints().empty()) return {.status = reader.Complaints()};
+  return RunModel(inputs, scratch);
 }
 
 void AppendResults(std::string& out, const RowResult& result, char delimiter) {
-  for (const auto& value :
-       {result.rWb, result.thetaR, result.thetaPol, result.pmaxWb, result.pmax}) {
+  for (const std::optional<double>& value : result.values) {
     out += delimiter;
-    AppendNumber(out, value);
+    if (value) AppendNumber(out, *value);
   }
   out += delimiter;
   out += result.status;

@@ -5,14 +5,13 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 #include <optional>
+#include <string_view>
 #include <utility>
 
-#include "batch/chunk_reader.h"
-#include "batch/column_title.h"
-#include "batch/columns.h"
-#include "batch/terminal_text.h"
 #include "case/number_text.h"
+#include "columns/visible_text.h"
 
 namespace Cohort {
 
@@ -23,52 +22,50 @@ constexpr int kDecimals = 2;
 constexpr double kPlainLimit = 1e15;  // beyond it decimals say nothing
 constexpr std::string_view kGap = "  ";
 
-template <std::size_t Count>
-bool IsOneOf(std::string_view name, const std::array<std::string_view, Count>& names) {
-  return std::find(names.begin(), names.end(), name) != names.end();
-}
-
-// A body weight in a unit that is not known is a column like any other.
-bool IsInput(std::string_view text) {
-  const Title title = ReadTitle(text);
-  const std::optional<std::size_t> input = InputNamed(title);
-  return input && UnitIn(title, *input);
-}
-
 std::size_t WidthOf(std::string_view text) {
   return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
     return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
   }));
 }
 
-std::string Rounded(std::string_view text) {
-  const std::optional<double> value = Vse::ReadNumber(text);
-  if (!value || std::abs(*value) >= kPlainLimit) return ShownCell(text);
+std::string Rounded(double value) {
   std::array<char, 32> digits{};
-  const std::to_chars_result end = std::to_chars(digits.data(), digits.data() + digits.size(),
-                                                 Vse::TruncateToDecimals(*value, kDecimals),
-                                                 std::chars_format::fixed, kDecimals);
-  return {digits.data(), end.ptr};
+  char* const end = digits.data() + digits.size();
+  const std::to_chars_result last =
+      std::abs(value) < kPlainLimit
+          ? std::to_chars(digits.data(), end, Vse::TruncateToDecimals(value, kDecimals),
+                          std::chars_format::fixed, kDecimals)
+          : std::to_chars(digits.data(), end, value);
+  return {digits.data(), last.ptr};
 }
 
 }  // namespace
 
-TableOutput::TableOutput(std::unique_ptr<TextSink> target, char delimiter, char lineEnd)
-    : target_(std::move(target)), lineEnd_(lineEnd), parser_(delimiter) {}
-
-void TableOutput::AddHeader(std::string_view header) {
-  parser_.Parse(header);
-  for (const std::string_view title : parser_.Fields()) {
-    Column column;
-    column.hidden = IsInput(title);
-    column.rounded = IsOneOf(title, kResultNames) && title != kResultNames.back();
-    titles_.push_back(ShownCell(title));
-    column.width = WidthOf(titles_.back());
-    columns_.push_back(column);
+Table::Table(TextSink& target, const Columns& columns)
+    : target_(target), named_(columns.names.size()) {
+  for (const std::string& name : columns.names) titles_.push_back(ShownCell(name));
+  for (const Sila::ResultRow& result : Sila::kResults) titles_.emplace_back(result.key);
+  titles_.emplace_back(kStatusName);
+  for (std::size_t i = 0; i < titles_.size(); ++i) {
+    columns_.push_back({.hidden = IsInput(columns, i), .width = WidthOf(titles_[i])});
   }
 }
 
-void TableOutput::Fit(const Cells& row) {
+Table::Cells Table::CellsOf(const TableRow& row) const {
+  Cells cells;
+  for (const std::string& field : row.fields) cells.push_back(ShownCell(field));
+  Cells surplus(cells.begin() + static_cast<std::ptrdiff_t>(std::min(named_, cells.size())),
+                cells.end());
+  cells.resize(named_);
+  for (const std::optional<double>& value : row.result.values) {
+    cells.push_back(value ? Rounded(*value) : std::string());
+  }
+  cells.push_back(ShownCell(row.result.status));
+  std::move(surplus.begin(), surplus.end(), std::back_inserter(cells));
+  return cells;
+}
+
+void Table::Fit(const Cells& row) {
   for (std::size_t i = 0; i < row.size(); ++i) {
     Column& column = columns_[i];
     column.width = std::max(column.width, WidthOf(row[i]));
@@ -76,7 +73,7 @@ void TableOutput::Fit(const Cells& row) {
   }
 }
 
-void TableOutput::AppendLine(std::string& out, const Cells& row) const {
+void Table::AppendLine(std::string& out, const Cells& row) const {
   std::string line;
   for (std::size_t i = 0; i < row.size(); ++i) {
     const Column& column = columns_[i];
@@ -89,7 +86,7 @@ void TableOutput::AppendLine(std::string& out, const Cells& row) const {
   out += line + '\n';
 }
 
-void TableOutput::PrintHeld() {
+void Table::PrintHeld() {
   fitted_ = true;
   Cells rule;
   for (const Column& column : columns_) rule.emplace_back(column.width, '-');
@@ -100,33 +97,25 @@ void TableOutput::PrintHeld() {
   held_.clear();
 }
 
-void TableOutput::AddRecord(std::string_view record) {
-  if (titles_.empty()) return AddHeader(WithoutByteOrderMark(record));
-  parser_.Parse(record);
-  Cells row;
-  for (const std::string_view field : parser_.Fields()) {
-    // Surplus fields stand behind the named columns.
-    if (row.size() == columns_.size()) columns_.emplace_back();
-    row.push_back(columns_[row.size()].rounded ? Rounded(field) : ShownCell(field));
-  }
-  if (fitted_) return AppendLine(text_, row);
-  Fit(row);
-  held_.push_back(std::move(row));
+void Table::AddRow(const TableRow& row) {
+  Cells cells = CellsOf(row);
+  if (cells.size() > columns_.size()) columns_.resize(cells.size());
+  if (fitted_) return AppendLine(text_, cells);
+  Fit(cells);
+  held_.push_back(std::move(cells));
   if (held_.size() == kRowsToFit) PrintHeld();
 }
 
-void TableOutput::Write(std::string_view text) {
+void Table::Write(const std::vector<TableRow>& rows) {
   text_.clear();
-  RecordWalk walk(text, lineEnd_);
-  for (std::string_view record; walk.Next(record);) AddRecord(record);
-  target_->Write(text_);
+  for (const TableRow& row : rows) AddRow(row);
+  target_.Write(text_);
 }
 
-void TableOutput::Finish() {
+void Table::Finish() {
   text_.clear();
   if (!fitted_) PrintHeld();
-  target_->Write(text_);
-  target_->Finish();
+  target_.Write(text_);
 }
 
 }  // namespace Cohort

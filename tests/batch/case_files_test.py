@@ -75,6 +75,27 @@ class CaseFiles(Case):
             self.assertEqual((row["thetaCE"], row["headRadius"], row["remark"]), ("", "", reason))
 
 
+class RemarksOfTables(Case):
+    """The column in which case files have their faults belongs to the user in a table."""
+
+    def test_they_are_not_taken_for_faults(self):
+        status = "error: the row holds no measures"
+        path = self.file("hips.csv", f"{HEADER},remark\n{',' * 9}lost film\n")
+        done = run(path)
+        self.check(done, 1, f"1 row had bad input: {path}: row 2: {status}")
+        (row,) = rows(done.stdout)
+        self.assertEqual((row["remark"], row["status"]), ("lost film", status))
+
+    def test_not_even_after_case_files(self):
+        (self.path / "cases").mkdir()
+        self.file("cases/a.txt", "Dear colleague,\n")
+        names = "file,name,sex,dateOfBirth,hip,comments," + HEADER + ",remark"
+        table = self.file("hips.csv", f"{names}\n{',' * 15}lost film\n")
+        done = run(self.path / "cases", table)
+        self.assertEqual([row["status"] for row in rows(done.stdout)],
+                         ["error: Not correct file", "error: the row holds no measures"])
+
+
 class TablesNamedLikeCaseFiles(Case):
     def test_a_header_row_makes_a_table_of_it(self):
         for delimiter in ["\t", ";", ","]:

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 #include "tests/batch/cohort_text.h"
 #include "tests/support/row_name.h"
 
@@ -16,17 +19,19 @@ const std::string kHip = CohortText::kDefaultHip;
 
 // The results of the default hip as they are put out.
 std::string DefaultResults() {
-  const Cohort::Columns columns = Cohort::ReadColumns(CohortText::kHeader, std::nullopt);
-  const std::string lineEnd;
+  const Cohort::HeaderRow header = Cohort::ReadHeaderRow(CohortText::kHeader, std::nullopt);
+  const Cohort::RowFormat format = {.lineEnd = ""};
   Cohort::ChunkResult result;
-  Cohort::ChunkComputer(columns, lineEnd).Compute(kHip, '\n', result);
+  Cohort::ChunkComputer(header, format).Compute(kHip, '\n', result);
   return result.text.substr(kHip.size());
 }
 
-Cohort::ChunkResult Compute(const std::string& chunk, const std::string& lineEnd = "\n") {
-  const Cohort::Columns columns =
-      Cohort::ReadColumns("name," + CohortText::kHeader + ",remark", std::nullopt);
-  Cohort::ChunkComputer computer(columns, lineEnd);
+Cohort::ChunkResult Compute(const std::string& chunk, const std::string& lineEnd = "\n",
+                            bool table = false) {
+  const Cohort::HeaderRow header =
+      Cohort::ReadHeaderRow("name," + CohortText::kHeader + ",remark", std::nullopt);
+  const Cohort::RowFormat format = {.lineEnd = lineEnd, .table = table};
+  Cohort::ChunkComputer computer(header, format);
   Cohort::ChunkResult result;
   computer.Compute("to be forgotten\n", '\n', result);
   computer.Compute(chunk, lineEnd.back(), result);
@@ -167,6 +172,22 @@ TEST(BrokenQuote, EndsTheChunkAfterTheRowsBeforeIt) {
     ASSERT_TRUE(result.trouble.has_value());
     EXPECT_EQ(result.trouble->row, 2U);
   }
+}
+
+TEST(RowsForATable, HoldTheFieldsAndTheResultsInPlaceOfText) {
+  const std::string chunk = "\"A, B\"," + kHip + ",none\n\nshort,1\n";
+  const Cohort::ChunkResult result = Compute(chunk, "\n", true);
+  EXPECT_EQ(result.text, "");
+  EXPECT_EQ(result.hips, 2U);
+  EXPECT_EQ(result.bad, 1U);
+  ASSERT_EQ(result.table.size(), 2U);
+  EXPECT_EQ(result.table[0].fields.size(), 11U);
+  EXPECT_EQ(result.table[0].fields[0], "A, B");
+  std::string results;
+  Cohort::AppendResults(results, result.table[0].result, ',');
+  EXPECT_EQ(results, DefaultResults());
+  EXPECT_EQ(result.table[1].fields, (std::vector<std::string>{"short", "1"}));
+  EXPECT_EQ(result.table[1].result.status, result.firstBad->text);
 }
 
 TEST(Header, IsKeptAndGetsTheNamesOfTheResults) {

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "batch/cohort_error.h"
+#include "columns/cohort_error.h"
 #include "tests/support/row_name.h"
 
 namespace {

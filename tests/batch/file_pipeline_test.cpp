@@ -9,7 +9,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "batch/cohort_error.h"
+#include "columns/cohort_error.h"
 #include "tests/batch/cohort_text.h"
 
 namespace {
@@ -36,9 +36,9 @@ Outcome ComputeAll(const std::string& text, unsigned threads, std::size_t piece,
         return count;
       },
       {.readSize = piece});
-  const Cohort::Columns columns = Cohort::ReadColumns(*reader.ReadHeader(), std::nullopt);
+  const Cohort::HeaderRow header = Cohort::ReadHeaderRow(*reader.ReadHeader(), std::nullopt);
   Outcome outcome;
-  Cohort::ComputeStream(reader, columns, reader.LineEnd(), threads,
+  Cohort::ComputeStream(reader, header, {.lineEnd = reader.LineEnd()}, threads,
                         [&](const Cohort::ChunkResult& result) {
                           outcome.text += result.text;
                           if (outcome.firstBad == 0 && result.firstBad) {
@@ -118,9 +118,9 @@ TEST(Pipeline, EndsWithWhatTheTakerThrows) {
           return count;
         },
         {.readSize = 100});
-    const Cohort::Columns columns = Cohort::ReadColumns(*reader.ReadHeader(), std::nullopt);
+    const Cohort::HeaderRow header = Cohort::ReadHeaderRow(*reader.ReadHeader(), std::nullopt);
     int taken = 0;
-    EXPECT_THROW(Cohort::ComputeStream(reader, columns, reader.LineEnd(), threads,
+    EXPECT_THROW(Cohort::ComputeStream(reader, header, {.lineEnd = reader.LineEnd()}, threads,
                                        [&](const Cohort::ChunkResult&) {
                                          if (++taken == 3) throw std::runtime_error("full");
                                        }),

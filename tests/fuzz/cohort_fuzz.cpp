@@ -6,7 +6,6 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -14,12 +13,12 @@
 #include <vector>
 
 #include "batch/chunk_reader.h"
-#include "batch/cohort_error.h"
-#include "batch/columns.h"
 #include "batch/file_pipeline.h"
+#include "batch/header_row.h"
 #include "batch/output.h"
 #include "batch/record_parser.h"
 #include "batch/table.h"
+#include "columns/cohort_error.h"
 #include "tests/fuzz/require.h"
 
 namespace {
@@ -28,9 +27,10 @@ struct Outcome {
   std::string separatorLine;
   std::string header;
   std::string lineEnd;
-  Cohort::Columns columns;
-  std::string text;     // the rows put out
-  std::string trouble;  // what ended the run; empty when it came to its end
+  Cohort::HeaderRow row;                // the header, read
+  std::string text;                     // the rows put out
+  std::vector<Cohort::TableRow> table;  // the same, where a table is asked for
+  std::string trouble;                  // what ended the run; empty when it came to its end
 };
 
 bool SameOutcome(const Outcome& a, const Outcome& b) {
@@ -38,21 +38,23 @@ bool SameOutcome(const Outcome& a, const Outcome& b) {
          a.text == b.text && a.trouble == b.trouble;
 }
 
-void ComputeRows(Cohort::ChunkReader& reader, Outcome& outcome) {
+void ComputeRows(Cohort::ChunkReader& reader, bool table, Outcome& outcome) {
   std::uint64_t rowsBefore = 0;
   const auto take = [&](const Cohort::ChunkResult& result) {
     outcome.text += result.text;
+    outcome.table.insert(outcome.table.end(), result.table.begin(), result.table.end());
     if (result.trouble) {
       throw Cohort::CohortError(std::to_string(rowsBefore + result.trouble->row) + ": " +
                                 result.trouble->text);
     }
     rowsBefore += result.rows;
   };
-  Cohort::ComputeStream(reader, outcome.columns, outcome.lineEnd, 1, take);
+  const Cohort::RowFormat format = {.lineEnd = outcome.lineEnd, .table = table};
+  Cohort::ComputeStream(reader, outcome.row, format, 1, take);
 }
 
 // The whole run over an input that comes `piece` bytes at a time.
-Outcome Compute(std::string_view text, std::size_t piece) {
+Outcome Compute(std::string_view text, std::size_t piece, bool table = false) {
   const auto source = [text](std::span<char> buffer) mutable {
     const std::size_t count = std::min(buffer.size(), text.size());
     std::copy_n(text.begin(), count, buffer.begin());
@@ -65,9 +67,9 @@ Outcome Compute(std::string_view text, std::size_t piece) {
     outcome.header = reader.ReadHeader().value_or("");
     outcome.separatorLine = reader.SeparatorLine();
     outcome.lineEnd = reader.LineEnd();
-    outcome.columns =
-        Cohort::ReadColumns(outcome.header, Cohort::ReadSeparatorLine(outcome.separatorLine));
-    ComputeRows(reader, outcome);
+    outcome.row =
+        Cohort::ReadHeaderRow(outcome.header, Cohort::ReadSeparatorLine(outcome.separatorLine));
+    ComputeRows(reader, table, outcome);
   } catch (const Cohort::CohortError& error) {
     outcome.trouble = error.what();
     Require(!outcome.trouble.empty(), "trouble has a reason");
@@ -78,7 +80,7 @@ Outcome Compute(std::string_view text, std::size_t piece) {
 // The fields of every record but blank lines.
 std::vector<std::vector<std::string>> FieldsOf(std::string_view text, const Outcome& outcome) {
   std::vector<std::vector<std::string>> rows;
-  Cohort::RecordParser parser(outcome.columns.delimiter);
+  Cohort::RecordParser parser(outcome.row.delimiter);
   Cohort::RecordWalk walk(text, outcome.lineEnd.back());
   for (std::string_view record; walk.Next(record);) {
     if (parser.Parse(record) != Cohort::RecordFault::None) break;
@@ -117,7 +119,7 @@ bool IsSameField(std::string_view in, std::string_view out) {
 
 void CheckRow(const std::vector<std::string>& in, const std::vector<std::string>& out,
               std::size_t columns) {
-  const std::size_t results = Cohort::kResultNames.size();
+  const std::size_t results = Sila::kResultCount + 1;
   Require(out.size() == std::max(in.size(), columns) + results, "results are added, nothing else");
   const auto kept = static_cast<std::ptrdiff_t>(std::min(in.size(), columns));
   Require(std::equal(in.begin(), in.begin() + kept, out.begin(), IsSameField),
@@ -142,7 +144,8 @@ void CheckRows(std::string_view input, const Outcome& outcome) {
   const auto out = FieldsOf(outcome.text, outcome);
   Require(HasWholeRows(outcome.text, outcome.lineEnd), "rows are whole for every reader");
   Require(in.size() == out.size(), "every row is put out");
-  for (std::size_t i = 0; i < in.size(); ++i) CheckRow(in[i], out[i], outcome.columns.names.size());
+  for (std::size_t i = 0; i < in.size(); ++i)
+    CheckRow(in[i], out[i], outcome.row.columns.names.size());
 }
 
 class NoSink final : public Cohort::TextSink {
@@ -151,14 +154,19 @@ class NoSink final : public Cohort::TextSink {
   void Finish() override {}
 };
 
-void PrintTable(const Outcome& outcome) {
-  Cohort::TableOutput table(std::make_unique<NoSink>(), outcome.columns.delimiter,
-                            outcome.lineEnd.back());
-  std::string header;
-  Cohort::AppendHeader(header, outcome.header, outcome.columns.delimiter, outcome.lineEnd);
-  table.Write(header);
-  table.Write(outcome.text);
-  table.Finish();
+// A table has the rows of the CSV.
+void CheckTable(const Outcome& table, const Outcome& whole) {
+  Require(table.trouble == whole.trouble, "a table ends as the CSV does");
+  const auto out = FieldsOf(whole.text, whole);
+  Require(table.table.size() == out.size(), "a table has every row");
+  for (std::size_t i = 0; i < out.size(); ++i) {
+    const std::string& status = out[i][table.row.columns.names.size() + Sila::kResultCount];
+    Require(table.table[i].result.status == status, "a row has the same status in a table");
+  }
+  NoSink sink;
+  Cohort::Table lines(sink, table.row.columns);
+  lines.Write(table.table);
+  lines.Finish();
 }
 
 }  // namespace
@@ -169,8 +177,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const std::size_t piece : {std::size_t{1}, std::size_t{7}}) {
     Require(SameOutcome(Compute(input, piece), whole), "pieces of any size give the same output");
   }
-  if (whole.columns.names.empty()) return 0;
+  if (whole.row.columns.names.empty()) return 0;
   CheckRows(input, whole);
-  PrintTable(whole);
+  CheckTable(Compute(input, size + 1, true), whole);
   return 0;
 }

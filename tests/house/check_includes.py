@@ -11,6 +11,7 @@ import sys
 # Room: the rooms of ours that it may include.
 ALLOWED = {
     "model": set(),
+    "columns": {"model"},
     "storage": set(),
     "case": {"model", "storage"},
     "platform": {"storage"},
@@ -18,13 +19,13 @@ ALLOWED = {
     "caseform": {"case", "model", "diagram", "platform"},
     "report": {"case", "diagram", "platform"},
     "view3d": {"case", "platform", "storage"},
-    "batch": {"case", "model", "storage"},
+    "batch": {"case", "columns", "model", "storage"},
 }
 EVERYTHING = {"app", "tests", "bench"}  # may include every room
 ROOMS = set(ALLOWED) | EVERYTHING
 
 # Toolkit headers that a room may use: none, those without windows, or all.
-TOOLKIT = {"model": "none", "storage": "core", "case": "core", "batch": "core"}
+TOOLKIT = {"model": "none", "columns": "none", "storage": "core", "case": "core", "batch": "core"}
 QT_CORE_ONLY = re.compile(
     r"^(Qt|QtCore/.*|QAnyStringView|QByteArray\w*|QChar|QCoreApplication|QCryptographicHash|QDate|"
     r"QDateTime|QDir|QDirIterator|QFile|QFileInfo|QIODevice|QJsonArray|QJsonDocument|"

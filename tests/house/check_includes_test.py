@@ -22,6 +22,7 @@ class CheckIncludes(unittest.TestCase):
         for path, line in [
             ("model/a.cpp", "#include <cmath>"),
             ("model/a.cpp", '#include "model/b.h"'),
+            ("columns/a.h", '#include "model/b.h"'),
             ("case/a.h", "#include <QString>"),
             ("case/a.h", '#include "model/b.h"'),
             ("platform/a.cpp", '#include "storage/b.h"'),
@@ -36,6 +37,8 @@ class CheckIncludes(unittest.TestCase):
             ("model/a.cpp", "#include <QString>"),
             ("model/a.cpp", "#include <csv.h>"),
             ("model/a.cpp", '#include "case/b.h"'),
+            ("columns/a.h", "#include <QString>"),
+            ("columns/a.h", '#include "batch/b.h"'),
             ("case/a.h", "#include <QWidget>"),
             ("case/a.h", "#include <QtGui/QImage>"),
             ("case/a.h", '#include "platform/b.h"'),

@@ -1,5 +1,5 @@
 // Looks at texts one character at a time.
-#include "batch/visible_text.h"
+#include "columns/visible_text.h"
 
 #include <algorithm>
 #include <array>
@@ -16,39 +16,47 @@ struct Character {
   std::string_view bytes;  // as they stand in the text
 };
 
-// How many bytes the character takes that begins with this one; 1 also where none does.
-std::size_t LengthOf(unsigned char first) {
-  if (first >= 0xC2 && first <= 0xDF) return 2;
-  if (first >= 0xE0 && first <= 0xEF) return 3;
-  if (first >= 0xF0 && first <= 0xF4) return 4;
-  return 1;
+unsigned char ByteAt(std::string_view text, std::size_t i) {
+  return i < text.size() ? static_cast<unsigned char>(text[i]) : 0;
 }
 
-bool IsContinued(char c) {
-  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+bool IsWithin(unsigned char byte, unsigned first, unsigned last) {
+  return first <= byte && byte <= last;
+}
+
+// How many bytes the character takes that the text begins with; 0 where the first byte begins none.
+std::size_t CharacterLength(std::string_view text) {
+  const unsigned char first = ByteAt(text, 0);
+  if (first < 0x80) return 1;
+  if (!IsWithin(first, 0xC2, 0xF4)) return 0;
+  const std::size_t length = first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+  // No longer form than necessary, no half of a pair of UTF-16, nothing beyond Unicode.
+  const unsigned low = first == 0xE0 ? 0xA0 : first == 0xF0 ? 0x90 : 0x80;
+  const unsigned high = first == 0xED ? 0x9F : first == 0xF4 ? 0x8F : 0xBF;
+  if (!IsWithin(ByteAt(text, 1), low, high)) return 0;
+  for (std::size_t i = 2; i < length; ++i) {
+    if (!IsWithin(ByteAt(text, i), 0x80, 0xBF)) return 0;
+  }
+  return length;
 }
 
 // The character at the beginning of a text that is not empty.
 Character FirstCharacter(std::string_view text) {
-  const auto first = static_cast<unsigned char>(text.front());
-  const std::size_t length = LengthOf(first);
+  const std::size_t length = CharacterLength(text);
+  if (length == 0) return {kNotUtf8, text.substr(0, 1)};
   const std::string_view bytes = text.substr(0, length);
-  if (length == 1) return {first < 0x80 ? first : kNotUtf8, bytes};
-  const std::string_view rest = bytes.substr(1);
-  if (bytes.size() < length || !std::all_of(rest.begin(), rest.end(), IsContinued)) {
-    return {kNotUtf8, text.substr(0, 1)};
-  }
-  char32_t code = first & (0xFF >> (length + 1));
-  for (const char c : rest) code = code << 6 | (static_cast<unsigned char>(c) & 0x3F);
+  char32_t code = ByteAt(bytes, 0) & (length == 1 ? 0x7F : 0xFF >> (length + 1));
+  for (std::size_t i = 1; i < length; ++i) code = code << 6 | (ByteAt(bytes, i) & 0x3F);
   return {code, bytes};
 }
 
+// `take` is given each character.
 template <class Take>
-void ForEachCharacter(std::string_view text, Take take) {
+void ForEachCharacter(std::string_view text, const Take& take) {
   while (!text.empty()) {
     const Character character = FirstCharacter(text);
-    take(character);
     text.remove_prefix(character.bytes.size());
+    take(character);
   }
 }
 
@@ -94,6 +102,33 @@ char LowerCase(char c) {
   return 'A' <= c && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
+void AppendEscaped(std::string& out, std::string_view bytes) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    out += "\\x";
+    out += kDigits[byte >> 4];
+    out += kDigits[byte & 0xF];
+  }
+}
+
+// `show` appends a control character in its own way.
+template <class Show>
+std::string Shown(std::string_view text, const Show& show) {
+  std::string shown;
+  shown.reserve(text.size());
+  ForEachCharacter(text, [&](const Character& character) {
+    if (character.code == kNotUtf8) {
+      AppendEscaped(shown, character.bytes);
+    } else if (IsIn(character.code, kControls)) {
+      show(shown, character.bytes);
+    } else {
+      shown += character.bytes;
+    }
+  });
+  return shown;
+}
+
 }  // namespace
 
 std::string VisibleName(std::string_view text) {
@@ -131,6 +166,26 @@ std::string Quoted(std::string_view text) {
     }
   });
   return quoted + (count > kMostCharacters ? "…\"" : "\"");
+}
+
+std::string ShownText(std::string_view text) {
+  return Shown(text, AppendEscaped);
+}
+
+std::string ShownCell(std::string_view text) {
+  return Shown(text, [](std::string& out, std::string_view) { out += ' '; });
+}
+
+std::string ShownLines(std::string_view text) {
+  return Shown(text, [end = text.data() + text.size()](std::string& out, std::string_view control) {
+    const char* next = control.data() + control.size();
+    const bool endsLine = control == "\n" || (control == "\r" && next != end && *next == '\n');
+    if (endsLine || control == "\t") {
+      out += control;
+    } else {
+      AppendEscaped(out, control);
+    }
+  });
 }
 
 }  // namespace Cohort

@@ -1,5 +1,5 @@
 // Names reduced to their letters and compared.
-#include "batch/near_title.h"
+#include "columns/near_title.h"
 
 #include <algorithm>
 #include <array>
@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "batch/column_title.h"
+#include "columns/column_title.h"
 
 namespace Cohort {
 
@@ -21,27 +21,28 @@ constexpr std::array<std::string_view, 16> kUnitWords = {
 
 struct OtherName {
   std::string_view letters;
-  std::string_view input;
+  Sila::Measurement measurement;
 };
 
-constexpr std::array<OtherName, 18> kOtherNames = {{{"weight", "bodyWeight"},
-                                                    {"mass", "bodyWeight"},
-                                                    {"bodymass", "bodyWeight"},
-                                                    {"bodywt", "bodyWeight"},
-                                                    {"patientweight", "bodyWeight"},
-                                                    {"weightofbody", "bodyWeight"},
-                                                    {"bw", "bodyWeight"},
-                                                    {"wb", "bodyWeight"},
-                                                    {"wt", "bodyWeight"},
-                                                    {"ce", "thetaCE"},
-                                                    {"cea", "thetaCE"},
-                                                    {"lcea", "thetaCE"},
-                                                    {"ceangle", "thetaCE"},
-                                                    {"centreedgeangle", "thetaCE"},
-                                                    {"centeredgeangle", "thetaCE"},
-                                                    {"radius", "headRadius"},
-                                                    {"radiusofhead", "headRadius"},
-                                                    {"femoralheadradius", "headRadius"}}};
+constexpr std::array<OtherName, 18> kOtherNames = {
+    {{"weight", Sila::Measurement::BodyWeight},
+     {"mass", Sila::Measurement::BodyWeight},
+     {"bodymass", Sila::Measurement::BodyWeight},
+     {"bodywt", Sila::Measurement::BodyWeight},
+     {"patientweight", Sila::Measurement::BodyWeight},
+     {"weightofbody", Sila::Measurement::BodyWeight},
+     {"bw", Sila::Measurement::BodyWeight},
+     {"wb", Sila::Measurement::BodyWeight},
+     {"wt", Sila::Measurement::BodyWeight},
+     {"ce", Sila::Measurement::ThetaCE},
+     {"cea", Sila::Measurement::ThetaCE},
+     {"lcea", Sila::Measurement::ThetaCE},
+     {"ceangle", Sila::Measurement::ThetaCE},
+     {"centreedgeangle", Sila::Measurement::ThetaCE},
+     {"centeredgeangle", Sila::Measurement::ThetaCE},
+     {"radius", Sila::Measurement::HeadRadius},
+     {"radiusofhead", Sila::Measurement::HeadRadius},
+     {"femoralheadradius", Sila::Measurement::HeadRadius}}};
 
 bool IsLetter(char c) {
   return ('a' <= c && c <= 'z') || ('0' <= c && c <= '9') || (static_cast<unsigned char>(c) & 0x80);
@@ -73,9 +74,14 @@ std::string LettersOf(const Title& title) {
   return std::accumulate(words.begin(), words.end(), std::string());
 }
 
-// How many letters must be put in, left out or exchanged to make one of the other, an input's name.
+constexpr std::size_t kLongestKey = 15;  // letters
+static_assert(std::all_of(Sila::kMeasurements.begin(), Sila::kMeasurements.end(),
+                          [](const auto& row) { return row.key.size() <= kLongestKey; }));
+
+// How many letters must be put in, left out or exchanged to make one of the other, a measurement's
+// name.
 std::size_t Distance(std::string_view letters, std::string_view name) {
-  std::array<std::size_t, 16> row{};
+  std::array<std::size_t, kLongestKey + 1> row{};
   std::iota(row.begin(), row.end(), std::size_t{0});
   for (std::size_t i = 0; i < letters.size(); ++i) {
     std::size_t diagonal = std::exchange(row[0], i + 1);
@@ -99,9 +105,9 @@ bool HasSameLetters(std::string_view letters, std::string_view name) {
          (letters.size() == name.size() || IsUnit(letters.substr(name.size())));
 }
 
-bool IsOtherName(std::string_view letters, std::string_view input) {
+bool IsOtherName(std::string_view letters, Sila::Measurement measurement) {
   return std::any_of(kOtherNames.begin(), kOtherNames.end(), [&](const OtherName& other) {
-    return other.letters == letters && other.input == input;
+    return other.letters == letters && other.measurement == measurement;
   });
 }
 
@@ -117,12 +123,10 @@ bool IsMisspelt(std::string_view letters, std::string_view name) {
 
 std::optional<NearTitle> FindNearTitle(std::string_view text) {
   const std::string letters = LettersOf(ReadTitle(text));
-  for (std::size_t i = 0; i < kInputCount; ++i) {
-    const std::string name = ReadTitle(kInputNames[i]).name;
-    if (HasSameLetters(letters, name)) return NearTitle{i, true};
-    if (IsOtherName(letters, kInputNames[i]) || IsMisspelt(letters, name)) {
-      return NearTitle{i, false};
-    }
+  for (const Sila::MeasurementRow& row : Sila::kMeasurements) {
+    const std::string name = ReadTitle(row.key).name;
+    if (HasSameLetters(letters, name)) return NearTitle{row.id, true};
+    if (IsOtherName(letters, row.id) || IsMisspelt(letters, name)) return NearTitle{row.id, false};
   }
   return std::nullopt;
 }

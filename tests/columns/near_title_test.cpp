@@ -1,19 +1,19 @@
 // Which names are taken for another's, and which are names of their own.
-#include "batch/near_title.h"
+#include "columns/near_title.h"
 
 #include <gtest/gtest.h>
 
-#include "batch/column_title.h"
+#include <string>
 
 namespace {
 
 struct Close {
   const char* title;
-  const char* input;
+  const char* measurement;
   bool sameLetters;
 };
 
-TEST(NearTitle, IsFoundWhereANameIsCloseToAnInputs) {
+TEST(NearTitle, IsFoundWhereANameIsCloseToAMeasurements) {
   for (const Close& row : {Close{"body_weight", "bodyWeight", true},
                            {"Body Weight", "bodyWeight", true},
                            {"body-weight (lb)", "bodyWeight", true},
@@ -47,7 +47,7 @@ TEST(NearTitle, IsFoundWhereANameIsCloseToAnInputs) {
                            {"zazuk", "zasuk", false}}) {
     const std::optional<Cohort::NearTitle> near = Cohort::FindNearTitle(row.title);
     ASSERT_TRUE(near.has_value()) << row.title;
-    EXPECT_EQ(Cohort::kInputNames.at(near->input), row.input) << row.title;
+    EXPECT_EQ(Sila::RowOf(near->measurement).key, row.measurement) << row.title;
     EXPECT_EQ(near->sameLetters, row.sameLetters) << row.title;
   }
 }
