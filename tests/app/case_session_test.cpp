@@ -6,8 +6,9 @@
 namespace {
 
 void Confirm(CaseSession& session, double lizm) {
-  session.Record().data.inputs.lizm = {lizm};
-  session.NoteConfirmed();
+  CaseData data;
+  data.inputs.lizm = {lizm};
+  session.Confirm(data);
 }
 
 TEST(CaseSession, StartsWithNothingToSave) {

@@ -82,13 +82,13 @@ TEST_F(KeptWorkTest, ComesBackWithoutADifference) {
   program->Type("Text1", "103.123456789012345");
   program->ChooseUnit("Combo1", "mm");
   program->PressOk();
-  const CaseData before = program->window.Session().Record();
-  EXPECT_TRUE(before.weightUnknown);
-  EXPECT_EQ(before.patient.sex, "Unknown");
+  const CaseData before = program->window.Session().Record().data;
+  EXPECT_TRUE(before.weightUnknown());
+  EXPECT_EQ(before.patient.sex, std::nullopt);
   EndBySystem(std::move(program));
 
   program = StartAgain(Answer::Yes);
-  const CaseData& after = program->window.Session().Record();
+  const CaseData& after = program->window.Session().Record().data;
   EXPECT_TRUE(after == before);
 }
 

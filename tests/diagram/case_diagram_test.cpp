@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <optional>
+
 #include <cmath>
 #include <numbers>
 #include <vector>
@@ -12,7 +15,7 @@
 
 namespace {
 
-CaseRecord Computed(HipSide hip = HipSide::Left, double bodyWeight = 70.0) {
+CaseRecord Computed(std::optional<HipSide> hip = HipSide::Left, double bodyWeight = 70.0) {
   CaseRecord record;
   record.data.patient.hip = hip;
   record.data.inputs = DefaultInputs();
@@ -87,12 +90,13 @@ TEST(CaseDiagram, DrawsTheHeadInMillimetres) {
 }
 
 TEST(CaseDiagram, MarksTheHipThatIsDrawnInTheOtherForm) {
-  for (const char* hip : {"L", "D", "Unknown"}) {
-    const bool left = QString(hip) == "L";
+  const std::array<std::optional<HipSide>, 3> hips = {HipSide::Left, HipSide::Right, {}};
+  for (const std::optional<HipSide> hip : hips) {
+    const bool left = hip == HipSide::Left;
     const DrawnCase drawn(Computed(hip), true, true);
-    EXPECT_EQ(drawn.labels.leftHip.visible, left) << hip;
-    EXPECT_EQ(drawn.labels.rightHip.visible, !left) << hip;
-    EXPECT_EQ(drawn.page.Printed().back().text, left ? "D" : "L") << hip;
+    EXPECT_EQ(drawn.labels.leftHip.visible, left) << left;
+    EXPECT_EQ(drawn.labels.rightHip.visible, !left) << left;
+    EXPECT_EQ(drawn.page.Printed().back().text, left ? "D" : "L") << left;
   }
 }
 

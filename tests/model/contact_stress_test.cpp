@@ -162,9 +162,9 @@ TEST(ContactStress, TakesTheEdgeForThePeakWhenThePoleLiesATenthOfAMilliradianBey
     const double lean = std::atan(std::cos(beyond) * std::cos(beyond) /
                                   (std::numbers::pi / 2.0 - beyond - std::sin(2.0 * beyond) / 2.0));
     StressInputs ordinary = Inputs(0.0, 8.5);
-    ordinary.thetaCE = lean - 8.5 * kDegree - beyond;
+    ordinary.thetaCE = {lean - 8.5 * kDegree - beyond};
     StressInputs steep = Inputs(0.0, 139.0);
-    steep.thetaCE = std::numbers::pi - lean - 139.0 * kDegree + beyond;
+    steep.thetaCE = {std::numbers::pi - lean - 139.0 * kDegree + beyond};
     const double loss = beyond > 0.0 ? 1.0 - std::cos(beyond) : 0.0;
     for (const StressInputs& inputs : {ordinary, steep}) {
       const ContactStress stress = Tlakm::ComputeContactStress(inputs);

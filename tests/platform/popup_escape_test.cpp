@@ -16,7 +16,7 @@ namespace {
 class EscapeInADialog : public testing::Test {
  protected:
   EscapeInADialog() : list_(new QComboBox) {
-    list_->addItems({"mm", Sila::Unit::Centimetre});
+    list_->addItems({"mm", "cm"});
     (new QVBoxLayout(&dialog_))->addWidget(list_);
     dialog_.show();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog_));
