@@ -82,7 +82,8 @@ void MDIForm1::ShowResults() {
   const CaseRecord& record = session_.Record();
   shownResults_ = Vse::ResultTextsOf(record, doors_.locale);
   computed_ = record.data;
-  computed_.patient = {};
+  computed_.patient = {};  // but for the weight, nothing of the patient is needed to compute again
+  computed_.patient.bodyWeight = record.data.patient.bodyWeight;
   results_->Show(shownResults_);
   LoadView3D();
   view3d_->CaseComputed();

@@ -19,10 +19,6 @@
 
 namespace Sila {
 
-// The force model's own π; the contact stress has another. Both are kept digit for digit; they show
-// in the results.
-inline constexpr double kPi = 3.14159265358979;
-
 // Acceleration of gravity, m/s²: body weight in kg to newtons.
 inline constexpr double kGravity = 9.82;
 

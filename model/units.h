@@ -3,6 +3,10 @@
 
 namespace Sila {
 
+// The force model's own π; the contact stress has another. Both are kept digit for digit; they show
+// in the results.
+inline constexpr double kPi = 3.14159265358979;
+
 // Reads as a plain number in a formula; only braces or another quantity of the same unit write it,
 // so a length in metres cannot end up where centimetres are kept.
 template <class Unit>

@@ -1,8 +1,6 @@
 // Units, and the way from a row to its member.
 #include "model/vocabulary.h"
 
-#include "model/resultant_force.h"
-
 namespace Sila {
 
 namespace {

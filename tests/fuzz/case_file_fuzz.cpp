@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "case/entry_check.h"
 #include "case/case_conversion.h"
 #include "case/case_file.h"
+#include "case/entry_check.h"
 #include "tests/fuzz/require.h"
 
 namespace {
@@ -53,6 +53,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Require((contents.problem == Problem::Unreadable) != contents.reason.isEmpty(),
           "an unreadable file has a reason");
   if (contents.problem != Problem::None) return 0;
-  if (const auto read = Vse::CheckEntries(contents.entries, false, QLocale::c()).data) CheckRoundTrip(*read, locale);
+  if (const auto read = Vse::CheckEntries(contents.entries, false, QLocale::c()).data)
+    CheckRoundTrip(*read, locale);
   return 0;
 }

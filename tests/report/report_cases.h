@@ -6,8 +6,8 @@
 #include <QLocale>
 #include <QString>
 
-#include "case/case_texts.h"
 #include "case/case_record.h"
+#include "case/case_texts.h"
 #include "tests/support/default_inputs.h"
 
 inline CaseRecord Computed(CaseRecord record) {
@@ -18,11 +18,11 @@ inline CaseRecord Computed(CaseRecord record) {
 inline CaseRecord UsualCase() {
   CaseRecord record;
   record.data.patient = Vse::PatientFrom({.name = QStringLiteral("Novak Marija"),
-                    .sex = QStringLiteral("F"),
-                    .dateOfBirth = QStringLiteral("15.11.1956"),
-                    .bodyWeight = QStringLiteral("70"),
-                    .hip = QStringLiteral("L"),
-                    .comments = QStringLiteral("Control after two years")});
+                                          .sex = QStringLiteral("F"),
+                                          .dateOfBirth = QStringLiteral("15.11.1956"),
+                                          .bodyWeight = QStringLiteral("70"),
+                                          .hip = QStringLiteral("L"),
+                                          .comments = QStringLiteral("Control after two years")});
   record.data.inputs = DefaultInputs();
   record.data.inputs.bodyWeight = Sila::Kilograms{70.0};
   return Computed(record);
