@@ -172,7 +172,8 @@ void FillPatient(CaseFileContents& contents, const QStringList& lines) {
 
 void FillMeasurements(CaseEntries& entries, const QStringList& lines) {
   for (const Sila::MeasurementRow& row : Sila::kRadiographMeasurements) {
-    const auto line = static_cast<qsizetype>(kFirstMeasurement + Sila::IndexOf(row.id));
+    const std::size_t index = kFirstMeasurement + Sila::IndexOf(row.id);
+    const auto line = static_cast<qsizetype>(index);
     entries[row.id] = {FieldNumberText(lines[line]), Sila::UnitsOf(row.kind()).front()};
   }
 }

@@ -11,7 +11,7 @@
 namespace Vse {
 
 struct MeasurementPlaces {
-  Sila::Measurement id;
+  Sila::Measurement id = Sila::Measurement::Lizm;
   QStringView fileLabel;   // 16 characters
   QStringView printLabel;  // on the report
   // The value for a file that lacks the line, in the file's unit. Only for a measurement that
@@ -48,7 +48,7 @@ constexpr QStringView FileSuffix(Sila::Kind kind) {
 }
 
 struct ResultPlaces {
-  Sila::Result id;
+  Sila::Result id = Sila::Result::RWb;
   QStringView printLabel;  // on the report, with everything before the value
   QStringView fileLabel;   // empty: not in the file
   QStringView fileSuffix;
