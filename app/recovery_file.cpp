@@ -81,8 +81,8 @@ std::optional<KeptWork> RecoveryFile::Read(QString& trouble) {
 
 // Where it cannot be put aside it stays, and its place is left to it.
 QString RecoveryFile::PutAside() {
-  const QString path = path_;
-  const QString aside = path + QStringLiteral(".damaged");
+  QString path = path_;
+  QString aside = path + QStringLiteral(".damaged");
   QFile::remove(aside);
   if (IsFile(path) && QFile::rename(path, aside)) return aside;
   Leave();
