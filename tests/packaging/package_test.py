@@ -80,12 +80,11 @@ class Package(unittest.TestCase):
         self.assertIn("not a certified medical device", metainfo.read_text())
 
     def test_screenshots_are_pictures_of_the_documentation(self):
-        shots = re.findall(r'width="(\d+)" height="(\d+)">[^<]*/(pictures/[^<]+)<',
+        shots = re.findall(r"<image [^>]*>[^<]*/(pictures/[^<]+)<",
                            self.installed("*.metainfo.xml").read_text())
         self.assertEqual(len(shots), 3)
-        for width, height, picture in shots:
-            size = run("identify", "-format", "%w %h", SOURCE / "docs" / picture)
-            self.assertEqual(size, f"{width} {height}", picture)
+        for picture in shots:
+            self.assertTrue((SOURCE / "docs" / picture).is_file(), picture)
 
     def test_one_version_everywhere(self):
         self.assertRegex(self.field("Version"), rf"^{re.escape(VERSION)}-")
