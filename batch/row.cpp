@@ -73,14 +73,20 @@ class RowReader {
   // Whether there is any measurement in the row at all.
   bool HasMeasurements() const {
     return std::any_of(Sila::kRadiographMeasurements.begin(), Sila::kRadiographMeasurements.end(),
-                       [&](const auto& row) { return !IsBlank(fields_[columns_[row.id]->field]); });
+                       [&](const auto& row) {
+                         return columns_[row.id] && !IsBlank(fields_[columns_[row.id]->field]);
+                       });
   }
 
   // Only of use when there are no complaints.
   Sila::HipInputs Read() {
     Sila::HipInputs inputs;
     for (const Sila::MeasurementRow& row : Sila::kMeasurements) {
-      if (columns_[row.id]) ReadInto(inputs, row, *columns_[row.id]);
+      if (columns_[row.id]) {
+        ReadInto(inputs, row, *columns_[row.id]);
+      } else if (row.later) {
+        Sila::SetValue(inputs, row, row.later->without);
+      }
     }
     return inputs;
   }

@@ -27,7 +27,7 @@ struct Wanted {
   QStringView label;
   QStringView suffix = {};
   bool mayBeEmpty = true;
-  std::optional<double> withoutLine = {};  // the value of a line that is not there
+  QString withoutLine = {};  // the value of a line that is not there; empty: it must be there
 };
 
 constexpr std::size_t kFirstMeasurement = 6;  // among the wanted records
@@ -37,8 +37,8 @@ std::vector<Wanted> MakeWanted() {
                                 {kBirthLabel}, {kWeightLabel, FileSuffix(Sila::Kind::Weight)},
                                 {kHipLabel},   {kCommentsLabel}};
   for (const MeasurementPlaces& places : kMeasurementPlaces) {
-    wanted.push_back(
-        {places.fileLabel, FileSuffix(Sila::RowOf(places.id).kind()), false, places.withoutLine});
+    const Sila::MeasurementRow& row = Sila::RowOf(places.id);
+    wanted.push_back({places.fileLabel, FileSuffix(row.kind()), false, OlderText(row)});
   }
   return wanted;
 }
@@ -122,10 +122,9 @@ QString FindDefect(const QStringList& records, const std::vector<Wanted>& all) {
 QStringList WithMissingLines(QStringList records, const std::vector<Wanted>& all) {
   for (std::size_t i = 0; i < all.size(); ++i) {
     const auto index = static_cast<qsizetype>(i);
-    if (!all[i].withoutLine || HasLabel(records.value(index), all[i])) continue;
-    const QString value = NumberText(*all[i].withoutLine, QLocale::c());
+    if (all[i].withoutLine.isEmpty() || HasLabel(records.value(index), all[i])) continue;
     records.insert(qMin(index, records.size()),
-                   all[i].label.toString() + value + all[i].suffix.toString());
+                   all[i].label.toString() + all[i].withoutLine + all[i].suffix.toString());
   }
   return records;
 }

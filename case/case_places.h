@@ -14,9 +14,6 @@ struct MeasurementPlaces {
   Sila::Measurement id = Sila::Measurement::Lizm;
   QStringView fileLabel;   // 16 characters
   QStringView printLabel;  // on the report
-  // The value for a file that lacks the line, in the file's unit. Only for a measurement that
-  // came after version 1.0, whose files open in every later one.
-  std::optional<double> withoutLine = {};
 };
 
 inline constexpr std::array kMeasurementPlaces = {

@@ -72,4 +72,11 @@ QString MeasurementText(const Sila::HipInputs& inputs, const Sila::MeasurementRo
   return NumberText(Sila::FromHeld(row.kind(), unit, Sila::ValueOf(inputs, row)), locale);
 }
 
+QString OlderText(const Sila::MeasurementRow& row) {
+  if (!row.later) return {};
+  Sila::HipInputs older;
+  Sila::SetValue(older, row, row.later->without);
+  return MeasurementText(older, row, QLocale::c());
+}
+
 }  // namespace Vse

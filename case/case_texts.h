@@ -52,4 +52,8 @@ ResultTexts ResultTextsOf(const CaseRecord& record, const QLocale& locale);
 QString MeasurementText(const Sila::HipInputs& inputs, const Sila::MeasurementRow& row,
                         const QLocale& locale);
 
+// The value of a case from before the measurement was there, as a file would have it; empty for one
+// that has always been there.
+QString OlderText(const Sila::MeasurementRow& row);
+
 }  // namespace Vse

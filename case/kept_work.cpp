@@ -61,6 +61,11 @@ QJsonObject ObjectIn(const QJsonObject& object, std::string_view name) {
   return Member(object, name, QJsonValue::Object).toObject();
 }
 
+// Whether the measurement was not there yet when these were kept.
+bool IsOlderThan(const Sila::MeasurementRow& row, const QJsonObject& measurements) {
+  return row.later && !measurements.contains(KeyOf(row));
+}
+
 template <class Fields, class Owner>
 void WriteTexts(const Fields& fields, const Owner& owner, QJsonObject& object) {
   for (const auto& field : fields) object.insert(QLatin1String(field.name), owner.*field.text);
@@ -102,7 +107,10 @@ CaseData CaseFromJson(const QJsonObject& object) {
   data.patient = PatientFromJson(ObjectIn(object, "patient"));
   const QJsonObject measurements = ObjectIn(object, "measures");
   for (const Sila::MeasurementRow& row : Sila::kRadiographMeasurements) {
-    Sila::SetValue(data.inputs, row, Member(measurements, row.key, QJsonValue::Double).toDouble());
+    Sila::SetValue(data.inputs, row,
+                   IsOlderThan(row, measurements)
+                       ? row.later->without
+                       : Member(measurements, row.key, QJsonValue::Double).toDouble());
   }
   const double weight = Member(object, "computedWeight", QJsonValue::Double).toDouble();
   // A weight that is not known is never a number, whatever an older version wrote beside it.
@@ -149,7 +157,9 @@ CaseEntries EntriesFromJson(const QJsonObject& object) {
   ReadTexts(kEntryFields, object, entries);
   const QJsonObject measurements = ObjectIn(object, "measures");
   for (const Sila::MeasurementRow& row : Sila::kRadiographMeasurements) {
-    entries[row.id] = EntryFromJson(row.kind(), ObjectIn(measurements, row.key));
+    entries[row.id] = IsOlderThan(row, measurements)
+                          ? MeasurementEntry{OlderText(row), Sila::UnitsOf(row.kind()).front()}
+                          : EntryFromJson(row.kind(), ObjectIn(measurements, row.key));
   }
   return entries;
 }

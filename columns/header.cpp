@@ -93,7 +93,8 @@ std::string MissingColumns(const Columns& columns) {
   std::string missing;
   int count = 0;
   for (const Sila::MeasurementRow& row : Sila::kRadiographMeasurements) {
-    if (!columns[row.id]) missing += (count++ == 0 ? "" : ", ") + std::string(row.key);
+    if (!columns[row.id] && !row.later)
+      missing += (count++ == 0 ? "" : ", ") + std::string(row.key);
   }
   if (count == 0) return {};
   return (count == 1 ? "the column " + missing + " is missing"

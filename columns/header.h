@@ -40,7 +40,8 @@ struct Columns {
 Columns FindColumns(std::vector<std::string> names);
 
 // Which measurements have no column, as a sentence without its full stop, with the columns that
-// were perhaps meant; empty when there is nothing to say. The body weight may be missing.
+// were perhaps meant; empty when there is nothing to say. The body weight and what came after
+// version 1.0 may be missing.
 std::string MissingColumns(const Columns& columns);
 
 // Whether a measurement is read from this column.

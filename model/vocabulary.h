@@ -58,6 +58,12 @@ enum class Measurement : std::size_t {
 // of the types that a row's member can have.
 enum class Kind { Length, Angle, Radius, Weight };
 
+// Of a measurement that older case files, kept work and cohorts do not have.
+struct LaterMeasurement {
+  std::string_view since;  // version of the program
+  double without;          // the value of an older case, in the held unit
+};
+
 struct MeasurementRow {
   using Member = std::variant<Centimetres HipInputs::*, Radians HipInputs::*, Metres HipInputs::*,
                               std::optional<Kilograms> HipInputs::*>;
@@ -65,6 +71,7 @@ struct MeasurementRow {
   std::string_view key;      // in case files and cohorts
   std::string_view meaning;  // for a person
   Member member;
+  std::optional<LaterMeasurement> later = {};  // empty: there since version 1.0, and required
 
   constexpr Kind kind() const { return static_cast<Kind>(member.index()); }
 };
