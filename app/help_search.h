@@ -1,4 +1,5 @@
-// The search pane of the help window: a box for words and the pages that hold them.
+// The search pane of the help window: a box for words and the pages that hold them. Qt Help's own
+// query box takes "R/Wb" for a command, and its list of results cannot be walked by the keyboard.
 #pragma once
 
 #include <QString>

@@ -1,7 +1,6 @@
 // The diagram in a window: the picture, held at 3:2, with its labels as sharp text.
 #pragma once
 
-#include "diagram/diagram_labels.h"
 #include "diagram/hip_diagram.h"
 #include "platform/picture_view.h"
 

@@ -28,6 +28,7 @@ constexpr double kForceLegendY = 2325.0;
 constexpr double kPrintedLegendX = 5800.0;
 
 // Points, on paper.
+constexpr int kLegendFontSize = 10;
 constexpr int kAngleFontSize = 7;
 constexpr int kSideFontSize = 15;
 
@@ -209,7 +210,7 @@ class HipDrawing {
     const double besideL = end.x() + (target_.IsPrinter() ? 500.0 : 100.0);
     Show(labels_.edgeAngle, {side_ == Side::L ? besideL : besideD, end.y()});
     if (!target_.IsPrinter()) return;
-    target_.Page().SetFontSize(kAngleFontSize);
+    fontSize_ = kAngleFontSize;
     // Deliberate: on paper the text of form L is nearer to the line than its label.
     PrintAt({side_ == Side::L ? end.x() + 100.0 : besideD, end.y()}, u"Theta CE");
   }
@@ -234,14 +235,13 @@ class HipDrawing {
   // The letter of the form, deliberately the other one than the hip's.
   void PrintSide() {
     const PictureLabel& marker = side_ == Side::L ? labels_.rightHip : labels_.leftHip;
-    target_.Page().SetFontSize(kSideFontSize);
+    fontSize_ = kSideFontSize;
     PrintAt({marker.left, marker.top}, side_ == Side::L ? u"L" : u"D");
   }
 
   void PrintAt(QPointF place, QStringView text) {
-    target_.Page().SetCurrentX(place.x() + offset_.x());
-    target_.Page().SetCurrentY(place.y() + offset_.y());
-    target_.Page().Print(text.toString());
+    const QPointF onPage = place + offset_;
+    target_.Texts().push_back({text.toString(), onPage.x(), onPage.y(), fontSize_});
   }
 
   Side side_;
@@ -249,6 +249,7 @@ class HipDrawing {
   PictureBox& picture_;
   DiagramLabels& labels_;
   QPointF offset_;
+  int fontSize_ = kLegendFontSize;
   QPointF centre_;
   double radius_ = 0.0;
   double edge_ = 0.0;

@@ -23,7 +23,8 @@ QString WriteFile(const QString& path, const QByteArray& bytes) {
 }
 
 // Qt sends the document to the print system and ignores the answer. The print system's library
-// keeps the last answer; it is loaded whenever there is a printer.
+// keeps the last answer; it is loaded whenever there is a printer. It is looked up by name and not
+// linked, so that the program also starts where there is no print system.
 QString LastSpoolError() {
   constexpr int kFirstError = 0x400;  // lower codes mean success
   using Code = int (*)();

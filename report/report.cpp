@@ -7,12 +7,12 @@
 #include <algorithm>
 #include <array>
 #include <utility>
+#include <vector>
 
 #include "case/case_places.h"
 #include "case/case_texts.h"
 #include "case/date_text.h"
 #include "diagram/case_diagram.h"
-#include "diagram/page_text.h"
 #include "platform/picture_box.h"
 #include "report/comments.h"
 
@@ -28,19 +28,6 @@ class HourglassPointer {
   HourglassPointer(const HourglassPointer&) = delete;
   HourglassPointer& operator=(const HourglassPointer&) = delete;
   ~HourglassPointer() { QGuiApplication::restoreOverrideCursor(); }
-};
-
-// The page as the diagram sees it.
-class DiagramTexts final : public PageText {
- public:
-  explicit DiagramTexts(PrinterPage& page) : page_(page) {}
-  void SetCurrentX(double x) override { page_.SetCurrentX(x); }
-  void SetCurrentY(double y) override { page_.SetCurrentY(y); }
-  void SetFontSize(int points) override { page_.SetFontSize(points); }
-  void Print(const QString& text) override { page_.Print(text); }
-
- private:
-  PrinterPage& page_;
 };
 
 void PrintEmptyLines(PrinterPage& page, int count) {
@@ -124,6 +111,13 @@ void PrintResults(const Sheet& sheet, const Case& printed) {
   }
 }
 
+void PrintAt(PrinterPage& page, const Vizual::PrintedText& text) {
+  page.SetFontSize(text.fontSize);
+  page.SetCurrentX(text.x);
+  page.SetCurrentY(text.y);
+  page.Print(text.text);
+}
+
 // On a picture of its own, so that the one on screen stays as it is. The printed texts are placed
 // at the picture's own units as twips, while its strokes are scaled to a third of the paper's
 // width: they do not meet. Deliberate.
@@ -139,9 +133,10 @@ void PrintDiagram(const Sheet& sheet, const Case& printed) {
   box.SetBackColor(kWhite);
   Vizual::DiagramLabels labels;
   labels.leftHip.backColor = labels.rightHip.backColor = kWhite;
-  DiagramTexts texts(page);
+  std::vector<Vizual::PrintedText> texts;
   Vizual::DrawCaseDiagram(printed.record, IsAbsolute(printed),
                           Vizual::Target::Printer(box, labels, texts), diagramX, diagramY);
+  for (const Vizual::PrintedText& text : texts) PrintAt(page, text);
   const double width = height * box.Size().width() / box.Size().height();
   page.PaintPicture(box.Image(), QRectF(diagramX, diagramY, width, height));
 }

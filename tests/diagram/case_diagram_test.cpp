@@ -11,7 +11,6 @@
 #include <vector>
 
 #include "tests/support/default_inputs.h"
-#include "tests/support/recording_page_text.h"
 
 namespace {
 
@@ -27,9 +26,9 @@ CaseRecord Computed(std::optional<HipSide> hip = HipSide::Left, double bodyWeigh
 // A case drawn on screen or on paper.
 struct DrawnCase {
   explicit DrawnCase(const CaseRecord& record, bool absolute = true, bool onPaper = false) {
-    Vizual::DrawCaseDiagram(
-        record, absolute,
-        onPaper ? Vizual::Target::Printer(box, labels, page) : Vizual::Target::Screen(box, labels));
+    Vizual::DrawCaseDiagram(record, absolute,
+                            onPaper ? Vizual::Target::Printer(box, labels, texts)
+                                    : Vizual::Target::Screen(box, labels));
   }
 
   std::vector<LineShape> Lines(Colour colour) const {
@@ -49,7 +48,7 @@ struct DrawnCase {
 
   PictureBox box;
   Vizual::DiagramLabels labels;
-  RecordingPageText page{10};
+  std::vector<Vizual::PrintedText> texts;
 };
 
 double Length(const LineShape& line) {
@@ -96,7 +95,7 @@ TEST(CaseDiagram, MarksTheHipThatIsDrawnInTheOtherForm) {
     const DrawnCase drawn(Computed(hip), true, true);
     EXPECT_EQ(drawn.labels.leftHip.visible, left) << left;
     EXPECT_EQ(drawn.labels.rightHip.visible, !left) << left;
-    EXPECT_EQ(drawn.page.Printed().back().text, left ? "D" : "L") << left;
+    EXPECT_EQ(drawn.texts.back().text, left ? "D" : "L") << left;
   }
 }
 

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "diagram/hip_diagram.h"
-#include "tests/support/recording_page_text.h"
 
 // What the model gives for the default entries and a weight of 70 kg.
 inline constexpr double kThetaR = 8.4764903085;     // degrees
@@ -58,7 +57,7 @@ struct Drawn {
     labels.absoluteStress = row.absolute;
     labels.leftHip.visible = row.side == Vizual::Side::D;
     labels.rightHip.visible = !labels.leftHip.visible;
-    const auto target = row.onPaper ? Vizual::Target::Printer(picture, labels, page)
+    const auto target = row.onPaper ? Vizual::Target::Printer(picture, labels, texts)
                                     : Vizual::Target::Screen(picture, labels);
     Vizual::DrawHipDiagram(row.side, target, row.stressScale, row.headSize, edge, pole, force,
                            row.forceScale, 1000.0, 2000.0);
@@ -66,7 +65,7 @@ struct Drawn {
 
   PictureBox picture;
   Vizual::DiagramLabels labels;
-  RecordingPageText page{10};
+  std::vector<Vizual::PrintedText> texts;
   double edge, pole, force;
 };
 

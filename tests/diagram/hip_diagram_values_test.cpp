@@ -171,11 +171,11 @@ TEST(HipDiagramBox, ScreenClearsItAndPaperDoesNot) {
   for (const Side side : {Side::L, Side::D}) {
     PictureBox box;
     Vizual::DiagramLabels labels;
-    RecordingPageText page(10);
+    std::vector<Vizual::PrintedText> texts;
     double e = 30, p = 16, r = 8;
     box.SetBackColor(kWhite);
     box.Line({0, 0}, {1, 1}, kRed);
-    DrawHipDiagram(side, Vizual::Target::Printer(box, labels, page), 2, 25, e, p, r, 2);
+    DrawHipDiagram(side, Vizual::Target::Printer(box, labels, texts), 2, 25, e, p, r, 2);
     EXPECT_EQ(box.BackColor(), kWhite);
     const std::size_t withOldLine = box.Drawings().size();
     e = 30, p = 16, r = 8;
@@ -245,14 +245,14 @@ TEST(HipDiagramBox, LetterOnPaperIsAtTheMarkerOfTheSide) {
   for (const Side side : {Side::L, Side::D}) {
     PictureBox box;
     Vizual::DiagramLabels labels;
-    RecordingPageText page(10);
+    std::vector<Vizual::PrintedText> texts;
     labels.leftHip.left = 111;
     labels.leftHip.top = 222;
     labels.rightHip.left = 333;
     labels.rightHip.top = 444;
     double e = 30, p = 16, r = 8;
-    DrawHipDiagram(side, Vizual::Target::Printer(box, labels, page), 2, 25, e, p, r, 2, 1, 2);
-    const PrintedText letter = page.Printed().back();
+    DrawHipDiagram(side, Vizual::Target::Printer(box, labels, texts), 2, 25, e, p, r, 2, 1, 2);
+    const Vizual::PrintedText letter = texts.back();
     EXPECT_EQ(letter.text, side == Side::L ? "L" : "D");
     EXPECT_EQ(letter.x, side == Side::L ? 334 : 112);
     EXPECT_EQ(letter.y, side == Side::L ? 446 : 224);
