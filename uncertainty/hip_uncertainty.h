@@ -18,7 +18,9 @@ inline constexpr std::size_t kHipSources = kHipInputs + 1;
 // A hip as it was read, in the units of the model (cm, rad, the radius in m, kg).
 struct HipReading {
   std::array<Source, kHipInputs> inputs;
-  bool weightKnown = true;  // false: there is no pmax; the weight is not looked at
+  // False: the weight is one that the model takes in its place. It has no error and there is no
+  // pmax.
+  bool weightKnown = true;
   // Lengths and their u, the radius included, are as on the picture and all divided by this one
   // factor. Without it they are true lengths.
   std::optional<Source> magnification;

@@ -22,6 +22,10 @@ class Points {
   // the time alone. May be shared by threads.
   explicit Points(std::size_t sources, std::uint64_t seed = 1, std::size_t kept = 8192);
 
+  Points(Points&&) noexcept;
+  Points& operator=(Points&&) noexcept;
+  ~Points();
+
   // Errors of one source in one block, in units of its u: mean 0, variance 1. They stand in
   // `scratch` or in what is kept; valid as long as both.
   const Column& Errors(std::size_t source, Distribution distribution, std::size_t block,
