@@ -8,7 +8,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/packaging/setup.sh"
 
 least=95 # percent
 core=('model/' 'case/' 'caseform/' 'storage/')
-rooms=(model storage case platform diagram caseform report view3d app batch)
+rooms=(model uncertainty storage case platform diagram caseform report view3d app batch)
 report=build/coverage/covered_lines
 
 # counted PATTERN [OPTION…]: reads the counts of the files that begin so. gcovr always writes a report

@@ -2,8 +2,11 @@
 #include "uncertainty/tally.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <limits>
 #include <numeric>
+#include <utility>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "uncertainty/tally.cpp"
@@ -17,35 +20,34 @@ namespace Uncertainty {
 namespace HWY_NAMESPACE {
 
 // Row i goes to part i mod 8, whatever the width of a vector.
-void AddSums(Sums& sums, const double* values, std::size_t trials) {
-  const V shift = K(sums.shift);
-  for (std::size_t part = 0; part < sums.squares.size(); part += hn::Lanes(Doubles())) {
-    V deviations = hn::LoadU(Doubles(), &sums.deviations[part]);
-    V squares = hn::LoadU(Doubles(), &sums.squares[part]);
-    for (std::size_t i = part; i < trials; i += sums.squares.size()) {
-      const V deviation = hn::Load(Doubles(), values + i) - shift;
-      deviations = deviations + deviation;
-      squares = squares + deviation * deviation;
+void AddSums(const double* values, std::size_t trials, double shift, double* deviations,
+             double* squares) {
+  for (std::size_t part = 0; part < 8; part += hn::Lanes(Doubles())) {
+    V sum = hn::LoadU(Doubles(), deviations + part);
+    V squareSum = hn::LoadU(Doubles(), squares + part);
+    for (std::size_t i = part; i < trials; i += 8) {
+      const V deviation = hn::Load(Doubles(), values + i) - K(shift);
+      sum = sum + deviation;
+      squareSum = squareSum + deviation * deviation;
     }
-    hn::StoreU(deviations, Doubles(), &sums.deviations[part]);
-    hn::StoreU(squares, Doubles(), &sums.squares[part]);
+    hn::StoreU(sum, Doubles(), deviations + part);
+    hn::StoreU(squareSum, Doubles(), squares + part);
   }
 }
 
-// Values inside go to `inside`; returns how many.
-std::size_t AddCounts(Bracket& bracket, const double* values, std::size_t trials, double* inside) {
-  const V low = K(bracket.low);
-  const V high = K(bracket.high);
-  std::size_t found = 0;
+// Rows whose value, times `sign`, is up to `inner`. Most vectors hold none. Returns how many.
+std::size_t FindTail(const double* values, std::size_t trials, double sign, double inner,
+                     std::uint16_t* rows) {
+  std::size_t count = 0;
   for (std::size_t i = 0; i < trials; i += hn::Lanes(Doubles())) {
-    const V value = hn::Load(Doubles(), values + i);
-    const M upToLow = value <= low;
-    bracket.below += hn::CountTrue(Doubles(), value < low);
-    bracket.upToLow += hn::CountTrue(Doubles(), upToLow);
-    bracket.atHigh += hn::CountTrue(Doubles(), value == high);
-    found += hn::CompressStore(value, hn::AndNot(upToLow, value < high), Doubles(), inside + found);
+    const V value = hn::Load(Doubles(), values + i) * K(sign);
+    if (HWY_LIKELY(hn::AllFalse(Doubles(), value <= K(inner)))) continue;
+    for (std::size_t row = i; row < i + hn::Lanes(Doubles()); ++row) {
+      rows[count] = static_cast<std::uint16_t>(row);
+      count += sign * values[row] <= inner ? 1 : 0;
+    }
   }
-  return found;
+  return count;
 }
 
 // NOLINTNEXTLINE(google-readability-namespace-comments)
@@ -57,61 +59,85 @@ HWY_AFTER_NAMESPACE();
 namespace Uncertainty {
 
 HWY_EXPORT(AddSums);
-HWY_EXPORT(AddCounts);
+HWY_EXPORT(FindTail);
 
 namespace {
 
-constexpr std::size_t kParts = 8;
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 // Gives the rows behind the last trial a value that adds nothing.
 void FillUp(Column& values, std::size_t trials, double value) {
-  const std::size_t end = (trials + kParts - 1) / kParts * kParts;
+  const std::size_t end = (trials + 7) / 8 * 8;
   for (std::size_t i = trials; i < end; ++i) values.at[i] = value;
 }
 
 }  // namespace
 
-std::optional<double> Bracket::Ranked(std::size_t rank) {
-  if (rank <= below) return std::nullopt;
-  if (rank <= upToLow) return low;
-  const std::size_t place = rank - upToLow;
-  if (place <= inside.size()) {
-    const auto found = inside.begin() + static_cast<std::ptrdiff_t>(place - 1);
-    std::nth_element(inside.begin(), found, inside.end());
-    return *found;
+Tail::Tail(Side side, double outer, double inner)
+    : sign_(side == Side::Lower ? 1.0 : -1.0), outer_(sign_ * outer), inner_(sign_ * inner) {}
+
+void Tail::Add(Column& values, std::size_t trials) {
+  FillUp(values, trials, std::numeric_limits<double>::quiet_NaN());
+  std::array<std::uint16_t, kBlockTrials + 1> rows;  // one is written in advance
+  const std::size_t count =
+      HWY_DYNAMIC_DISPATCH(FindTail)(values.at.data(), trials, sign_, inner_, rows.data());
+  for (std::size_t i = 0; i < count; ++i) AddValue(sign_ * values.at[rows[i]]);
+}
+
+void Tail::AddValue(double value) {
+  if (value <= outer_) {
+    ++upToOuter_;
+    if (value < outer_) ++beyond_;
+  } else if (value < inner_) {
+    between_.push_back(value);
+  } else if (value == inner_) {
+    ++atInner_;
   }
-  if (place <= inside.size() + atHigh) return high;
+}
+
+std::optional<double> Tail::Ranked(std::size_t rank) {
+  if (rank <= beyond_) return std::nullopt;
+  if (rank <= upToOuter_) return sign_ * outer_;
+  const std::size_t place = rank - upToOuter_;
+  if (place <= between_.size()) {
+    const auto found = between_.begin() + static_cast<std::ptrdiff_t>(place - 1);
+    std::nth_element(between_.begin(), found, between_.end());
+    return sign_ * *found;
+  }
+  if (place <= between_.size() + atInner_) return sign_ * inner_;
   return std::nullopt;
 }
 
-void Bracket::Widen(std::size_t rank) {
-  if (rank <= below) {
-    *this = {.low = -kInfinity, .high = low};
+void Tail::Widen(std::size_t rank) {
+  if (rank <= beyond_) {
+    inner_ = std::exchange(outer_, -kInfinity);
   } else {
-    *this = {.low = high, .high = kInfinity};
+    outer_ = std::exchange(inner_, kInfinity);
   }
+  beyond_ = upToOuter_ = atInner_ = 0;
+  between_.clear();
+}
+
+void Sums::Add(Column& values, std::size_t trials) {
+  FillUp(values, trials, shift_);
+  HWY_DYNAMIC_DISPATCH(AddSums)
+  (values.at.data(), trials, shift_, deviations_.data(), squares_.data());
 }
 
 double Sums::Variance(std::size_t trials) const {
-  const double total = std::accumulate(deviations.begin(), deviations.end(), 0.0);
-  const double totalSquares = std::accumulate(squares.begin(), squares.end(), 0.0);
+  if (trials < 2) return 0.0;
+  const double total = std::accumulate(deviations_.begin(), deviations_.end(), 0.0);
+  const double totalSquares = std::accumulate(squares_.begin(), squares_.end(), 0.0);
   const double count = static_cast<double>(trials);
   return std::max(0.0, (totalSquares - total * total / count) / (count - 1.0));
 }
 
-void AddTo(Sums& sums, Column& values, std::size_t trials) {
-  FillUp(values, trials, sums.shift);
-  HWY_DYNAMIC_DISPATCH(AddSums)(sums, values.at.data(), trials);
-}
-
-void AddTo(Bracket& bracket, Column& values, std::size_t trials) {
-  FillUp(values, trials, std::numeric_limits<double>::quiet_NaN());
-  std::array<double, 2 * kBlockTrials> inside;  // a vector may be stored past the last one found
-  const std::size_t found =
-      HWY_DYNAMIC_DISPATCH(AddCounts)(bracket, values.at.data(), trials, inside.data());
-  bracket.inside.insert(bracket.inside.end(), inside.begin(),
-                        inside.begin() + static_cast<std::ptrdiff_t>(found));
+std::vector<Sums> SumsAboutCentre(std::span<const Column> centre) {
+  std::vector<Sums> sums;
+  for (const Column& result : centre) {
+    sums.emplace_back(std::isfinite(result.at[0]) ? result.at[0] : 0.0);
+  }
+  return sums;
 }
 
 }  // namespace Uncertainty

@@ -5,41 +5,65 @@
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "uncertainty/block.h"
 
 namespace Uncertainty {
 
-// An open range of values that is expected to hold one that is looked for. Values in it are kept;
-// the others are counted.
-struct Bracket {
-  double low = 0.0;         // may be −infinity
-  double high = 0.0;        // may be +infinity
-  std::size_t below = 0;    // values < low
-  std::size_t upToLow = 0;  // values <= low
-  std::size_t atHigh = 0;   // values == high
-  std::vector<double> inside = {};
+// The lower tail of a result's values, or the upper one turned over: where its interval is expected
+// to end, values are kept; further out they are counted; all others pass by.
+class Tail {
+ public:
+  enum class Side { Lower, Upper };
 
-  // The value of a rank, 1 being the smallest; nothing if it lies outside the bracket.
+  // Expects the end between `outer` and `inner`; either may be infinite.
+  Tail(Side side, double outer, double inner);
+
+  // Adds the first `trials` rows. Rows behind them, up to the next multiple of eight, are
+  // overwritten.
+  void Add(Column& values, std::size_t trials);
+
+  // The value of a rank, counted from 1 at the outermost; nothing if it is not where it was
+  // expected.
   std::optional<double> Ranked(std::size_t rank);
 
-  // Reaches to infinity on the side where the rank was missed, and forgets all counts.
+  // Opens the range to the side on which a rank was missed, and forgets all values.
   void Widen(std::size_t rank);
+
+ private:
+  void AddValue(double value);
+
+  double sign_ = 1.0;  // the upper tail holds everything negated
+  double outer_ = 0.0;
+  double inner_ = 0.0;
+  std::size_t beyond_ = 0;     // values < outer_
+  std::size_t upToOuter_ = 0;  // values <= outer_
+  std::size_t atInner_ = 0;    // values == inner_
+  std::vector<double> between_;
 };
 
 // Sums of the deviations from `shift`, in eight parts so that they do not depend on how many lanes
 // a vector has.
-struct Sums {
-  double shift = 0.0;
-  std::array<double, 8> deviations{};
-  std::array<double, 8> squares{};
-  double Variance(std::size_t trials) const;  // over trials − 1
+class Sums {
+ public:
+  explicit Sums(double shift) : shift_(shift) {}
+
+  // As Tail::Add.
+  void Add(Column& values, std::size_t trials);
+
+  // Over all trials but one; 0 for fewer than two.
+  double Variance(std::size_t trials) const;
+
+ private:
+  double shift_ = 0.0;
+  std::array<double, 8> deviations_{};
+  std::array<double, 8> squares_{};
 };
 
-// Add the first `trials` rows of a column. Rows behind them, up to the next multiple of eight, are
-// overwritten.
-void AddTo(Sums& sums, Column& values, std::size_t trials);
-void AddTo(Bracket& bracket, Column& values, std::size_t trials);
+// One a result, about what the model gives for the values of the sources (the first row): so they
+// lose no digits, and a result that nothing moves has no variance at all.
+std::vector<Sums> SumsAboutCentre(std::span<const Column> centre);
 
 }  // namespace Uncertainty

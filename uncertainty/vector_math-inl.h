@@ -95,7 +95,7 @@ HWY_INLINE SineCosine ComputeSineCosine(V x) {
           FromBits(BitsOf(hn::IfThenElse(odd, sine, cosine)) ^ cosineSign)};
 }
 
-// Natural logarithm of x > 0 that is neither tiny nor infinite, within 1e-15.
+// Natural logarithm of x > 0 that is neither tiny nor infinite, within 2e-9.
 HWY_INLINE V Logarithm(V x) {
   constexpr std::uint64_t kHalfRoot = 0x3fe6a09e667f3bcd;  // √½, where the mantissas begin
   constexpr std::uint64_t kExponentOf2To52 = 0x4330000000000000;

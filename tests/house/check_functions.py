@@ -8,7 +8,7 @@ import statistics
 import subprocess
 import sys
 
-ROOMS = ["model", "storage", "case", "platform", "diagram", "caseform", "report", "view3d", "app",
+ROOMS = ["model", "uncertainty", "storage", "case", "platform", "diagram", "caseform", "report", "view3d", "app",
          "batch"]
 LONGEST = 60  # lines
 MEDIAN = 12

@@ -125,9 +125,9 @@ def main():
     write("kArcTangent", "atan(x)/x over [0, tan(pi/8)], in x²", lambda y: mp.atan(mp.sqrt(y)) / mp.sqrt(y), 0,
           mp.tan(PI / 8) ** 2 * mp.mpf("1.001"), 12, own=True)
     write("kLogarithm", "2·atanh(z)/z for z up to (√2 − 1)/(√2 + 1), in z²",
-          lambda y: 2 * mp.atanh(mp.sqrt(y)) / mp.sqrt(y), 0, mp.mpf("0.02944"), 8, own=True)
+          lambda y: 2 * mp.atanh(mp.sqrt(y)) / mp.sqrt(y), 0, mp.mpf("0.02944"), 4, own=True)
     write("kNormal", "Normal quantile of (1 + x)/2 over x, for w = −log(1 − x²) in [0, 5], in t = w·2/5 − 1",
-          quantile_over_x, 0, 5, 16)
+          quantile_over_x, 0, 5, 12)
     write("kNormalTail", "The same for √w from √5 to √22, in t of that interval",
           lambda v: quantile_over_x(v * v), low, high, 16)
     print("}  // namespace Uncertainty::Fit")
