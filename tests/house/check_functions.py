@@ -8,8 +8,8 @@ import statistics
 import subprocess
 import sys
 
-ROOMS = ["model", "uncertainty", "storage", "case", "platform", "diagram", "caseform", "report", "view3d", "app",
-         "batch"]
+ROOMS = ["model", "uncertainty", "storage", "case", "platform", "diagram", "caseform", "report",
+         "view3d", "app", "batch"]
 LONGEST = 60  # lines
 MEDIAN = 12
 
