@@ -20,8 +20,8 @@ std::vector<double> VariancesOfOne(Trials& trials, std::size_t source, std::vect
     if (std::count(results[0].at.begin(), results[0].at.end(), kRefused) != 0) return {};
     for (std::size_t i = 0; i < sums.size(); ++i) sums[i].Add(results[i], kBlockTrials);
   }
-  std::vector<double> variances;
-  for (const Sums& sum : sums) variances.push_back(sum.Variance(kTrials));
+  std::vector<double> variances(sums.size());
+  for (std::size_t i = 0; i < sums.size(); ++i) variances[i] = sums[i].Variance(kTrials);
   return variances;
 }
 

@@ -43,7 +43,8 @@ struct HipUncertainty {
 };
 
 // A trial also counts as refused when its radius, l/2, weight or magnification is not above 0,
-// where the formulas would still give a stress, and when its CE angle is beyond half a turn.
+// where the formulas would still give a stress, and for what hip_block.h names. The points need
+// kHipSources dimensions.
 HipUncertainty ComputeHipUncertainty(const HipReading& reading, const Points& points,
                                      const Settings& settings);
 

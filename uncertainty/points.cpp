@@ -114,8 +114,6 @@ Points::Points(std::size_t sources, std::uint64_t seed, std::size_t kept)
   }
 }
 
-Points::Points(Points&&) noexcept = default;
-Points& Points::operator=(Points&&) noexcept = default;
 Points::~Points() = default;
 
 void Points::Draw(std::size_t source, Distribution distribution, std::size_t block,

@@ -22,8 +22,8 @@ class Points {
   // the time alone. May be shared by threads.
   explicit Points(std::size_t sources, std::uint64_t seed = 1, std::size_t kept = 8192);
 
-  Points(Points&&) noexcept;
-  Points& operator=(Points&&) noexcept;
+  Points(const Points&) = delete;
+  Points& operator=(const Points&) = delete;
   ~Points();
 
   // Errors of one source in one block, in units of its u: mean 0, variance 1. They stand in

@@ -33,12 +33,12 @@ class Trials {
   void Vary(std::size_t source, std::size_t block);
   void Rest(std::size_t source);
 
+  Column scratch_;
   std::span<const Source> sources_;
   const BlockModel& model_;
   const Points& points_;
   std::vector<Column> drawn_;
   std::vector<Column> results_;
-  Column scratch_;
   bool rests_ = true;  // every source stands at its value
 };
 
