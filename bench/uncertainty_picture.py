@@ -38,7 +38,7 @@ def line(ce):
 
 def main():
     program, target = sys.argv[1:]
-    angles = [-6 + 0.25 * i for i in range(205)]
+    angles = [-8 + 0.25 * i for i in range(213)]
     text = "\n".join(line(angle) for angle in angles)
     output = subprocess.run([program, str(TRIALS)], input=text, capture_output=True, check=True, text=True).stdout
     rows = [[float(number) for number in row.split()] for row in output.splitlines()]
@@ -52,16 +52,18 @@ def main():
     top.plot(angles, estimate, color="#08306b", label="estimate")
     none = max(a for a, value in zip(angles, low) if math.isnan(value))
     top.axvspan(angles[0], none, color="0.9")
-    top.text(angles[0] + 0.3, 0.6, "no interval:\ntoo many trials\nare refused", fontsize=9, va="bottom")
-    top.set(ylabel="peak stress (MPa)", yscale="log", ylim=(0.5, 60), xlim=(angles[0], angles[-1]))
+    top.text(angles[0] + 0.2, 1.1, "no interval:\ntoo many\nrefused trials", fontsize=8)
+    top.set(ylabel="peak stress (MPa)", yscale="log", ylim=(1, 60), xlim=(angles[0], angles[-1]))
+    top.set_yticks([1, 2, 5, 10, 20, 50], labels=["1", "2", "5", "10", "20", "50"])
+    top.minorticks_off()
     top.legend(loc="upper right")
     colours = ["#08519c", "#e6550d", "#31a354", "#756bb1", "#fdae6b", "0.75"]
     bottom.stackplot(angles, *[shares[name] for name in SHOWN], rest, labels=SHOWN + ["all others"], colors=colours)
     unknown = max(a for a, share in zip(angles, rest) if math.isnan(share))
     bottom.axvspan(angles[0], unknown, color="0.9")
-    bottom.text(angles[0] + 0.3, 4, "no variance:\nsome trials\nare refused", fontsize=9)
+    bottom.text(angles[0] + 0.2, 3, "no variance:\nsome refused trials", fontsize=8)
     bottom.set(xlabel="CE angle (degrees)", ylabel="share of the variance (%)", ylim=(0, 100))
-    bottom.legend(loc="lower right", framealpha=0.9)
+    bottom.legend(loc="upper center", bbox_to_anchor=(0.5, -0.14), ncol=6, fontsize=9, frameon=False)
     figure.savefig(target, dpi=110)
 
 

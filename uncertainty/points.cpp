@@ -60,6 +60,11 @@ Directions SobolDirections(std::size_t dimension) {
   return v;
 }
 
+// Gives the usual seed, 1, points that serve hips well: of a thousand scramblings tried on 300 hips
+// with errors of many sizes, among the five with the smallest errors at both ends of the intervals,
+// the one that was best on 200 others.
+constexpr std::uint64_t kSeedOffset = 869;
+
 // Each digit takes in a random choice of those before it.
 void Scramble(Directions& directions, RandomWords& random) {
   Directions rows{};
@@ -98,7 +103,7 @@ struct Points::Dimension {
 Points::Points(std::size_t sources, std::uint64_t seed, std::size_t kept)
     : dimensions_(sources), keptBlocks_((kept + kBlockTrials - 1) / kBlockTrials) {
   assert(sources <= kMaxSources);
-  RandomWords random(seed);
+  RandomWords random(seed + kSeedOffset);
   for (std::size_t i = 0; i < sources; ++i) {
     Dimension& dimension = dimensions_[i];
     dimension.directions = SobolDirections(i);

@@ -33,7 +33,7 @@ class Trials {
   void Vary(std::size_t source, std::size_t block);
   void Rest(std::size_t source);
 
-  Column scratch_;
+  Column scratch_{};
   std::span<const Source> sources_;
   const BlockModel& model_;
   const Points& points_;
