@@ -65,16 +65,17 @@ TEST(HipUncertainty, WithoutErrorsIsTheModelBitForBit) {
 }
 
 TEST(HipUncertainty, EstimatesTrueLengthsFromThoseOnThePicture) {
-  const HipReading reading = MagnifiedReading(DefaultHip(), 1.17, 0.0);
-  Sila::HipInputs hip = DefaultHip();
-  for (double* length : {&hip.force.lizm, &hip.force.xizm, &hip.force.zizm, &hip.force.Cizm,
-                         &hip.force.Hizm, &hip.headRadius}) {
-    *length = *length * 1.17 / 1.17;
-  }
-  const HipUncertainty got = Compute(reading);
-  const std::array<double, kHipResults> model = ModelsResults(hip);
-  for (std::size_t k = 0; k < kHipResults; ++k) {
-    EXPECT_TRUE(SameBits(got.results[k]->estimate, model[k]));
+  for (const double factor : {1.07, 1.13, 1.15, 1.17, 1.19, 1.23}) {
+    Sila::HipInputs hip = DefaultHip();
+    for (double* length : {&hip.force.lizm, &hip.force.xizm, &hip.force.zizm, &hip.force.Cizm,
+                           &hip.force.Hizm, &hip.headRadius}) {
+      *length = *length * factor / factor;
+    }
+    const HipUncertainty got = Compute(MagnifiedReading(DefaultHip(), factor, 0.0));
+    const std::array<double, kHipResults> model = ModelsResults(hip);
+    for (std::size_t k = 0; k < kHipResults; ++k) {
+      EXPECT_TRUE(SameBits(got.results[k]->estimate, model[k])) << factor;
+    }
   }
 }
 
@@ -123,7 +124,9 @@ TEST(HipUncertainty, OfAnUnknownWeightHasNoPeakStressInPascals) {
   HipReading reading = UsualReading(DefaultHip());
   const HipUncertainty known = Compute(reading);
   reading.weightKnown = false;
+  reading.inputs[Uncertainty::kBodyWeight].u = 100.0;  // of no account
   const HipUncertainty unknown = Compute(reading);
+  EXPECT_EQ(unknown.ok, unknown.trials);
   EXPECT_FALSE(unknown.results[Uncertainty::kPmax]);
   for (std::size_t k = 0; k < Uncertainty::kPmax; ++k) {
     EXPECT_EQ(unknown.results[k]->estimate, known.results[k]->estimate);
@@ -230,6 +233,15 @@ TEST(Magnification, IsOneFactorAndNotSixErrors) {
   }
   EXPECT_GT(UncertaintyOfForce(six), 15.0 * UncertaintyOfForce(one));
   EXPECT_LT(UncertaintyOfForce(six), 25.0 * UncertaintyOfForce(one));
+}
+
+// Lengths below zero on a picture magnified by less than zero would be true lengths again.
+TEST(Magnification, BelowZeroIsRefusedWhateverTheLengths) {
+  HipReading reading = MagnifiedReading(DefaultHip(), -1.15, 0.0);
+  for (Source& source : reading.inputs) source.u = 0.0;
+  const HipUncertainty got = Compute(reading);
+  EXPECT_EQ(got.outcome, Sila::HipOutcome::Ok);
+  EXPECT_EQ(got.ok, 0U);
 }
 
 // Peak stress falls with the square of the radius: twice the magnification's error is in it.
