@@ -21,7 +21,9 @@ struct Vector {
   V x, y, z;
 };
 
-// What a trial is computed from, true lengths.
+// What a trial is computed from, true lengths. A further measurement belongs here, and into the
+// formulas.
+static_assert(Sila::kMeasurementCount == 9 && Sila::kResultCount == 5);
 struct Hip {
   V lizm, xizm, zizm, Cizm, Hizm, zasuk, thetaCE, headRadius, bodyWeight;
 };

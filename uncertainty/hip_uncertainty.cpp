@@ -1,4 +1,4 @@
-// From the readings of a hip to its inputs, and from trials back to results.
+// From readings to the inputs of hips, and from trials back to results.
 #include "uncertainty/hip_uncertainty.h"
 
 #include <limits>
@@ -44,13 +44,50 @@ void DivideLengths(std::span<const Column> sources, std::size_t trials, HipTrial
   }
 }
 
+void PointAtComputed(HipTrials& hip) {
+  for (std::size_t i = 0; i < hip.columns.size(); ++i) hip.columns[i] = &hip.computed[i];
+}
+
 BlockModel ModelOf(const HipMap& map) {
   return [&map](std::span<const Column> sources, std::size_t trials, std::span<Column> results) {
     HipTrials hip;
-    for (std::size_t i = 0; i < hip.columns.size(); ++i) hip.columns[i] = &hip.computed[i];
+    PointAtComputed(hip);
     map(sources, trials, hip);
     ComputeHips(hip.columns, trials, results.first<Sila::kResultCount>());
   };
+}
+
+// The difference of two refused trials would not be a number.
+void Subtract(const Column& first, std::size_t trials, Column& second) {
+  for (std::size_t k = 0; k < trials; ++k) {
+    const bool refused = first.at[k] == kRefused || second.at[k] == kRefused;
+    second.at[k] = refused ? kRefused : second.at[k] - first.at[k];
+  }
+}
+
+BlockModel ModelOf(const HipPairMap& map) {
+  return [&map](std::span<const Column> sources, std::size_t trials, std::span<Column> results) {
+    std::array<HipTrials, 2> hips;
+    for (HipTrials& hip : hips) PointAtComputed(hip);
+    map(sources, trials, hips);
+    std::array<Column, Sila::kResultCount> first;
+    ComputeHips(hips[0].columns, trials, first);
+    ComputeHips(hips[1].columns, trials, results.first<Sila::kResultCount>());
+    for (std::size_t i = 0; i < first.size(); ++i) Subtract(first[i], trials, results[i]);
+  };
+}
+
+// What the model itself gives, by Sila::Result; nothing for what needs a weight when there is none.
+using Estimates = std::array<std::optional<double>, Sila::kResultCount>;
+
+Sila::HipOutcome ComputeEstimates(const Sila::HipInputs& inputs, Estimates& estimates) {
+  Sila::HipState state;
+  const Sila::HipOutcome outcome = Sila::ComputeHip(inputs, state);
+  for (const Sila::ResultRow& row : Sila::kResults) {
+    if (row.needsWeight && !inputs.bodyWeight) continue;
+    estimates[IndexOf(row.id)] = row.value(state.results);
+  }
+  return outcome;
 }
 
 // The vectors' value for the readings differs from the model's own in its last digits: where no
@@ -58,6 +95,20 @@ BlockModel ModelOf(const HipMap& map) {
 void SetEstimate(double estimate, Spread& spread) {
   if (spread.u != 0.0 || !spread.interval) return;
   if (spread.interval->low == spread.interval->high) spread.interval = {estimate, estimate};
+}
+
+HipUncertainty Collect(const Estimates& estimates, Propagated propagated) {
+  HipUncertainty hip;
+  hip.trials = propagated.trials;
+  hip.ok = propagated.ok;
+  hip.settled = propagated.settled;
+  hip.completeness = propagated.completeness;
+  for (std::size_t i = 0; i < estimates.size(); ++i) {
+    if (!estimates[i]) continue;
+    SetEstimate(*estimates[i], propagated.results[i]);
+    hip.results[i] = HipResultUncertainty{*estimates[i], std::move(propagated.results[i])};
+  }
+  return hip;
 }
 
 }  // namespace
@@ -82,23 +133,26 @@ HipUncertainty ComputeHipUncertainty(const HipReading& reading, const Points& po
 HipUncertainty ComputeHipUncertainty(const Sila::HipInputs& inputs, std::span<const Source> sources,
                                      const HipMap& map, const Points& points,
                                      const Settings& settings) {
-  HipUncertainty hip;
-  Sila::HipState state;
-  hip.outcome = Sila::ComputeHip(inputs, state);
-  if (hip.outcome != Sila::HipOutcome::Ok) return hip;
-  Propagated propagated = Propagate(sources, ModelOf(map), Sila::kResultCount, points, settings);
-  hip.trials = propagated.trials;
-  hip.ok = propagated.ok;
-  hip.settled = propagated.settled;
-  hip.completeness = propagated.completeness;
-  for (const Sila::ResultRow& row : Sila::kResults) {
-    if (row.needsWeight && !inputs.bodyWeight) continue;
-    Spread& spread = propagated.results[IndexOf(row.id)];
-    const double estimate = row.value(state.results);
-    SetEstimate(estimate, spread);
-    hip.results[IndexOf(row.id)] = HipResultUncertainty{estimate, std::move(spread)};
+  Estimates estimates;
+  const Sila::HipOutcome outcome = ComputeEstimates(inputs, estimates);
+  if (outcome != Sila::HipOutcome::Ok) return {.outcome = outcome};
+  return Collect(estimates, Propagate(sources, ModelOf(map), Sila::kResultCount, points, settings));
+}
+
+HipUncertainty ComputeHipDifference(const std::array<Sila::HipInputs, 2>& inputs,
+                                    std::span<const Source> sources, const HipPairMap& map,
+                                    const Points& points, const Settings& settings) {
+  std::array<Estimates, 2> estimates;
+  for (std::size_t side = 0; side < inputs.size(); ++side) {
+    const Sila::HipOutcome outcome = ComputeEstimates(inputs[side], estimates[side]);
+    if (outcome != Sila::HipOutcome::Ok) return {.outcome = outcome};
   }
-  return hip;
+  Estimates differences;
+  for (std::size_t i = 0; i < differences.size(); ++i) {
+    if (estimates[0][i] && estimates[1][i]) differences[i] = *estimates[1][i] - *estimates[0][i];
+  }
+  return Collect(differences,
+                 Propagate(sources, ModelOf(map), Sila::kResultCount, points, settings));
 }
 
 }  // namespace Uncertainty

@@ -55,7 +55,7 @@ struct HipUncertainty {
   bool settled = true;
   Completeness completeness = Completeness::Complete;
   // By Sila::Result; nothing for a result that needs a body weight when there is none.
-  std::array<std::optional<HipResultUncertainty>, Sila::kResultCount> results;
+  std::array<std::optional<HipResultUncertainty>, Sila::kResultCount> results = {};
 };
 
 // A trial also counts as refused when its radius, l/2, weight or magnification is not above 0,
@@ -82,5 +82,15 @@ using HipMap =
 HipUncertainty ComputeHipUncertainty(const Sila::HipInputs& inputs, std::span<const Source> sources,
                                      const HipMap& map, const Points& points,
                                      const Settings& settings);
+
+using HipPairMap = std::function<void(std::span<const Column> sources, std::size_t trials,
+                                      std::array<HipTrials, 2>& hips)>;
+
+// The same for what the second of two hips has more than the first, whatever sources they share. A
+// trial is refused when either hip is; so is a pair, with the outcome of the first that has none. A
+// result needs the weights of both.
+HipUncertainty ComputeHipDifference(const std::array<Sila::HipInputs, 2>& inputs,
+                                    std::span<const Source> sources, const HipPairMap& map,
+                                    const Points& points, const Settings& settings);
 
 }  // namespace Uncertainty

@@ -284,49 +284,4 @@ TEST(HipUncertainty, KeepsItsOtherIntervalsInsideWiderOnes) {
   }
 }
 
-// The difference in peak stress of two hips on one picture: the same model twice, fed from sources
-// of which the last, the magnification, is common to both.
-Uncertainty::Spread DifferenceOfHips(double ownError, bool common) {
-  std::vector<Source> sources;
-  for (int side = 0; side < 2; ++side) {
-    for (const double number : NumbersOf(DefaultHip())) sources.push_back({number, 0.0});
-    sources.back().u = ownError;  // of the weight
-  }
-  sources.push_back({1.0, 0.02});
-  if (!common) sources.push_back({1.0, 0.02});
-  const Uncertainty::BlockModel model = [common](std::span<const Column> drawn, std::size_t trials,
-                                                 std::span<Column> results) {
-    std::array<Column, Sila::kResultCount> sides[2];
-    for (std::size_t side = 0; side < 2; ++side) {
-      const Column& factor = drawn[2 * Sila::kMeasurementCount + (common ? 0 : side)];
-      std::array<Column, Sila::kMeasurementCount> lengths;
-      Uncertainty::HipColumns columns{};
-      for (std::size_t i = 0; i < Sila::kMeasurementCount; ++i) {
-        columns[i] = &drawn[side * Sila::kMeasurementCount + i];
-        if (!Uncertainty::IsLength(Sila::kMeasurements[i])) continue;
-        for (std::size_t k = 0; k < trials; ++k)
-          lengths[i].at[k] = columns[i]->at[k] / factor.at[k];
-        columns[i] = &lengths[i];
-      }
-      ComputeHips(columns, trials, sides[side]);
-    }
-    for (std::size_t k = 0; k < trials; ++k) {
-      results[0].at[k] =
-          sides[0][IndexOf(Result::Pmax)].at[k] - sides[1][IndexOf(Result::Pmax)].at[k];
-    }
-  };
-  return Propagate(sources, model, 1, SharedPoints(), {}).results[0];
-}
-
-TEST(DifferenceOfTwoHips, HoldsNothingOfWhatTheyShare) {
-  EXPECT_EQ(DifferenceOfHips(0.0, true).u, 0.0);
-  EXPECT_GT(*DifferenceOfHips(0.0, false).u, 50'000.0);
-}
-
-TEST(DifferenceOfTwoHips, AddsTheErrorsThatAreTheirOwn) {
-  const double peak = ModelsResults(DefaultHip())[IndexOf(Result::Pmax)];
-  const double expected = peak * std::sqrt(2.0) / 70.0;
-  EXPECT_NEAR(*DifferenceOfHips(1.0, true).u, expected, 0.01 * expected);
-}
-
 }  // namespace
