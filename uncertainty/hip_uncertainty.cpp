@@ -29,7 +29,7 @@ void TakeSources(std::span<const Column> sources, std::size_t /*trials*/, HipTri
 // are no numbers, which the model refuses.
 void DivideLengths(std::span<const Column> sources, std::size_t trials, HipTrials& hip) {
   TakeSources(sources, trials, hip);
-  Column reciprocal;
+  Column reciprocal = {};
   for (std::size_t k = 0; k < trials; ++k) {
     const double factor = sources[kMagnification].at[k];
     reciprocal.at[k] = factor > 0.0 ? 1.0 / factor : std::numeric_limits<double>::quiet_NaN();
@@ -49,8 +49,8 @@ void PointAtComputed(HipTrials& hip) {
 }
 
 BlockModel ModelOf(const HipMap& map) {
-  return [&map](std::span<const Column> sources, std::size_t trials, std::span<Column> results) {
-    HipTrials hip;
+  return [&map, hip = HipTrials{}](std::span<const Column> sources, std::size_t trials,
+                                   std::span<Column> results) mutable {
     PointAtComputed(hip);
     map(sources, trials, hip);
     ComputeHips(hip.columns, trials, results.first<Sila::kResultCount>());
@@ -66,15 +66,16 @@ void Subtract(const Column& first, std::size_t trials, Column& second) {
 }
 
 BlockModel ModelOf(const HipPairMap& map) {
-  return [&map](std::span<const Column> sources, std::size_t trials, std::span<Column> results) {
-    std::array<HipTrials, 2> hips;
-    for (HipTrials& hip : hips) PointAtComputed(hip);
-    map(sources, trials, hips);
-    std::array<Column, Sila::kResultCount> first;
-    ComputeHips(hips[0].columns, trials, first);
-    ComputeHips(hips[1].columns, trials, results.first<Sila::kResultCount>());
-    for (std::size_t i = 0; i < first.size(); ++i) Subtract(first[i], trials, results[i]);
-  };
+  using Results = std::array<Column, Sila::kResultCount>;
+  return
+      [&map, hips = std::array<HipTrials, 2>{}, first = Results{}](
+          std::span<const Column> sources, std::size_t trials, std::span<Column> results) mutable {
+        for (HipTrials& hip : hips) PointAtComputed(hip);
+        map(sources, trials, hips);
+        ComputeHips(hips[0].columns, trials, first);
+        ComputeHips(hips[1].columns, trials, results.first<Sila::kResultCount>());
+        for (std::size_t i = 0; i < first.size(); ++i) Subtract(first[i], trials, results[i]);
+      };
 }
 
 // What the model itself gives, by Sila::Result; nothing for what needs a weight when there is none.

@@ -71,8 +71,8 @@ struct HipTrials {
   std::array<Column, Sila::kMeasurementCount> computed;
 };
 
-// Sets the measurements from the sources, in the rows [0, trials). A measurement that is not a
-// number is refused.
+// Sets every measurement from the sources, in the rows [0, trials); a body weight that is not known
+// to the assumed one. A measurement that is not a number is refused.
 using HipMap =
     std::function<void(std::span<const Column> sources, std::size_t trials, HipTrials& hip)>;
 
