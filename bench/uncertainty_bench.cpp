@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <iostream>
 #include <limits>
 #include <random>
 #include <vector>
@@ -154,6 +155,7 @@ void PrintErrors(const char* name, const std::vector<HipReading>& hips,
 void PrintAccuracy(const std::vector<HipReading>& hips) {
   const Points other(Uncertainty::kReadingSources, 99, 0);
   std::vector<Intervals> references;
+  references.reserve(hips.size());
   for (const HipReading& hip : hips) {
     references.push_back(
         IntervalsOf(ComputeHipUncertainty(hip, other, {.trials = kReferenceTrials})));
@@ -197,7 +199,7 @@ void AnswerTable(std::size_t trials) {
   const auto read = [&] {
     for (Uncertainty::Source& source : sources) {
       int distribution = 0;
-      if (std::scanf("%lf %lf %d", &source.value, &source.u, &distribution) != 3) return false;
+      if (!(std::cin >> source.value >> source.u >> distribution)) return false;
       source.distribution = static_cast<Uncertainty::Distribution>(distribution);
     }
     return true;

@@ -95,9 +95,9 @@ std::uint32_t Combine(const Directions& directions, std::size_t index, std::size
 }  // namespace
 
 struct Points::Dimension {
-  Directions directions;
+  Directions directions = {};
   std::uint32_t shift = 0;
-  BlockDigits digits;
+  BlockDigits digits = {};
 };
 
 Points::Points(std::size_t sources, std::uint64_t seed, std::size_t kept)

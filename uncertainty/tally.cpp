@@ -78,7 +78,7 @@ Tail::Tail(Side side, double outer, double inner)
 
 void Tail::Add(Column& values, std::size_t trials) {
   FillUp(values, trials, std::numeric_limits<double>::quiet_NaN());
-  std::array<std::uint16_t, kBlockTrials + 1> rows;  // one is written in advance
+  std::array<std::uint16_t, kBlockTrials + 1> rows = {};  // one is written in advance
   const std::size_t count =
       HWY_DYNAMIC_DISPATCH(FindTail)(values.at.data(), trials, sign_, inner_, rows.data());
   for (std::size_t i = 0; i < count; ++i) AddValue(sign_ * values.at[rows[i]]);

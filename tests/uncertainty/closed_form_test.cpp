@@ -19,7 +19,7 @@ constexpr double kTwoSided95 = 1.959963984540054;  // of the normal distribution
 constexpr double kWithin = 0.005;
 
 // Σ coefficient · source + 3.
-BlockModel Linear(std::vector<double> coefficients) {
+BlockModel Linear(const std::vector<double>& coefficients) {
   return [coefficients](std::span<const Column> sources, std::size_t trials,
                         std::span<Column> results) {
     for (std::size_t k = 0; k < trials; ++k) {

@@ -67,7 +67,7 @@ void Compare(const Sila::HipInputs& hip, const ResultNumbers& results, double fo
 TEST(HipBlock, AgreesWithTheModelAtAHundredThousandTrials) {
   const Uncertainty::Points points(Sila::kMeasurementCount, 11, 0);
   std::vector<Sila::HipInputs> hips;
-  Column scratch;
+  Column scratch = {};
   for (std::size_t block = 0; block < 391; ++block) {
     HipNumbers numbers{};
     std::vector<Column> errors;

@@ -26,7 +26,7 @@ double ShareBelow(Distribution distribution, double error) {
 }
 
 Column Draw(Distribution distribution, const Uncertainty::BlockDigits& points) {
-  Column errors;
+  Column errors = {};
   DrawErrors(distribution, 0, points, errors);
   return errors;
 }
@@ -93,7 +93,7 @@ TEST(DrawErrors, HasNoMeanAndUnitVariance) {
 
 std::vector<double> UniformPoints(const Points& points, std::size_t source, std::size_t blocks) {
   std::vector<double> all;
-  Column scratch;
+  Column scratch = {};
   for (std::size_t block = 0; block < blocks; ++block) {
     for (const double e : points.Errors(source, Distribution::Uniform, block, scratch).at) {
       all.push_back((e / std::sqrt(3.0) + 1.0) / 2.0);
@@ -157,8 +157,8 @@ TEST(Points, DependOnTheSeedAlone) {
 TEST(Points, AreTheSameKeptOrDrawnAnew) {
   const Points kept(2, 9, 700);
   const Points drawn(2, 9, 0);
-  Column one;
-  Column other;
+  Column one = {};
+  Column other = {};
   for (std::size_t block = 0; block < 5; ++block) {
     for (const Distribution distribution : kDistributions) {
       EXPECT_EQ(kept.Errors(1, distribution, block, one).at,

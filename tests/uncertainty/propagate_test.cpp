@@ -26,7 +26,7 @@ using Uncertainty::Source;
 using Function = double (*)(double, double);
 
 // A model of two sources, one function a result. Where one is not finite the trial is refused.
-BlockModel ModelOf(std::vector<Function> functions) {
+BlockModel ModelOf(const std::vector<Function>& functions) {
   return
       [functions](std::span<const Column> sources, std::size_t trials, std::span<Column> results) {
         for (std::size_t k = 0; k < trials; ++k) {
@@ -41,8 +41,8 @@ BlockModel ModelOf(std::vector<Function> functions) {
 std::vector<double> AllValues(Function function, std::span<const Source> sources,
                               std::size_t trials, const Points& points) {
   std::vector<double> values;
-  Column one;
-  Column other;
+  Column one = {};
+  Column other = {};
   for (std::size_t i = 0; i < trials; ++i) {
     const std::size_t block = i / Uncertainty::kBlockTrials;
     const std::size_t k = i % Uncertainty::kBlockTrials;
@@ -273,7 +273,10 @@ TEST(Automatic, SaysWhenTheEndsStillMoveAtTheCap) {
 }
 
 TEST(Automatic, StopsWhereThereIsNoIntervalToFind) {
-  const BlockModel model = ModelOf({[](double x, double) { return x > 1.0 ? kRefused : x; }});
+  const BlockModel model = ModelOf({[](double x, double) {
+    if (x > 1.0) return kRefused;
+    return x;
+  }});
   const Propagated got =
       Propagate(kTwo, model, 1, Points(2), {.trials = 1U << 20, .automatic = true});
   EXPECT_TRUE(got.settled);
