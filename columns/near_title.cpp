@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "columns/column_title.h"
+#include "columns/uncertainty_columns.h"
+#include "columns/visible_text.h"
 
 namespace Cohort {
 
@@ -66,12 +68,20 @@ bool IsUnit(std::string_view word) {
   return std::find(kUnitWords.begin(), kUnitWords.end(), word) != kUnitWords.end();
 }
 
-std::string LettersOf(const Title& title) {
+std::string Joined(const std::vector<std::string>& words) {
+  return std::accumulate(words.begin(), words.end(), std::string());
+}
+
+std::vector<std::string> WordsWithoutUnit(const Title& title) {
   std::vector<std::string> words = WordsOf(title.name);
   // "[bodyWeight]": brackets that hold the name.
   if (words.empty() && title.unit) words = WordsOf(*title.unit);
   if (words.size() > 1 && IsUnit(words.back())) words.pop_back();
-  return std::accumulate(words.begin(), words.end(), std::string());
+  return words;
+}
+
+std::string LettersOf(const Title& title) {
+  return Joined(WordsWithoutUnit(title));
 }
 
 constexpr std::size_t kLongestKey = 15;  // letters
@@ -105,6 +115,24 @@ bool HasSameLetters(std::string_view letters, std::string_view name) {
          (letters.size() == name.size() || IsUnit(letters.substr(name.size())));
 }
 
+// What people call an uncertainty, the program's own "u" first.
+constexpr std::array<std::string_view, 10> kUncertaintyWords = {
+    "u", "unc", "uncertainty", "sd", "se", "std", "stdev", "sigma", "err", "error"};
+
+// The words of a title without the one that calls it an uncertainty; empty where none does. A unit
+// may be in its brackets, or the name itself: "u(lizm)".
+std::vector<std::string> WordsOfUncertain(const Title& title) {
+  std::vector<std::string> words = WordsWithoutUnit(title);
+  const auto found = std::find_first_of(words.begin(), words.end(), kUncertaintyWords.begin(),
+                                        kUncertaintyWords.end());
+  if (found == words.end()) return {};
+  words.erase(found);
+  return words.empty() && title.unit ? WordsOf(*title.unit) : words;
+}
+
+constexpr std::array<std::string_view, 4> kOtherMagnifications = {"mag", "magnif", "enlargement",
+                                                                  "magnificationfactor"};
+
 bool IsOtherName(std::string_view letters, Sila::Measurement measurement) {
   return std::any_of(kOtherNames.begin(), kOtherNames.end(), [&](const OtherName& other) {
     return other.letters == letters && other.measurement == measurement;
@@ -128,6 +156,38 @@ std::optional<NearTitle> FindNearTitle(std::string_view text) {
     if (HasSameLetters(letters, name)) return NearTitle{row.id, true};
     if (IsOtherName(letters, row.id) || IsMisspelt(letters, name)) return NearTitle{row.id, false};
   }
+  return std::nullopt;
+}
+
+namespace {
+
+bool IsNearMagnification(std::string_view letters) {
+  return HasSameLetters(letters, kMagnificationName) || IsMisspelt(letters, kMagnificationName) ||
+         std::find(kOtherMagnifications.begin(), kOtherMagnifications.end(), letters) !=
+             kOtherMagnifications.end();
+}
+
+// Whether the letters are the name's with a "u" behind them.
+bool IsGlued(std::string_view letters, std::string_view name) {
+  return letters.size() == name.size() + 1 && letters.starts_with(name) && letters.ends_with('u');
+}
+
+}  // namespace
+
+std::optional<std::string> FindNearUncertainty(std::string_view text) {
+  const Title title = ReadTitle(text);
+  const std::string letters = LettersOf(title);
+  const std::string stem = Joined(WordsOfUncertain(title));
+  for (const Sila::MeasurementRow& row : Sila::kMeasurements) {
+    const std::string name = PlainName(row.key);
+    const bool isNear = HasSameLetters(stem, name) || IsOtherName(stem, row.id) ||
+                        (!stem.empty() && IsMisspelt(stem, name));
+    if (isNear || IsGlued(letters, name)) return UncertaintyName(row.key);
+  }
+  if (IsNearMagnification(stem) || IsGlued(letters, kMagnificationName)) {
+    return UncertaintyName(kMagnificationName);
+  }
+  if (IsNearMagnification(letters)) return std::string(kMagnificationName);
   return std::nullopt;
 }
 

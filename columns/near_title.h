@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "model/vocabulary.h"
@@ -18,5 +19,10 @@ struct NearTitle {
 // "theta CE", "thetaCE.deg."), to the one of which it is another name ("weight"), and to one of
 // five letters or more from which it is one letter off, of ten two ("zazuk", "bodyweigth").
 std::optional<NearTitle> FindNearTitle(std::string_view text);
+
+// The column of an uncertainty or of the magnification that was perhaps meant by a title that names
+// none: "lizm u", "u(lizm)", "weight_sd" or "bodyWeigth_u" may be meant for one, by the rules
+// above.
+std::optional<std::string> FindNearUncertainty(std::string_view text);
 
 }  // namespace Cohort
