@@ -57,11 +57,15 @@ std::string_view Describe(RecordFault fault) {
 }  // namespace
 
 void AppendHeader(std::string& out, std::string_view header, char delimiter,
-                  std::string_view lineEnd) {
+                  std::string_view lineEnd, const std::vector<std::string>& uncertainties) {
   out += header;
   for (const Sila::ResultRow& result : Sila::kResults) {
     out += delimiter;
     out += result.key;
+  }
+  for (const std::string& name : uncertainties) {
+    out += delimiter;
+    out += name;
   }
   out += delimiter;
   out += kStatusName;
@@ -107,6 +111,9 @@ bool ChunkComputer::ComputeRecord(std::string_view record, char lineEndIn, Chunk
     ++result.bad;
     if (!result.firstBad) result.firstBad = RowRemark{result.rows, row.status};
   }
+  if (header_.uncertainty && header_.uncertainty->HasBudget()) {
+    result.budget.push_back({result.rows, std::move(row.spread.budget)});
+  }
   if (format_.table) {
     result.table.push_back({{parser_.Fields().begin(), parser_.Fields().end()}, std::move(row)});
   } else {
@@ -118,6 +125,7 @@ bool ChunkComputer::ComputeRecord(std::string_view record, char lineEndIn, Chunk
 void ChunkComputer::Compute(std::string_view chunk, char lineEndIn, ChunkResult& result) {
   result.text.clear();
   result.table.clear();
+  result.budget.clear();
   result.bytes = chunk.size();
   result.rows = result.hips = result.bad = 0;
   result.firstBad.reset();

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "batch/budget_table.h"
 #include "batch/header_row.h"
 #include "batch/record_parser.h"
 #include "batch/row.h"
@@ -35,17 +36,19 @@ struct RowFormat {
 struct ChunkResult {
   std::string text;  // records with results, each with a line end
   std::vector<TableRow> table;
-  std::uint64_t bytes = 0;  // of the chunk
-  std::uint64_t rows = 0;   // records in the chunk, blank lines included
-  std::uint64_t hips = 0;   // records put out
-  std::uint64_t bad = 0;    // of these, with bad input
+  std::vector<RowBudget> budget;  // where it was asked for
+  std::uint64_t bytes = 0;        // of the chunk
+  std::uint64_t rows = 0;         // records in the chunk, blank lines included
+  std::uint64_t hips = 0;         // records put out
+  std::uint64_t bad = 0;          // of these, with bad input
   std::optional<RowRemark> firstBad;
   std::optional<RowRemark> trouble;  // what ends the run; `text` holds the rows before it
 };
 
-// Appends the header with the names of the results, and its line end.
+// Appends the header with the names of what rows get, and its line end. `uncertainties` are those
+// of the columns behind the results.
 void AppendHeader(std::string& out, std::string_view header, char delimiter,
-                  std::string_view lineEnd);
+                  std::string_view lineEnd, const std::vector<std::string>& uncertainties = {});
 
 class ChunkComputer {
  public:

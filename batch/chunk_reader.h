@@ -48,6 +48,9 @@ class ChunkReader {
   // at the end of the input. Learns the input's line end. To be called once, before Next.
   std::optional<std::string> ReadHeader();
 
+  // How much is asked for at once from now on, and so the size of the chunks.
+  void SetReadSize(std::size_t bytes) { limits_.readSize = bytes; }
+
   // The header's line end: LF, CR LF or CR.
   const std::string& LineEnd() const { return lineEnd_; }
 

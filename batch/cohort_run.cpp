@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "batch/budget_table.h"
 #include "batch/case_file_input.h"
 #include "batch/chunk_computer.h"
 #include "batch/chunk_reader.h"
@@ -25,6 +26,9 @@
 namespace Cohort {
 
 namespace {
+
+// Bytes of a chunk that is computed within a blink even with uncertainties.
+constexpr std::size_t kFewRows = std::size_t{16} * 1024;
 
 std::string AtRow(const std::string& path, std::uint64_t row, const std::string& text) {
   return InputName(path) + ": row " + std::to_string(row) + ": " + text;
@@ -86,18 +90,38 @@ class InputCheck {
   FilesMet met_;
 };
 
+bool IsSameFile(const std::string& one, const std::string& other) {
+  std::error_code none;
+  return one == other || std::filesystem::equivalent(one, other, none);
+}
+
+// A table of budgets needs a file of its own.
+void CheckBudget(const CohortSettings& settings) {
+  const std::optional<std::string>& budget = settings.uncertainty.budget;
+  if (!budget) return;
+  std::vector<std::string> others = settings.inputs;
+  others.push_back(settings.output);
+  for (const std::string& other : others) {
+    if (*budget != kStandardStream && !IsSameFile(*budget, other)) continue;
+    throw CohortError(*budget + ": the budget needs a file of its own");
+  }
+}
+
 class CohortRun {
  public:
   explicit CohortRun(const CohortSettings& settings)
       : settings_(settings),
         codePage_(FindCodePage(settings.encoding)),
         progress_(InputCheck(settings, codePage_).Run()),
-        sink_(OpenOutput(settings.output)) {}
+        sink_(OpenOutput(settings.output)) {
+    if (settings.uncertainty.defaults) uncertainty_.emplace(settings.uncertainty);
+  }
 
   CohortTally Run() {
     for (const std::string& path : settings_.inputs) RunInput(path);
     if (table_) table_->Finish();
     sink_->Finish();
+    if (budget_) budget_->Finish();
     RemarkOnCodePage();
     return std::move(tally_);
   }
@@ -119,9 +143,11 @@ class CohortRun {
   }
 
   void RunStream(const std::string& path, ReadBytes source, std::optional<std::size_t> faultField) {
-    ChunkReader reader(std::move(source));
+    ChunkReader reader(std::move(source), {.readSize = kFewRows});
     HeaderRow header = TakeHeader(path, reader);
     header.faultField = faultField;
+    header.uncertainty = uncertainty_ ? &*uncertainty_ : nullptr;
+    if (!uncertainty_) reader.SetReadSize(ChunkLimits().readSize);
     std::uint64_t rowsBefore = RowOfHeader(reader);
     ComputeStream(reader, header, format_, settings_.threads, [&](const ChunkResult& result) {
       TakeResult(path, rowsBefore, result);
@@ -144,18 +170,39 @@ class CohortRun {
     return reader.SeparatorLine().empty() ? 1 : 2;
   }
 
-  HeaderRow ReadHeader(const std::string& path, ChunkReader& reader, std::string& text) const {
+  HeaderRow ReadHeader(const std::string& path, ChunkReader& reader, std::string& text) {
     try {
       std::optional<std::string> record = reader.ReadHeader();
       if (!record) throw CohortError("the file is empty; it should begin with a header row");
       text = std::move(*record);
       const std::optional<char> named = ReadSeparatorLine(reader.SeparatorLine());
       HeaderRow header = ReadHeaderRow(text, settings_.delimiter ? settings_.delimiter : named);
-      if (first_) CheckSameColumns(header);
+      if (first_) {
+        CheckSameColumns(header);
+      } else {
+        BeginUncertainty(header.columns);
+      }
       return header;
     } catch (const CohortError& error) {
       throw CohortError(AtRow(path, RowOfHeader(reader), error.what()));
     }
+  }
+
+  void BeginUncertainty(const Columns& columns) {
+    const UncertaintyOptions& options = settings_.uncertainty;
+    if (!uncertainty_ && columns.uncertainty.Any()) uncertainty_.emplace(options);
+    if (uncertainty_) CheckAreNotAdded(columns, uncertainty_->Names());
+    if (!options.budget) return;
+    if (!uncertainty_) {
+      throw CohortError(
+          "there is no uncertainty to make a budget of: neither a column such as "
+          "lizm_u nor --uncertainty");
+    }
+    budget_.emplace(*options.budget);
+  }
+
+  std::vector<std::string> UncertaintyNames() const {
+    return uncertainty_ ? uncertainty_->Names() : std::vector<std::string>();
   }
 
   // A line that names the separator is kept for the program that wants it, not for people.
@@ -163,12 +210,12 @@ class CohortRun {
     first_ = header;
     format_ = {.lineEnd = reader.LineEnd(), .table = settings_.table};
     if (settings_.table) {
-      table_.emplace(*sink_, header.columns);
+      table_.emplace(*sink_, header.columns, UncertaintyNames());
       return;
     }
     std::string lines;
     if (!reader.SeparatorLine().empty()) lines = reader.SeparatorLine() + format_.lineEnd;
-    AppendHeader(lines, text, header.delimiter, format_.lineEnd);
+    AppendHeader(lines, text, header.delimiter, format_.lineEnd, UncertaintyNames());
     sink_->Write(lines);
   }
 
@@ -189,6 +236,7 @@ class CohortRun {
     } else {
       sink_->Write(result.text);
     }
+    if (budget_) budget_->Write(InputName(path), rowsBefore, result.budget);
     if (tally_.bad == 0 && result.firstBad) {
       tally_.firstBad = AtRow(path, rowsBefore + result.firstBad->row, result.firstBad->text);
     }
@@ -226,6 +274,8 @@ class CohortRun {
   std::optional<Table> table_;      // in place of CSV
   std::optional<HeaderRow> first_;  // the first input's
   RowFormat format_;
+  std::optional<RowUncertainty> uncertainty_;
+  std::optional<BudgetTable> budget_;
   std::vector<std::string> inCodePage_;     // case files that are not UTF-8
   std::vector<std::string> notInCodePage_;  // of these, those with bytes that are no letters in it
   CohortTally tally_;
@@ -234,6 +284,7 @@ class CohortRun {
 }  // namespace
 
 CohortTally RunCohort(const CohortSettings& settings) {
+  CheckBudget(settings);
   return CohortRun(settings).Run();
 }
 

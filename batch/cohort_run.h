@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "batch/row_uncertainty.h"
+
 namespace Cohort {
 
 struct CohortSettings {
@@ -16,6 +18,7 @@ struct CohortSettings {
   unsigned threads = 1;                     // at least 1
   std::optional<std::string> encoding;      // of case files that are not UTF-8; else the locale's
   bool table = false;                       // a table for people in place of CSV
+  UncertaintyOptions uncertainty;           // of tables that have it
   // Takes sentences about what was passed over, as soon as it is known.
   std::function<void(const std::string&)> remark = [](const std::string&) {};
 };

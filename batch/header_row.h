@@ -9,12 +9,16 @@
 
 namespace Cohort {
 
+class RowUncertainty;
+
 struct HeaderRow {
   Columns columns;
   char delimiter = ',';
   // The field in which this program itself says why a row has no measurements: only where it has
   // written the rows, too.
   std::optional<std::size_t> faultField;
+  // How uncertain rows are; belongs to the run. Null in a table without uncertainties.
+  const RowUncertainty* uncertainty = nullptr;
 };
 
 // The text behind a UTF-8 byte order mark, which some programs put before a header.

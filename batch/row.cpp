@@ -2,11 +2,12 @@
 #include "batch/row.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <variant>
 
+#include "batch/complaints.h"
+#include "batch/field_text.h"
+#include "batch/number_field.h"
 #include "case/entry_check.h"
 #include "case/number_text.h"
 
@@ -18,33 +19,6 @@ constexpr std::string_view kOk = "ok";
 constexpr std::string_view kOutOfRange = "refused: resultant force outside the model's range";
 constexpr std::string_view kNoPole = "refused: no stress pole for this centre-edge angle and force";
 constexpr std::string_view kNoStress = "refused: the contact stress is not a finite number";
-
-constexpr std::string_view kBlanks = " \t\r\n";
-
-std::string_view WithoutBlanks(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
-bool IsBlank(std::string_view text) {
-  return WithoutBlanks(text).empty();
-}
-
-bool IsSameLetter(char a, char b) {
-  const auto lower = [](char c) { return 'A' <= c && c <= 'Z' ? c - 'A' + 'a' : c; };
-  return lower(a) == lower(b);
-}
-
-// What statistics programs, spreadsheets and this one write where there is no value.
-bool IsMissing(std::string_view text) {
-  constexpr std::array<std::string_view, 7> kMissing = {"",     "NA", "N/A",    "NaN",
-                                                        "#N/A", "-",  "Unknown"};
-  const std::string_view word = WithoutBlanks(text);
-  return std::any_of(kMissing.begin(), kMissing.end(), [&](std::string_view missing) {
-    return std::equal(word.begin(), word.end(), missing.begin(), missing.end(), IsSameLetter);
-  });
-}
 
 std::string_view Describe(Vse::FaultKind fault) {
   switch (fault) {
@@ -67,8 +41,9 @@ bool MustBeAboveZero(Sila::Kind kind) {
 // Reads the fields of one row and gathers what is wrong with them.
 class RowReader {
  public:
-  RowReader(std::span<const std::string_view> fields, const Columns& columns)
-      : fields_(fields), columns_(columns) {}
+  RowReader(std::span<const std::string_view> fields, const Columns& columns,
+            Complaints& complaints)
+      : fields_(fields), columns_(columns), complaints_(complaints) {}
 
   // Whether there is any measurement in the row at all.
   bool HasMeasurements() const {
@@ -78,7 +53,7 @@ class RowReader {
                        });
   }
 
-  // Only of use when there are no complaints.
+  // Only of use when there are no complaints then.
   Sila::HipInputs Read() {
     Sila::HipInputs inputs;
     for (const Sila::MeasurementRow& row : Sila::kMeasurements) {
@@ -91,34 +66,25 @@ class RowReader {
     return inputs;
   }
 
-  // What is wrong, as a status; empty when nothing is.
-  const std::string& Complaints() const { return complaints_; }
-
  private:
   void ReadInto(Sila::HipInputs& inputs, const Sila::MeasurementRow& row,
                 const InputColumn& column) {
     const std::string_view text = fields_[column.field];
     const Vse::CheckedNumber number = Vse::CheckMeasurement(row.kind(), text, column.unit);
     if (const double* held = std::get_if<double>(&number)) {
-      if (*held <= 0.0 && MustBeAboveZero(row.kind())) Complain(row, "must be greater than 0");
+      if (*held <= 0.0 && MustBeAboveZero(row.kind()))
+        complaints_.Add(row.key, "must be greater than 0");
       Sila::SetValue(inputs, row, *held);
     } else if (!IsMissing(text)) {
-      Complain(row, Describe(std::get<Vse::FaultKind>(number)));
+      complaints_.Add(row.key, Describe(std::get<Vse::FaultKind>(number)));
     } else if (row.kind() != Sila::Kind::Weight) {
-      Complain(row, "is missing");
+      complaints_.Add(row.key, "is missing");
     }
-  }
-
-  void Complain(const Sila::MeasurementRow& row, std::string_view what) {
-    complaints_ += complaints_.empty() ? "error: " : " and ";
-    complaints_ += row.key;
-    complaints_ += ' ';
-    complaints_ += what;
   }
 
   std::span<const std::string_view> fields_;
   const Columns& columns_;
-  std::string complaints_;
+  Complaints& complaints_;
 };
 
 // R writes a name before each row and none above them. Were the fields one place further on, every
@@ -175,31 +141,59 @@ RowResult RunModel(const Sila::HipInputs& inputs, Sila::HipState& state) {
   return result;
 }
 
-void AppendNumber(std::string& out, double value) {
-  std::array<char, 32> digits{};
-  const std::to_chars_result end =
-      std::to_chars(digits.data(), digits.data() + digits.size(), value);
-  out.append(digits.data(), end.ptr);
+// The estimates are the model's for the true lengths, to the last bit.
+void RunWithUncertainty(const Uncertainty::HipReading& reading, const RowUncertainty& uncertainty,
+                        Sila::HipState& state, RowResult& result) {
+  result = RunModel(Uncertainty::TrueInputs(reading), state);
+  if (result.kind != RowKind::Ok) return;
+  result.spread = uncertainty.Compute(reading);
+  if (!result.spread.remark.empty()) result.status += ": " + result.spread.remark;
+}
+
+RowResult Compute(std::span<const std::string_view> fields, const HeaderRow& header,
+                  Sila::HipState& scratch) {
+  const Columns& columns = header.columns;
+  if (fields.size() != columns.names.size()) return {.status = WrongFieldCount(fields, columns)};
+  Complaints complaints;
+  RowReader reader(fields, columns, complaints);
+  if (!reader.HasMeasurements()) return {.status = NoMeasurements(fields, header)};
+  const Sila::HipInputs inputs = reader.Read();
+  Uncertainty::HipReading reading;
+  if (header.uncertainty) {
+    reading = header.uncertainty->Read(fields, columns, inputs, complaints);
+  }
+  if (!complaints.Text().empty()) return {.status = complaints.Text()};
+  if (!header.uncertainty) return RunModel(inputs, scratch);
+  RowResult result;
+  RunWithUncertainty(reading, *header.uncertainty, scratch, result);
+  return result;
+}
+
+void AppendField(std::string& out, const std::optional<double>& value, char delimiter) {
+  out += delimiter;
+  if (value) AppendNumber(out, *value);
+}
+
+void AppendSpread(std::string& out, const RowSpread& spread, char delimiter) {
+  for (const std::optional<double>& value : spread.fields) AppendField(out, value, delimiter);
+  for (const std::optional<std::size_t>& count : {spread.trials, spread.ok}) {
+    out += delimiter;
+    if (count) out += std::to_string(*count);
+  }
 }
 
 }  // namespace
 
 RowResult ComputeRow(std::span<const std::string_view> fields, const HeaderRow& header,
                      Sila::HipState& scratch) {
-  const Columns& columns = header.columns;
-  if (fields.size() != columns.names.size()) return {.status = WrongFieldCount(fields, columns)};
-  RowReader reader(fields, columns);
-  if (!reader.HasMeasurements()) return {.status = NoMeasurements(fields, header)};
-  const Sila::HipInputs inputs = reader.Read();
-  if (!reader.Complaints().empty()) return {.status = reader.Complaints()};
-  return RunModel(inputs, scratch);
+  RowResult result = Compute(fields, header, scratch);
+  if (header.uncertainty && !result.spread.isWanted) result.spread = header.uncertainty->Nothing();
+  return result;
 }
 
 void AppendResults(std::string& out, const RowResult& result, char delimiter) {
-  for (const std::optional<double>& value : result.values) {
-    out += delimiter;
-    if (value) AppendNumber(out, *value);
-  }
+  for (const std::optional<double>& value : result.values) AppendField(out, value, delimiter);
+  if (result.spread.isWanted) AppendSpread(out, result.spread, delimiter);
   out += delimiter;
   out += result.status;
 }

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "batch/header_row.h"
+#include "batch/row_uncertainty.h"
 #include "model/hip_model.h"
 #include "model/vocabulary.h"
 
@@ -21,6 +22,7 @@ struct RowResult {
   // By Sila::Result. Empty where nothing could be computed, and what needs the body weight also
   // while that is not known.
   std::array<std::optional<double>, Sila::kResultCount> values = {};
+  RowSpread spread = {};
 };
 
 // Computes one row. `fields` are the row's, quotes undone. `scratch` belongs to the caller and may
@@ -28,8 +30,9 @@ struct RowResult {
 RowResult ComputeRow(std::span<const std::string_view> fields, const HeaderRow& header,
                      Sila::HipState& scratch);
 
-// Appends the results and the status as fields, each with a delimiter before it: numbers in the
-// shortest text that reads back to the same double, with a point.
+// Appends the results, the uncertainties where they are wanted, and the status as fields, each with
+// a delimiter before it: numbers in the shortest text that reads back to the same double, with a
+// point.
 void AppendResults(std::string& out, const RowResult& result, char delimiter);
 
 }  // namespace Cohort

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <iterator>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <utility>
 
@@ -41,15 +42,35 @@ std::string Rounded(double value) {
 
 }  // namespace
 
-Table::Table(TextSink& target, const Columns& columns)
+Table::Table(TextSink& target, const Columns& columns,
+             const std::vector<std::string>& uncertainties)
     : target_(target), named_(columns.names.size()) {
   for (const std::string& name : columns.names) titles_.push_back(ShownCell(name));
   for (const Sila::ResultRow& result : Sila::kResults) titles_.emplace_back(result.key);
+  titles_.insert(titles_.end(), uncertainties.begin(), uncertainties.end());
   titles_.emplace_back(kStatusName);
   for (std::size_t i = 0; i < titles_.size(); ++i) {
     columns_.push_back({.hidden = IsInput(columns, i), .width = WidthOf(titles_[i])});
   }
 }
+
+namespace {
+
+void AddCells(std::span<const std::optional<double>> values, std::vector<std::string>& cells) {
+  for (const std::optional<double>& value : values) {
+    cells.push_back(value ? Rounded(*value) : std::string());
+  }
+}
+
+void AddSpread(const RowSpread& spread, std::vector<std::string>& cells) {
+  if (!spread.isWanted) return;
+  AddCells(spread.fields, cells);
+  for (const std::optional<std::size_t>& count : {spread.trials, spread.ok}) {
+    cells.push_back(count ? std::to_string(*count) : std::string());
+  }
+}
+
+}  // namespace
 
 Table::Cells Table::CellsOf(const TableRow& row) const {
   Cells cells;
@@ -57,9 +78,8 @@ Table::Cells Table::CellsOf(const TableRow& row) const {
   Cells surplus(cells.begin() + static_cast<std::ptrdiff_t>(std::min(named_, cells.size())),
                 cells.end());
   cells.resize(named_);
-  for (const std::optional<double>& value : row.result.values) {
-    cells.push_back(value ? Rounded(*value) : std::string());
-  }
+  AddCells(row.result.values, cells);
+  AddSpread(row.result.spread, cells);
   cells.push_back(ShownCell(row.result.status));
   std::move(surplus.begin(), surplus.end(), std::back_inserter(cells));
   return cells;

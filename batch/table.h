@@ -17,7 +17,9 @@ namespace Cohort {
 class Table {
  public:
   // Keeps a reference to the target, which is not finished.
-  Table(TextSink& target, const Columns& columns);
+  // `uncertainties` are the names of the columns behind the results.
+  Table(TextSink& target, const Columns& columns,
+        const std::vector<std::string>& uncertainties = {});
 
   void Write(const std::vector<TableRow>& rows);
 

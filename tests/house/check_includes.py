@@ -20,7 +20,7 @@ ALLOWED = {
     "caseform": {"case", "model", "diagram", "platform"},
     "report": {"case", "diagram", "platform"},
     "view3d": {"case", "platform", "storage"},
-    "batch": {"case", "columns", "model", "storage"},
+    "batch": {"case", "columns", "model", "storage", "uncertainty"},
 }
 EVERYTHING = {"app", "tests", "bench"}  # may include every room
 ROOMS = set(ALLOWED) | EVERYTHING

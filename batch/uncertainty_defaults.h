@@ -1,0 +1,23 @@
+// The errors that a user's table of defaults gives to the rows that have none of their own.
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "uncertainty/hip_uncertainty.h"
+
+namespace Cohort {
+
+// In held units; of the magnification, the part of 1.
+struct UncertaintyDefaults {
+  std::array<Uncertainty::ReadingError, Sila::kMeasurementCount> errors = {};
+  Uncertainty::ReadingError magnification;
+};
+
+// Reads CSV with a header row and the columns "column" (a measurement or "magnification"), "u" and,
+// if wanted, "unit" (the first of the measurement's kind where it is empty) and "distribution"
+// (normal where it is empty, uniform or triangular). Throws CohortError with the file, the row and
+// what is wrong.
+UncertaintyDefaults ReadUncertaintyDefaults(const std::string& path);
+
+}  // namespace Cohort
