@@ -143,13 +143,8 @@ class DefaultsReader {
 
 }  // namespace
 
-UncertaintyDefaults ReadUncertaintyDefaults(const std::string& path) {
-  const FileBeginning file = ReadBeginning(path, kLargestFile + 1);
-  if (!file.trouble.empty()) throw CohortError(path + ": cannot be read: " + file.trouble);
-  if (file.bytes.size() > kLargestFile) {
-    throw CohortError(path + ": is too large for a table of uncertainties");
-  }
-  const std::vector<std::string> lines = LinesOf(std::string(WithoutByteOrderMark(file.bytes)));
+UncertaintyDefaults ParseUncertaintyDefaults(std::string_view text) {
+  const std::vector<std::string> lines = LinesOf(std::string(WithoutByteOrderMark(text)));
   std::size_t row = 0;  // counted from 0
   try {
     if (lines.empty()) throw CohortError("the file is empty; it should begin with a header row");
@@ -157,7 +152,20 @@ UncertaintyDefaults ReadUncertaintyDefaults(const std::string& path) {
     for (row = 1; row < lines.size(); ++row) reader.ReadRow(lines[row]);
     return reader.Defaults();
   } catch (const CohortError& error) {
-    throw CohortError(path + ": row " + std::to_string(row + 1) + ": " + error.what());
+    throw CohortError("row " + std::to_string(row + 1) + ": " + error.what());
+  }
+}
+
+UncertaintyDefaults ReadUncertaintyDefaults(const std::string& path) {
+  const FileBeginning file = ReadBeginning(path, kLargestFile + 1);
+  if (!file.trouble.empty()) throw CohortError(path + ": cannot be read: " + file.trouble);
+  if (file.bytes.size() > kLargestFile) {
+    throw CohortError(path + ": is too large for a table of uncertainties");
+  }
+  try {
+    return ParseUncertaintyDefaults(file.bytes);
+  } catch (const CohortError& error) {
+    throw CohortError(path + ": " + error.what());
   }
 }
 

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 
 #include "uncertainty/hip_uncertainty.h"
 
@@ -19,5 +20,8 @@ struct UncertaintyDefaults {
 // (normal where it is empty, uniform or triangular). Throws CohortError with the file, the row and
 // what is wrong.
 UncertaintyDefaults ReadUncertaintyDefaults(const std::string& path);
+
+// The same for the bytes of such a table; the sentence then begins with the row.
+UncertaintyDefaults ParseUncertaintyDefaults(std::string_view text);
 
 }  // namespace Cohort

@@ -56,9 +56,9 @@ TEST(Table, AlignsRoundsAndLeavesTheMeasurementsOut) {
 }
 
 TEST(Table, LeavesTheMeasurementsOutHoweverTheyAreWritten) {
-  EXPECT_EQ(Table({"name", "LIZM (mm)", "\u200BheadRadius[cm]", "bodyWeight[lb]", "lizm_u"},
+  EXPECT_EQ(Table({"name", "LIZM (mm)", "\u200BheadRadius[cm]", "bodyWeight[lb]", "lizm_2"},
                   {Row({"Ann", "104", "2.5", "154", "1"}, 2.8719)}),
-            "name  bodyWeight[lb]  lizm_u   rWb  thetaR  thetaPol  pmaxWb  pmax  status\n"
+            "name  bodyWeight[lb]  lizm_2   rWb  thetaR  thetaPol  pmaxWb  pmax  status\n"
             "----  --------------  ------  ----  ------  --------  ------  ----  ------\n"
             "Ann              154       1  2.87                                  ok\n<end>");
 }

@@ -38,6 +38,17 @@ bool SameOutcome(const Outcome& a, const Outcome& b) {
          a.text == b.text && a.trouble == b.trouble;
 }
 
+// Few trials, so that a table with uncertainties takes about as long as one without.
+Cohort::UncertaintyOptions FewTrials() {
+  Cohort::UncertaintyOptions options;
+  options.settings.trials = 64;
+  return options;
+}
+
+std::vector<std::string> AddedNames(const Cohort::HeaderRow& row) {
+  return row.uncertainty ? row.uncertainty->Names() : std::vector<std::string>();
+}
+
 void ComputeRows(Cohort::ChunkReader& reader, bool table, Outcome& outcome) {
   std::uint64_t rowsBefore = 0;
   const auto take = [&](const Cohort::ChunkResult& result) {
@@ -69,6 +80,9 @@ Outcome Compute(std::string_view text, std::size_t piece, bool table = false) {
     outcome.lineEnd = reader.LineEnd();
     outcome.row =
         Cohort::ReadHeaderRow(outcome.header, Cohort::ReadSeparatorLine(outcome.separatorLine));
+    static const Cohort::RowUncertainty uncertainty(FewTrials());
+    if (outcome.row.columns.uncertainty.Any()) outcome.row.uncertainty = &uncertainty;
+    Cohort::CheckAreNotAdded(outcome.row.columns, AddedNames(outcome.row));
     ComputeRows(reader, table, outcome);
   } catch (const Cohort::CohortError& error) {
     outcome.trouble = error.what();
@@ -118,8 +132,7 @@ bool IsSameField(std::string_view in, std::string_view out) {
 }
 
 void CheckRow(const std::vector<std::string>& in, const std::vector<std::string>& out,
-              std::size_t columns) {
-  const std::size_t results = Sila::kResultCount + 1;
+              std::size_t columns, std::size_t results) {
   Require(out.size() == std::max(in.size(), columns) + results, "results are added, nothing else");
   const auto kept = static_cast<std::ptrdiff_t>(std::min(in.size(), columns));
   Require(std::equal(in.begin(), in.begin() + kept, out.begin(), IsSameField),
@@ -130,7 +143,8 @@ void CheckRow(const std::vector<std::string>& in, const std::vector<std::string>
   const std::string* result = &out[columns];
   Require(std::all_of(result, result + results - 1, IsNumberOrEmpty), "results are numbers");
   const std::string& status = result[results - 1];
-  Require(status == "ok" || status.starts_with("refused: ") || status.starts_with("error: "),
+  Require(status == "ok" || status.starts_with("ok: ") || status.starts_with("refused: ") ||
+              status.starts_with("error: "),
           "every row has its status");
 }
 
@@ -144,8 +158,9 @@ void CheckRows(std::string_view input, const Outcome& outcome) {
   const auto out = FieldsOf(outcome.text, outcome);
   Require(HasWholeRows(outcome.text, outcome.lineEnd), "rows are whole for every reader");
   Require(in.size() == out.size(), "every row is put out");
+  const std::size_t results = Sila::kResultCount + AddedNames(outcome.row).size() + 1;
   for (std::size_t i = 0; i < in.size(); ++i)
-    CheckRow(in[i], out[i], outcome.row.columns.names.size());
+    CheckRow(in[i], out[i], outcome.row.columns.names.size(), results);
 }
 
 class NoSink final : public Cohort::TextSink {
@@ -160,11 +175,12 @@ void CheckTable(const Outcome& table, const Outcome& whole) {
   const auto out = FieldsOf(whole.text, whole);
   Require(table.table.size() == out.size(), "a table has every row");
   for (std::size_t i = 0; i < out.size(); ++i) {
-    const std::string& status = out[i][table.row.columns.names.size() + Sila::kResultCount];
+    const std::string& status =
+        out[i][table.row.columns.names.size() + Sila::kResultCount + AddedNames(table.row).size()];
     Require(table.table[i].result.status == status, "a row has the same status in a table");
   }
   NoSink sink;
-  Cohort::Table lines(sink, table.row.columns);
+  Cohort::Table lines(sink, table.row.columns, AddedNames(table.row));
   lines.Write(table.table);
   lines.Finish();
 }

@@ -28,6 +28,8 @@ FILES = {
     "usr/share/doc/telmarion/changelog.gz",
     "usr/share/doc/telmarion/copyright",
     "usr/share/doc/telmarion/examples/hips.csv",
+    "usr/share/doc/telmarion/examples/uncertain_hips.csv",
+    "usr/share/doc/telmarion/examples/uncertainties.csv",
     "usr/share/man/man1/telmarion-batch.1.gz",
     "usr/share/man/man1/telmarion.1.gz",
     "usr/share/metainfo/org.example.telmarion.metainfo.xml",
