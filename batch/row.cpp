@@ -3,10 +3,10 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <variant>
 
+#include "batch/shortest_number.h"
 #include "case/entry_check.h"
 #include "case/number_text.h"
 
@@ -19,12 +19,14 @@ constexpr std::string_view kOutOfRange = "refused: resultant force outside the m
 constexpr std::string_view kNoPole = "refused: no stress pole for this centre-edge angle and force";
 constexpr std::string_view kNoStress = "refused: the contact stress is not a finite number";
 
-constexpr std::string_view kBlanks = " \t\r\n";
+bool IsBlankByte(char c) {
+  return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
 
 std::string_view WithoutBlanks(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+  while (!text.empty() && IsBlankByte(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsBlankByte(text.back())) text.remove_suffix(1);
+  return text;
 }
 
 bool IsBlank(std::string_view text) {
@@ -169,13 +171,6 @@ RowResult RunModel(const Sila::HipInputs& inputs, Sila::HipState& state) {
   return result;
 }
 
-void AppendNumber(std::string& out, double value) {
-  std::array<char, 32> digits{};
-  const std::to_chars_result end =
-      std::to_chars(digits.data(), digits.data() + digits.size(), value);
-  out.append(digits.data(), end.ptr);
-}
-
 }  // namespace
 
 RowResult ComputeRow(std::span<const std::string_view> fields, const HeaderRow& header,
@@ -190,11 +185,14 @@ RowResult ComputeRow(std::span<const std::string_view> fields, const HeaderRow& 
 }
 
 void AppendResults(std::string& out, const RowResult& result, char delimiter) {
+  std::array<char, Sila::kResultCount*(1 + kNumberRoom) + 1> text{};
+  char* end = text.data();
   for (const std::optional<double>& value : result.values) {
-    out += delimiter;
-    if (value) AppendNumber(out, *value);
+    *end++ = delimiter;
+    if (value) end = WriteShortest(end, *value);
   }
-  out += delimiter;
+  *end++ = delimiter;
+  out.append(text.data(), end);
   out += result.status;
 }
 
