@@ -12,10 +12,6 @@ install_packages
 build fuzz fuzzers
 cd "$root/tests/fuzz"
 
-# Freed memory is watched for a shorter while: the buffers of the CSV reader are large, and to hold many
-# of them back halves the speed.
-export ASAN_OPTIONS=quarantine_size_mb=8
-
 found=()
 for words in words/*.dict; do
   target=$(basename "$words" .dict)

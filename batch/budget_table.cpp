@@ -1,7 +1,7 @@
 // CSV with a row for each hip and result.
 #include "batch/budget_table.h"
 
-#include "batch/number_field.h"
+#include "batch/shortest_number.h"
 #include "columns/uncertainty_columns.h"
 #include "model/vocabulary.h"
 #include "uncertainty/hip_uncertainty.h"

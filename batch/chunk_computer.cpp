@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "batch/chunk_reader.h"
+#include "batch/quotes.h"
 
 namespace Cohort {
 

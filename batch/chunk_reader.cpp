@@ -1,12 +1,11 @@
-// Quotes are counted: a character is outside of them where the number of quotes before it is even.
-// libcsv does not do this: records are cut before they are parsed, by several workers at once, and
-// it does not say where in a record a field was.
+// Records are cut before they are parsed, so that several workers can parse at once.
 #include "batch/chunk_reader.h"
 
 #include <algorithm>
 #include <utility>
 
 #include "batch/header_row.h"
+#include "batch/quotes.h"
 #include "columns/cohort_error.h"
 
 namespace Cohort {
@@ -15,10 +14,6 @@ namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
 constexpr char kControlZ = '\x1A';
-
-bool HasOddQuotes(std::string_view text) {
-  return std::count(text.begin(), text.end(), '"') % 2 != 0;
-}
 
 // The last line end outside quotes; `quoted` says whether the text ends inside quotes. Backwards,
 // since forwards each chunk would be walked record by record while all other workers wait for the
@@ -32,18 +27,6 @@ std::size_t FindLastRecordEnd(std::string_view text, bool quoted, char lineEnd) 
 }
 
 }  // namespace
-
-std::size_t FindOutsideQuotes(std::string_view text, std::size_t from, std::string_view wanted,
-                              bool& quoted) {
-  for (;;) {
-    // The search for one character is much the quicker.
-    const std::size_t found =
-        wanted.size() == 1 ? text.find(wanted.front(), from) : text.find_first_of(wanted, from);
-    if (HasOddQuotes(text.substr(from, found - from))) quoted = !quoted;
-    if (found == kNone || !quoted) return found;
-    from = found + 1;
-  }
-}
 
 bool RecordWalk::Next(std::string_view& record) {
   if (begin_ >= text_.size()) return false;

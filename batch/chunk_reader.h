@@ -18,12 +18,6 @@ struct ChunkLimits {
   std::size_t recordSize = std::size_t{128} << 20;  // bytes; longer records are refused
 };
 
-// The position of the first of the `wanted` characters outside quotes, at or behind `from`, or
-// npos. `quoted` says whether `from` is inside quotes, and afterwards whether that place or the end
-// of the text is.
-std::size_t FindOutsideQuotes(std::string_view text, std::size_t from, std::string_view wanted,
-                              bool& quoted);
-
 // Walks through the records of a chunk, each without its line end: LF, CR LF or CR. Programs that
 // make CR LF of every LF, CR LF among them, leave several CR before an LF; they belong to it.
 class RecordWalk {

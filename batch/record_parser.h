@@ -1,10 +1,7 @@
-// One CSV record into its fields (RFC 4180 quoting), by libcsv.
+// One CSV record into its fields (RFC 4180 quoting).
 #pragma once
 
-#include <csv.h>
-
 #include <cstddef>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -18,29 +15,29 @@ enum class RecordFault {
 
 class RecordParser {
  public:
-  explicit RecordParser(char delimiter);
+  explicit RecordParser(char delimiter) : delimiter_(delimiter) {}
   RecordParser(const RecordParser&) = delete;
   RecordParser& operator=(const RecordParser&) = delete;
-  ~RecordParser();
+  ~RecordParser() = default;
 
-  // Reads one record, given without its line end. Blanks around a field are dropped unless they are
-  // quoted. A record of nothing but blanks, line ends and control-Z has no fields.
+  // Reads one record, given without its line end; line ends inside are text like any other. Blanks
+  // around a field are dropped unless they are quoted. A record of nothing but blanks, line ends
+  // and control-Z has no fields.
   RecordFault Parse(std::string_view record);
 
   // The fields of the last record, quotes undone. They stay until the next call of Parse.
   const std::vector<std::string_view>& Fields() const { return fields_; }
 
  private:
-  static void TakeField(void* text, std::size_t length, void* self);
-  RecordFault Feed(std::string_view record);
-  void Recover();
-  void GatherFields();
   bool IsBlank(std::string_view record) const;
+  std::string_view Copy(std::string_view record);
+  void SplitPlain(std::string_view record);
+  RecordFault SplitQuoted(std::string_view record);
+  RecordFault AddField(std::string_view field);
+  RecordFault AddQuoted(std::string_view field);
 
   char delimiter_;
-  csv_parser parser_{};
-  std::string text_;               // the fields one after the other
-  std::vector<std::size_t> ends_;  // where each of them ends
+  std::vector<char> copy_;  // of the record, with room behind it
   std::vector<std::string_view> fields_;
 };
 

@@ -2,12 +2,13 @@
 #include "batch/row.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <variant>
 
 #include "batch/complaints.h"
 #include "batch/field_text.h"
-#include "batch/number_field.h"
+#include "batch/shortest_number.h"
 #include "case/entry_check.h"
 #include "case/number_text.h"
 
@@ -142,12 +143,17 @@ RowResult RunModel(const Sila::HipInputs& inputs, Sila::HipState& state) {
 }
 
 // The estimates are the model's for the true lengths, to the last bit.
-void RunWithUncertainty(const Uncertainty::HipReading& reading, const RowUncertainty& uncertainty,
-                        Sila::HipState& state, RowResult& result) {
-  result = RunModel(Uncertainty::TrueInputs(reading), state);
-  if (result.kind != RowKind::Ok) return;
-  result.spread = uncertainty.Compute(reading);
+RowResult ComputeUncertain(std::span<const std::string_view> fields, const HeaderRow& header,
+                           const Sila::HipInputs& inputs, Complaints& complaints,
+                           Sila::HipState& state) {
+  const Uncertainty::HipReading reading =
+      header.uncertainty->Read(fields, header.columns, inputs, complaints);
+  if (!complaints.Text().empty()) return {.status = complaints.Text()};
+  RowResult result = RunModel(Uncertainty::TrueInputs(reading), state);
+  if (result.kind != RowKind::Ok) return result;
+  result.spread = header.uncertainty->Compute(reading);
   if (!result.spread.remark.empty()) result.status += ": " + result.spread.remark;
+  return result;
 }
 
 RowResult Compute(std::span<const std::string_view> fields, const HeaderRow& header,
@@ -158,24 +164,16 @@ RowResult Compute(std::span<const std::string_view> fields, const HeaderRow& hea
   RowReader reader(fields, columns, complaints);
   if (!reader.HasMeasurements()) return {.status = NoMeasurements(fields, header)};
   const Sila::HipInputs inputs = reader.Read();
-  Uncertainty::HipReading reading;
-  if (header.uncertainty) {
-    reading = header.uncertainty->Read(fields, columns, inputs, complaints);
-  }
+  if (header.uncertainty) return ComputeUncertain(fields, header, inputs, complaints, scratch);
   if (!complaints.Text().empty()) return {.status = complaints.Text()};
-  if (!header.uncertainty) return RunModel(inputs, scratch);
-  RowResult result;
-  RunWithUncertainty(reading, *header.uncertainty, scratch, result);
-  return result;
-}
-
-void AppendField(std::string& out, const std::optional<double>& value, char delimiter) {
-  out += delimiter;
-  if (value) AppendNumber(out, *value);
+  return RunModel(inputs, scratch);
 }
 
 void AppendSpread(std::string& out, const RowSpread& spread, char delimiter) {
-  for (const std::optional<double>& value : spread.fields) AppendField(out, value, delimiter);
+  for (const std::optional<double>& value : spread.fields) {
+    out += delimiter;
+    if (value) AppendNumber(out, *value);
+  }
   for (const std::optional<std::size_t>& count : {spread.trials, spread.ok}) {
     out += delimiter;
     if (count) out += std::to_string(*count);
@@ -192,7 +190,13 @@ RowResult ComputeRow(std::span<const std::string_view> fields, const HeaderRow& 
 }
 
 void AppendResults(std::string& out, const RowResult& result, char delimiter) {
-  for (const std::optional<double>& value : result.values) AppendField(out, value, delimiter);
+  std::array<char, Sila::kResultCount*(1 + kNumberRoom)> text{};
+  char* end = text.data();
+  for (const std::optional<double>& value : result.values) {
+    *end++ = delimiter;
+    if (value) end = WriteShortest(end, *value);
+  }
+  out.append(text.data(), end);
   if (result.spread.isWanted) AppendSpread(out, result.spread, delimiter);
   out += delimiter;
   out += result.status;

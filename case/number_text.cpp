@@ -5,6 +5,8 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <limits>
 #include <string>
 
 namespace Vse {
@@ -21,32 +23,14 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
+bool IsBlank(char c) {
+  return c == ' ' || ('\t' <= c && c <= '\r');
+}
+
 std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\n\v\f\r";
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
-std::size_t CountDigits(std::string_view text) {
-  const auto* end = std::find_if_not(text.begin(), text.end(), IsDigit);
-  return static_cast<std::size_t>(end - text.begin());
-}
-
-// Digits with at most one separator; the number of characters that they take, 0 for none.
-std::size_t MatchMantissa(std::string_view text) {
-  const std::size_t before = CountDigits(text);
-  if (before == text.size() || (text[before] != '.' && text[before] != ',')) return before;
-  const std::size_t after = CountDigits(text.substr(before + 1));
-  return before + after > 0 ? before + 1 + after : 0;
-}
-
-bool IsExponent(std::string_view text) {
-  if (text.empty()) return true;
-  if (text[0] != 'e' && text[0] != 'E') return false;
-  text.remove_prefix(1);
-  if (!text.empty() && (text[0] == '+' || text[0] == '-')) text.remove_prefix(1);
-  return !text.empty() && CountDigits(text) == text.size();
+  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+  return text;
 }
 
 // The exponent as an integer, kept within ±1e9; more leaves the range of a double all the same.
@@ -62,68 +46,91 @@ long ReadExponent(std::string_view text) {
   return negative ? -exponent : exponent;
 }
 
-// A number beyond the range of a double: 0 when it is too small, empty when it is too large.
-std::optional<double> OutOfRange(std::string_view text) {
+// A number beyond the range of a double: 0 when it is too small, infinite when it is too large.
+double OutOfRange(std::string_view text) {
   const std::string_view mantissa = text.substr(0, text.find_first_of("eE"));
   const std::size_t leading = mantissa.find_first_of("123456789");
   if (leading == std::string_view::npos) return 0.0;
   const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
   const long magnitude = static_cast<long>(point) - static_cast<long>(leading);
-  if (magnitude + ReadExponent(text) > 0) return std::nullopt;
-  return 0.0;
+  return magnitude + ReadExponent(text) > 0 ? std::numeric_limits<double>::infinity() : 0.0;
 }
 
-std::optional<double> Convert(std::string_view text) {
-  double value = 0.0;
-  const std::from_chars_result result =
-      std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::general);
-  if (result.ec == std::errc::result_out_of_range) return OutOfRange(text);
-  if (result.ec != std::errc() || result.ptr != text.data() + text.size()) return std::nullopt;
-  return value <= kLargestNumber ? std::optional(value) : std::nullopt;
+// The library alone would also take a sign, "nan" and "inf".
+bool ConvertWithPoint(std::string_view text, double& value) {
+  if (text.empty() || (!IsDigit(text[0]) && text[0] != '.')) return false;
+  const char* const end = text.data() + text.size();
+  const std::from_chars_result result = std::from_chars(text.data(), end, value);
+  if (result.ec == std::errc::result_out_of_range) value = OutOfRange(text);
+  return result.ptr == end && result.ec != std::errc::invalid_argument;
 }
 
-std::optional<double> ConvertWithPoint(std::string_view text, std::size_t comma) {
+bool ConvertWithComma(std::string_view text, std::size_t comma, double& value) {
   if (text.size() <= kShortNumber) {
     std::array<char, kShortNumber> copy{};
     std::copy(text.begin(), text.end(), copy.begin());
     copy[comma] = '.';
-    return Convert({copy.data(), text.size()});
+    return ConvertWithPoint({copy.data(), text.size()}, value);
   }
   std::string copy(text);
   copy[comma] = '.';
-  return Convert(copy);
+  return ConvertWithPoint(copy, value);
+}
+
+// Appends the digits that stand at a place to a number. Gives the place behind them.
+std::size_t AppendDigits(std::string_view text, std::size_t at, std::int64_t& number) {
+  for (; at < text.size() && IsDigit(text[at]); ++at) number = 10 * number + (text[at] - '0');
+  return at;
+}
+
+// Up to fifteen digits and a separator, as nearly all entries are; false for anything else. The
+// digits and the power of ten are exact, so their quotient is the nearest double.
+bool ConvertShort(std::string_view text, double& value) {
+  static constexpr std::array kPowers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6, 1e7,
+                                         1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14};
+  if (text.empty() || text.size() > kPowers.size()) return false;
+  std::int64_t digits = 0;
+  const std::size_t before = AppendDigits(text, 0, digits);
+  std::size_t decimals = 0;
+  if (before < text.size()) {
+    const bool separated = text[before] == '.' || text[before] == ',';
+    decimals = text.size() - before - 1;
+    if (!separated || before + decimals == 0) return false;
+    if (AppendDigits(text, before + 1, digits) < text.size()) return false;
+  }
+  value = static_cast<double>(digits) / kPowers[decimals];
+  return true;
+}
+
+// Any other number. Not inlined: its copies would burden every short one.
+[[gnu::noinline]] bool ConvertLong(std::string_view text, double& value) {
+  const std::size_t comma = text.find(',');
+  return comma == std::string_view::npos ? ConvertWithPoint(text, value)
+                                         : ConvertWithComma(text, comma, value);
+}
+
+// A number without sign and blanks; infinite when it is too large for a double.
+bool Convert(std::string_view text, double& value) {
+  return ConvertShort(text, value) || ConvertLong(text, value);
 }
 
 std::string_view WithoutSign(std::string_view text) {
-  if (!text.empty() && (text[0] == '+' || text[0] == '-')) text.remove_prefix(1);
+  if (text.starts_with('+') || text.starts_with('-')) text.remove_prefix(1);
   return text;
-}
-
-// Whether a text without sign is spelt like a number; `mantissa` becomes the number of characters
-// before its exponent.
-bool IsSpeltAsNumber(std::string_view text, std::size_t& mantissa) {
-  mantissa = MatchMantissa(text);
-  return mantissa > 0 && IsExponent(text.substr(mantissa));
 }
 
 }  // namespace
 
 std::optional<double> ReadNumber(std::string_view text) {
   text = Trimmed(text);
-  const bool negative = !text.empty() && text[0] == '-';
-  text = WithoutSign(text);
-  std::size_t mantissa = 0;
-  if (!IsSpeltAsNumber(text, mantissa)) return std::nullopt;
-  const std::size_t comma = text.substr(0, mantissa).find(',');
-  const std::optional<double> value =
-      comma == std::string_view::npos ? Convert(text) : ConvertWithPoint(text, comma);
-  if (!value) return std::nullopt;
-  return negative ? 0.0 - *value : *value;
+  double size = 0.0;
+  if (!Convert(WithoutSign(text), size) || size > kLargestNumber) return std::nullopt;
+  return text.starts_with('-') ? 0.0 - size : size;
 }
 
 bool IsTooLarge(std::string_view text) {
-  std::size_t mantissa = 0;
-  return IsSpeltAsNumber(WithoutSign(Trimmed(text)), mantissa) && !ReadNumber(text);
+  double size = 0.0;
+  return Convert(WithoutSign(Trimmed(text)), size) && size > kLargestNumber;
 }
 
 double TruncateToDecimals(double value, int decimals) {

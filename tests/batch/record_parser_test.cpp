@@ -47,6 +47,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Record{"LoneCarriageReturn", ',', "a\rb,c", kNone, {"a\rb", "c"}},
                     Record{"BlanksAround", ',', " a , \"b \" ,", kNone, {"a", "b ", ""}},
                     Record{"NulBytes", ',', "a\0b,\0"s, kNone, {"a\0b"s, "\0"s}},
+                    Record{"BlanksAroundQuotes", ',', "a, \t\"b\"\t ,c", kNone, {"a", "b", "c"}},
+                    Record{"QuotesAlone", ',', "\"\"\"\",\"\",x", kNone, {"\"", "", "x"}},
                     Record{"OneEmptyQuotedField", ',', "\"\"", kNone, {""}},
                     Record{"Nothing", ',', "", kNone, {}}, Record{"Blanks", ',', " \t ", kNone, {}},
                     Record{"LineEndsAlone", ',', " \r\n", kNone, {}},
@@ -55,8 +57,40 @@ INSTANTIATE_TEST_SUITE_P(
                     Record{"TabsAlone", '\t', "\t \t", kNone, {"", "", ""}},
                     Record{"StrayQuote", ',', "a,5'10\",b", RecordFault::StrayQuote, {}},
                     Record{"TextBehindQuote", ',', "\"a\"b,c", RecordFault::StrayQuote, {}},
+                    Record{"QuoteBehindQuoted", ',', "\"a\" \"b\",c", RecordFault::StrayQuote, {}},
+                    Record{"StrayBeforeOpen", ',', "\"a\"b,\"c", RecordFault::StrayQuote, {}},
+                    Record{"DoubledAndOpen", ',', "a,\"b\"\"", RecordFault::OpenQuote, {}},
                     Record{"OpenQuote", ',', "a,\"b,c", RecordFault::OpenQuote, {}}),
     RowName());
+
+// Delimiters at every place of the blocks that a record is read in, and at their seams.
+TEST(RecordParserBlocks, FindEveryDelimiter) {
+  Cohort::RecordParser parser(',');
+  for (std::size_t size = 1; size <= 200; ++size) {
+    for (std::size_t place = 0; place < size; ++place) {
+      std::string record(size, 'x');
+      record[place] = ',';
+      ASSERT_EQ(parser.Parse(record), RecordFault::None);
+      const Fields expected = {std::string(place, 'x'), std::string(size - place - 1, 'x')};
+      ASSERT_EQ(Fields(parser.Fields().begin(), parser.Fields().end()), expected);
+    }
+    ASSERT_EQ(parser.Parse(std::string(size, ',')), RecordFault::None);
+    ASSERT_EQ(parser.Fields().size(), size + 1);
+  }
+}
+
+// Bytes that differ from the delimiter in one bit, or carry into their neighbours.
+TEST(RecordParserBlocks, FindNothingElse) {
+  Cohort::RecordParser parser(',');
+  std::string record;
+  for (int byte = 0; byte < 256; ++byte) {
+    if (byte != ',' && byte != '"') record += static_cast<char>(byte);
+  }
+  record += "x,x";
+  ASSERT_EQ(parser.Parse(record), RecordFault::None);
+  ASSERT_EQ(parser.Fields().size(), 2U);
+  EXPECT_EQ(parser.Fields()[0], std::string_view(record).substr(0, record.size() - 2));
+}
 
 TEST(RecordParserLongField, KeepsEveryByte) {
   Cohort::RecordParser parser(',');

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
+#include <random>
 #include <string>
 
 #include "tests/support/row_name.h"
@@ -56,6 +59,20 @@ INSTANTIATE_TEST_SUITE_P(
         Typed{"ExponentSign", "5e+", kRefused}, Typed{"ExponentFraction", "5e1.5", kRefused},
         Typed{"InnerBlank", "1 000", kRefused}, Typed{"BlankBehindSign", "- 5", kRefused}),
     RowName());
+
+// Short numbers take another way than long ones; the C library is a third.
+TEST(ReadNumberOfAnyLength, GivesTheNearestDouble) {
+  std::mt19937_64 random(20261122);
+  for (int i = 0; i < 200'000; ++i) {
+    std::string text = std::to_string(random() >> random() % 64);
+    text.insert(random() % (text.size() + 1), 1, '.');
+    ASSERT_EQ(Vse::ReadNumber(text), std::strtod(text.c_str(), nullptr)) << text;
+    std::replace(text.begin(), text.end(), '.', ',');
+    const auto read = Vse::ReadNumber("-" + text);
+    std::replace(text.begin(), text.end(), ',', '.');
+    ASSERT_EQ(read, 0.0 - std::strtod(text.c_str(), nullptr)) << text;
+  }
+}
 
 TEST(IsTooLarge, TellsALargeNumberFromWhatIsNone) {
   for (const char* text :
