@@ -1,0 +1,183 @@
+// The geometric fit: Gauss and Newton's method on the distances, with Marquardt's damping.
+#include "landmarks/circle_fit.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+#include <vector>
+
+namespace Landmarks {
+
+namespace {
+
+constexpr std::size_t kUnknowns = 3;  // centre x, centre y, radius
+using Vector = std::array<double, kUnknowns>;
+using Matrix = std::array<Vector, kUnknowns>;
+
+double Determinant(const Matrix& m) {
+  return m[0][0] * (m[1][1] * m[2][2] - m[1][2] * m[2][1]) -
+         m[0][1] * (m[1][0] * m[2][2] - m[1][2] * m[2][0]) +
+         m[0][2] * (m[1][0] * m[2][1] - m[1][1] * m[2][0]);
+}
+
+// Cramer's rule: three unknowns, and the matrices here are symmetric and well scaled.
+std::optional<Vector> Solve(const Matrix& matrix, const Vector& right) {
+  const double determinant = Determinant(matrix);
+  Vector solution{};
+  for (std::size_t column = 0; column < kUnknowns; ++column) {
+    Matrix replaced = matrix;
+    for (std::size_t row = 0; row < kUnknowns; ++row) replaced[row][column] = right[row];
+    solution[column] = Determinant(replaced) / determinant;
+    if (!std::isfinite(solution[column])) return std::nullopt;
+  }
+  return solution;
+}
+
+Point MeanOf(std::span<const Point> points) {
+  Point sum;
+  for (const Point& point : points) sum = sum + point;
+  return 1.0 / static_cast<double>(points.size()) * sum;
+}
+
+// J'J and J'r of the distances r at a circle, and their sum of squares.
+struct Normal {
+  Matrix matrix{};
+  Vector gradient{};
+  double squares = 0.0;
+};
+
+Normal NormalOf(std::span<const Point> points, const Circle& circle) {
+  Normal normal;
+  for (const Point& point : points) {
+    const Point arm = point - circle.centre;
+    const double length = Length(arm);
+    const Vector slope = {-arm.x / length, -arm.y / length, -1.0};
+    const double distance = length - circle.radius;
+    for (std::size_t i = 0; i < kUnknowns; ++i) {
+      for (std::size_t k = 0; k < kUnknowns; ++k) normal.matrix[i][k] += slope[i] * slope[k];
+      normal.gradient[i] += slope[i] * distance;
+    }
+    normal.squares += distance * distance;
+  }
+  return normal;
+}
+
+// Kåsa's linear fit. Its radius is too small on short arcs; here it only starts the iteration.
+std::optional<Circle> StartOf(std::span<const Point> points) {
+  const Point mean = MeanOf(points);
+  Matrix matrix{};
+  Vector right{};
+  for (const Point& point : points) {
+    const Point p = point - mean;
+    const Vector terms = {p.x, p.y, 1.0};
+    for (std::size_t i = 0; i < kUnknowns; ++i) {
+      for (std::size_t k = 0; k < kUnknowns; ++k) matrix[i][k] += terms[i] * terms[k];
+      right[i] += terms[i] * Dot(p, p);
+    }
+  }
+  const std::optional<Vector> solution = Solve(matrix, right);
+  if (!solution) return std::nullopt;
+  const Point arm = {(*solution)[0] / 2.0, (*solution)[1] / 2.0};
+  const double square = (*solution)[2] + Dot(arm, arm);
+  if (!(square > 0.0)) return std::nullopt;
+  return Circle{mean + arm, std::sqrt(square)};
+}
+
+Circle Moved(const Circle& circle, const Vector& step) {
+  return {{circle.centre.x - step[0], circle.centre.y - step[1]}, circle.radius - step[2]};
+}
+
+// One damped step that does not make the sum of squares larger; false when there is none.
+bool Improve(std::span<const Point> points, Circle& circle, Normal& normal, double& damping) {
+  constexpr double kLargestDamping = 1e12;
+  for (; damping < kLargestDamping; damping = std::max(1e-9, damping * 10.0)) {
+    Matrix damped = normal.matrix;
+    for (std::size_t i = 0; i < kUnknowns; ++i) damped[i][i] *= 1.0 + damping;
+    const std::optional<Vector> step = Solve(damped, normal.gradient);
+    if (!step) continue;
+    const Circle next = Moved(circle, *step);
+    const Normal nextNormal = NormalOf(points, next);
+    if (!(nextNormal.squares <= normal.squares) || !(next.radius > 0.0)) continue;
+    circle = next;
+    normal = nextNormal;
+    damping /= 10.0;
+    return std::hypot((*step)[0], (*step)[1], (*step)[2]) > 1e-12 * circle.radius;
+  }
+  return false;
+}
+
+// The widest gap between neighbours on the outline is what nobody has marked.
+double ArcOf(std::span<const Point> points, Point centre) {
+  constexpr double kTurn = 2.0 * std::numbers::pi;
+  std::vector<double> angles;
+  for (const Point& point : points) {
+    angles.push_back(std::atan2(point.y - centre.y, point.x - centre.x));
+  }
+  std::sort(angles.begin(), angles.end());
+  double gap = angles.front() + kTurn - angles.back();
+  for (std::size_t i = 1; i < angles.size(); ++i) gap = std::max(gap, angles[i] - angles[i - 1]);
+  return kTurn - gap;
+}
+
+// The diagonal of s² (J'J)⁻¹.
+std::optional<CircleFit::Uncertainty> UncertaintyOf(const Normal& normal, double variance) {
+  Vector u{};
+  for (std::size_t i = 0; i < kUnknowns; ++i) {
+    Vector unit{};
+    unit[i] = 1.0;
+    const std::optional<Vector> column = Solve(normal.matrix, unit);
+    if (!column || !((*column)[i] >= 0.0)) return std::nullopt;
+    u[i] = std::sqrt(variance * (*column)[i]);
+  }
+  return CircleFit::Uncertainty{u[0], u[1], u[2]};
+}
+
+// A line is a circle without end: its fit runs away instead of settling.
+bool IsPlausible(const Circle& circle, std::span<const Point> points) {
+  constexpr double kFarOut = 1e4;
+  double extent = 0.0;
+  for (const Point& point : points) extent = std::max(extent, Length(point - points.front()));
+  return std::isfinite(circle.radius) && circle.radius < kFarOut * extent;
+}
+
+}  // namespace
+
+std::optional<Circle> CircleThrough(Point a, Point b, Point c) {
+  const Point p = b - a;
+  const Point q = c - a;
+  const double cross = 2.0 * (p.x * q.y - p.y * q.x);
+  const double pp = Dot(p, p);
+  const double qq = Dot(q, q);
+  const Point arm = {(q.y * pp - p.y * qq) / cross, (p.x * qq - q.x * pp) / cross};
+  const Circle circle = {a + arm, Length(arm)};
+  const std::array<Point, 3> points = {a, b, c};
+  if (!IsPlausible(circle, points) || !(circle.radius > 0.0)) return std::nullopt;
+  return circle;
+}
+
+std::optional<CircleFit> FitCircle(std::span<const Point> points) {
+  constexpr int kMostSteps = 200;
+  if (points.size() < kUnknowns) return std::nullopt;
+  std::optional<Circle> circle =
+      points.size() == kUnknowns ? CircleThrough(points[0], points[1], points[2]) : StartOf(points);
+  if (!circle) return std::nullopt;
+  Normal normal = NormalOf(points, *circle);
+  double damping = 0.0;
+  for (int i = 0; i < kMostSteps && Improve(points, *circle, normal, damping); ++i) {
+  }
+  if (!IsPlausible(*circle, points)) return std::nullopt;
+  CircleFit fit;
+  fit.circle = *circle;
+  fit.points = points.size();
+  fit.arc = ArcOf(points, circle->centre);
+  const std::size_t freedom = points.size() - kUnknowns;
+  if (freedom > 0) {
+    const double variance = normal.squares / static_cast<double>(freedom);
+    fit.residual = std::sqrt(variance);
+    fit.u = UncertaintyOf(normal, variance);
+  }
+  return fit;
+}
+
+}  // namespace Landmarks
