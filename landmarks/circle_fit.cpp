@@ -115,8 +115,11 @@ double ArcOf(std::span<const Point> points, Point centre) {
     angles.push_back(std::atan2(point.y - centre.y, point.x - centre.x));
   }
   std::sort(angles.begin(), angles.end());
-  double gap = angles.front() + kTurn - angles.back();
-  for (std::size_t i = 1; i < angles.size(); ++i) gap = std::max(gap, angles[i] - angles[i - 1]);
+  double gap = 0.0;
+  for (std::size_t i = 0; i < angles.size(); ++i) {
+    const double next = i + 1 < angles.size() ? angles[i + 1] : angles[0] + kTurn;
+    gap = std::max(gap, next - angles[i]);
+  }
   return kTurn - gap;
 }
 
@@ -133,17 +136,67 @@ std::optional<CircleFit::Uncertainty> UncertaintyOf(const Normal& normal, double
   return CircleFit::Uncertainty{u[0], u[1], u[2]};
 }
 
-// A line is a circle without end: its fit runs away instead of settling.
-bool IsPlausible(const Circle& circle, std::span<const Point> points) {
-  constexpr double kFarOut = 1e4;
+double ExtentOf(std::span<const Point> points) {
   double extent = 0.0;
   for (const Point& point : points) extent = std::max(extent, Length(point - points.front()));
-  return std::isfinite(circle.radius) && circle.radius < kFarOut * extent;
+  return extent;
+}
+
+// True as well where there are fewer than three different places, and for values not finite.
+bool IsOnALine(std::span<const Point> points) {
+  constexpr double kNarrow = 1e-6;  // of the extent
+  const Point mean = MeanOf(points);
+  double xx = 0.0;
+  double xy = 0.0;
+  double yy = 0.0;
+  for (const Point& point : points) {
+    const Point p = point - mean;
+    xx += p.x * p.x;
+    xy += p.x * p.y;
+    yy += p.y * p.y;
+  }
+  const double across = (xx + yy - std::hypot(xx - yy, 2.0 * xy)) / 2.0;
+  return !(across > kNarrow * kNarrow * (xx + yy));
+}
+
+// Marks on less than half a degree of a circle say nothing about its size.
+bool IsPlausible(const Circle& circle, std::span<const Point> points) {
+  constexpr double kFarOut = 100.0;
+  return circle.radius > 0.0 && circle.radius < kFarOut * ExtentOf(points);
+}
+
+// Empty when it does not settle on a smallest sum of squares.
+std::optional<Circle> Settle(std::span<const Point> points, Circle circle) {
+  constexpr int kMostSteps = 500;
+  Normal normal = NormalOf(points, circle);
+  double damping = 0.0;
+  int steps = 0;
+  while (steps < kMostSteps && Improve(points, circle, normal, damping)) ++steps;
+  if (steps == kMostSteps || !std::isfinite(normal.squares)) return std::nullopt;
+  return circle;
+}
+
+CircleFit Judged(std::span<const Point> points, const Circle& circle) {
+  const Normal normal = NormalOf(points, circle);
+  const std::optional<CircleFit::Uncertainty> perMark = UncertaintyOf(normal, 1.0);
+  CircleFit fit;
+  fit.circle = circle;
+  fit.points = points.size();
+  fit.arc = ArcOf(points, circle.centre);
+  if (perMark) fit.radiusPerMark = perMark->radius;
+  const std::size_t freedom = points.size() - kUnknowns;
+  if (freedom == 0) return fit;
+  const double variance = normal.squares / static_cast<double>(freedom);
+  fit.residual = std::sqrt(variance);
+  fit.u = UncertaintyOf(normal, variance);
+  return fit;
 }
 
 }  // namespace
 
 std::optional<Circle> CircleThrough(Point a, Point b, Point c) {
+  const std::array<Point, 3> points = {a, b, c};
+  if (IsOnALine(points)) return std::nullopt;
   const Point p = b - a;
   const Point q = c - a;
   const double cross = 2.0 * (p.x * q.y - p.y * q.x);
@@ -151,33 +204,17 @@ std::optional<Circle> CircleThrough(Point a, Point b, Point c) {
   const double qq = Dot(q, q);
   const Point arm = {(q.y * pp - p.y * qq) / cross, (p.x * qq - q.x * pp) / cross};
   const Circle circle = {a + arm, Length(arm)};
-  const std::array<Point, 3> points = {a, b, c};
-  if (!IsPlausible(circle, points) || !(circle.radius > 0.0)) return std::nullopt;
+  if (!IsPlausible(circle, points)) return std::nullopt;
   return circle;
 }
 
 std::optional<CircleFit> FitCircle(std::span<const Point> points) {
-  constexpr int kMostSteps = 200;
-  if (points.size() < kUnknowns) return std::nullopt;
+  if (points.size() < kUnknowns || IsOnALine(points)) return std::nullopt;
   std::optional<Circle> circle =
       points.size() == kUnknowns ? CircleThrough(points[0], points[1], points[2]) : StartOf(points);
-  if (!circle) return std::nullopt;
-  Normal normal = NormalOf(points, *circle);
-  double damping = 0.0;
-  for (int i = 0; i < kMostSteps && Improve(points, *circle, normal, damping); ++i) {
-  }
-  if (!IsPlausible(*circle, points)) return std::nullopt;
-  CircleFit fit;
-  fit.circle = *circle;
-  fit.points = points.size();
-  fit.arc = ArcOf(points, circle->centre);
-  const std::size_t freedom = points.size() - kUnknowns;
-  if (freedom > 0) {
-    const double variance = normal.squares / static_cast<double>(freedom);
-    fit.residual = std::sqrt(variance);
-    fit.u = UncertaintyOf(normal, variance);
-  }
-  return fit;
+  if (circle && points.size() > kUnknowns) circle = Settle(points, *circle);
+  if (!circle || !IsPlausible(*circle, points)) return std::nullopt;
+  return Judged(points, *circle);
 }
 
 }  // namespace Landmarks

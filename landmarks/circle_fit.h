@@ -32,18 +32,22 @@ struct CircleFit {
     double radius = 0.0;
   };
   std::optional<Uncertainty> u;
+  // Standard uncertainty of the radius over that of a point, which it would have if the points'
+  // scatter were known; larger the shorter the arc.
+  double radiusPerMark = 0.0;
 
   bool IsShortArc() const { return arc < kShortArc; }
 };
 
-// The circle through three points. Empty when they lie on a line or two of them coincide.
+// The circle through three points. Empty where they lie on a line, two of them coincide, or they
+// stand on so little of the outline (under half a degree) that it has no size to speak of.
 std::optional<Circle> CircleThrough(Point a, Point b, Point c);
 
 // The circle with the least sum of squared distances to the points (the geometric fit; see Chernov,
-// Circular and Linear Regression, CRC Press 2010). Three points give the circle through them. Its
+// Circular and Linear Regression, CRC Press 2010). Three points give the circle through them. The
 // radius comes out too large by about half the points' variance over the radius, which is less
-// than 0.05 mm for any head that a person would mark. Empty for fewer than three points, points
-// on a line, values that are not finite, and where the fit does not settle.
+// than 0.05 mm for any head that a person would mark. Empty for fewer than three different points,
+// points on a line, values that are not finite, and where the fit does not settle.
 std::optional<CircleFit> FitCircle(std::span<const Point> points);
 
 }  // namespace Landmarks

@@ -7,65 +7,105 @@ namespace Landmarks {
 
 namespace {
 
-// At right angles to `lateral`, towards the upper edge of the picture.
-Point UpFrom(Point lateral) {
-  const Point up = {lateral.y, -lateral.x};
-  return up.y <= 0.0 ? up : -1.0 * up;
-}
-
+// Below a millionth of a millimetre a direction is rounding.
 std::optional<Point> Unit(Point p) {
   const double length = Length(p);
-  if (!(length > 0.0) || !std::isfinite(length)) return std::nullopt;
+  if (!(length > 1e-6) || !std::isfinite(length)) return std::nullopt;
   return 1.0 / length * p;
 }
 
-std::optional<Frame> FrameFrom(Point head, const OtherHead& other) {
-  const std::optional<Point> lateral = Unit(head - other.centre);
-  if (!lateral) return std::nullopt;
-  return Frame{head, *lateral, UpFrom(*lateral), Length(head - other.centre) / 2.0};
+// From the body's midline to the head's centre, at right angles to the midline.
+std::optional<Point> ArmTo(Point head, const Marks& marks) {
+  if (const auto* other = std::get_if<Circle>(&marks.other)) {
+    return 0.5 * (head - other->centre);
+  }
+  const auto* midline = std::get_if<Midline>(&marks.other);
+  if (!midline) return std::nullopt;
+  const std::optional<Point> along = Unit((*midline)[1] - (*midline)[0]);
+  if (!along) return std::nullopt;
+  const Point arm = head - (*midline)[0];
+  return arm - Dot(arm, *along) * *along;
 }
 
-// The foot of the head's perpendicular on the midline stands for the middle between the heads.
-std::optional<Frame> FrameFrom(Point head, const Midline& midline) {
-  const std::optional<Point> along = Unit(midline[1] - midline[0]);
-  if (!along) return std::nullopt;
-  const Point arm = head - midline[0];
-  const Point across = arm - Dot(arm, *along) * *along;
-  const std::optional<Point> lateral = Unit(across);
-  if (!lateral) return std::nullopt;
-  return Frame{head, *lateral, UpFrom(*lateral), Length(across)};
+// Where a point lies in the frame, in true millimetres.
+struct Place {
+  TrueMillimetres lateral;
+  TrueMillimetres up;
+};
+
+Place PlaceOf(Point point, const Frame& frame, const Magnification& magnification) {
+  const Point arm = point - frame.origin;
+  return {{Dot(arm, frame.lateral) / magnification.factor},
+          {Dot(arm, frame.up) / magnification.factor}};
+}
+
+bool IsSet(const Marks& marks, Mark mark) {
+  switch (mark) {
+    case Mark::Head:
+      return marks.head.has_value();
+    case Mark::Other:
+      return !std::holds_alternative<std::monostate>(marks.other);
+    case Mark::SocketEdge:
+      return marks.socketEdge.has_value();
+    case Mark::CrestTop:
+      return marks.crestTop.has_value();
+    case Mark::CrestLateral:
+      return marks.crestLateral.has_value();
+    case Mark::Trochanter:
+      return marks.trochanter.has_value();
+  }
+  return false;
 }
 
 }  // namespace
 
+std::vector<Mark> MissingMarks(const Marks& marks, const MeasurementMarks& measurement) {
+  std::vector<Mark> missing;
+  if (!IsSet(marks, Mark::Head)) missing.push_back(Mark::Head);
+  if (measurement.takesOther && !IsSet(marks, Mark::Other)) missing.push_back(Mark::Other);
+  if (measurement.own && !IsSet(marks, *measurement.own)) missing.push_back(*measurement.own);
+  return missing;
+}
+
 std::optional<Frame> FrameOf(const Marks& marks) {
   if (!marks.head) return std::nullopt;
   const Point head = marks.head->centre;
-  if (const auto* other = std::get_if<OtherHead>(&marks.other)) return FrameFrom(head, *other);
-  if (const auto* midline = std::get_if<Midline>(&marks.other)) return FrameFrom(head, *midline);
-  return std::nullopt;
+  const std::optional<Point> arm = ArmTo(head, marks);
+  const std::optional<Point> lateral = arm ? Unit(*arm) : std::nullopt;
+  if (!lateral) return std::nullopt;
+  const Point across = {lateral->y, -lateral->x};
+  const double towardsHead = Dot(across, marks.towardsHead);
+  if (!(std::abs(towardsHead) > 0.0)) return std::nullopt;
+  return Frame{head, *lateral, (towardsHead > 0.0 ? 1.0 : -1.0) * across, Length(*arm)};
 }
 
-Measurements Measure(const Marks& marks, double magnification) {
+Measurements Measure(const Marks& marks, const Magnification& magnification) {
   Measurements found;
-  if (marks.head) found.headRadius = marks.head->radius / magnification;
+  if (marks.head) found.headRadius = {marks.head->radius / magnification.factor};
   const std::optional<Frame> frame = FrameOf(marks);
   if (!frame) return found;
-  const auto sideways = [&](Point p) {
-    return Dot(p - frame->origin, frame->lateral) / magnification;
-  };
-  const auto upward = [&](Point p) { return Dot(p - frame->origin, frame->up) / magnification; };
-  found.halfInterhip = frame->halfInterhip / magnification;
+  found.halfInterhip = {frame->halfInterhip / magnification.factor};
+  const auto place = [&](Point point) { return PlaceOf(point, *frame, magnification); };
   if (marks.trochanter) {
-    found.trochanterX = -upward(*marks.trochanter);
-    found.trochanterZ = sideways(*marks.trochanter);
+    found.trochanterX = {-place(*marks.trochanter).up.value};
+    found.trochanterZ = place(*marks.trochanter).lateral;
   }
-  if (marks.crestLateral) found.crestWidth = sideways(*marks.crestLateral);
-  if (marks.crestTop) found.crestHeight = upward(*marks.crestTop);
+  if (marks.crestLateral) found.crestWidth = place(*marks.crestLateral).lateral;
+  if (marks.crestTop) found.crestHeight = place(*marks.crestTop).up;
   if (marks.socketEdge) {
-    found.centreEdge = std::atan2(sideways(*marks.socketEdge), upward(*marks.socketEdge));
+    const Place edge = place(*marks.socketEdge);
+    found.centreEdge = {std::atan2(edge.lateral.value, edge.up.value)};
   }
   return found;
+}
+
+bool IsUpsideDown(const Marks& marks) {
+  const std::optional<Frame> frame = FrameOf(marks);
+  if (!frame) return false;
+  const auto isBelow = [&](const std::optional<Point>& mark) {
+    return mark && Dot(*mark - frame->origin, frame->up) < 0.0;
+  };
+  return isBelow(marks.crestTop) || isBelow(marks.crestLateral);
 }
 
 }  // namespace Landmarks

@@ -12,6 +12,7 @@ import sys
 ALLOWED = {
     "model": set(),
     "columns": {"model"},
+    "landmarks": set(),
     "storage": set(),
     "case": {"model", "storage"},
     "platform": {"storage"},
@@ -25,7 +26,8 @@ EVERYTHING = {"app", "tests", "bench"}  # may include every room
 ROOMS = set(ALLOWED) | EVERYTHING
 
 # Toolkit headers that a room may use: none, those without windows, or all.
-TOOLKIT = {"model": "none", "columns": "none", "storage": "core", "case": "core", "batch": "core"}
+TOOLKIT = {"model": "none", "columns": "none", "landmarks": "none", "storage": "core", "case": "core",
+           "batch": "core"}
 QT_CORE_ONLY = re.compile(
     r"^(Qt|QtCore/.*|QAnyStringView|QByteArray\w*|QChar|QCoreApplication|QCryptographicHash|QDate|"
     r"QDateTime|QDir|QDirIterator|QFile|QFileInfo|QIODevice|QJsonArray|QJsonDocument|"

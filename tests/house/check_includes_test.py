@@ -38,6 +38,7 @@ class CheckIncludes(unittest.TestCase):
             ("model/a.cpp", "#include <csv.h>"),
             ("model/a.cpp", '#include "case/b.h"'),
             ("columns/a.h", "#include <QString>"),
+            ("landmarks/a.h", '#include "model/b.h"'),
             ("columns/a.h", '#include "batch/b.h"'),
             ("case/a.h", "#include <QWidget>"),
             ("case/a.h", "#include <QtGui/QImage>"),
