@@ -22,7 +22,9 @@ constexpr double kBlur = 0.022;
 constexpr double kSearchStep = 0.04;
 constexpr double kOtherCircle = 0.14;  // from here on circles are different ones
 constexpr double kEdgeReach = 0.08;    // from the found circle to its edge
-constexpr double kOnOutline = 0.012;   // points that are nearer belong to the outline
+constexpr double kOnOutline = 0.012;   // points that are nearer always belong to the outline
+constexpr double kOffOutline = 0.02;   // and points that are further never do
+constexpr double kMostScatter = 0.01;  // of the points that do, as a standard deviation
 
 constexpr double kNoiseAlone = 6.0;   // the clearness that noise alone does not reach
 constexpr double kFaint = 0.3;        // of the usual slope; a fainter one is no edge
@@ -162,12 +164,12 @@ std::vector<Point> EdgePoints(const GreySlope& slope, const Circle& circle, doub
   return points;
 }
 
-std::vector<Point> OnOutline(const std::vector<Point>& points, const Circle& circle, double width) {
+std::vector<Point> OnOutline(const std::vector<Point>& points, const Circle& circle, double unit) {
   std::vector<double> off;
   for (const Point& point : points) {
     off.push_back(std::abs(Length(point - circle.centre) - circle.radius));
   }
-  const double most = std::max(width, 3.0 * Median(off));
+  const double most = std::clamp(3.0 * Median(off), kOnOutline * unit, kOffOutline * unit);
   std::vector<Point> kept;
   for (std::size_t i = 0; i < points.size(); ++i) {
     if (off[i] <= most) kept.push_back(points[i]);
@@ -176,7 +178,7 @@ std::vector<Point> OnOutline(const std::vector<Point>& points, const Circle& cir
 }
 
 // Fits, leaves out what does not lie on the circle, and fits again.
-std::optional<CircleFit> FitOutline(std::vector<Point>& points, Circle circle, double width) {
+std::optional<CircleFit> FitOutline(std::vector<Point>& points, Circle circle, double unit) {
   constexpr int kRounds = 6;
   std::optional<CircleFit> fit;
   std::vector<Point> kept = points;
@@ -184,7 +186,7 @@ std::optional<CircleFit> FitOutline(std::vector<Point>& points, Circle circle, d
     fit = FitCircle(kept);
     if (!fit) return std::nullopt;
     circle = fit->circle;
-    kept = OnOutline(points, circle, width);
+    kept = OnOutline(points, circle, unit);
   }
   points = kept;
   return fit;
@@ -213,7 +215,7 @@ Snap FollowEdge(const GreySlope& slope, const Circle& rough, Circle circle, doub
   circle.radius += kSteepestInside * slope.Blur();
   for (const double narrower : {1.0, 0.7, 0.5}) {
     snap.edge = EdgePoints(slope, circle, narrower * kEdgeReach * rough.radius, least);
-    snap.fit = FitOutline(snap.edge, circle, kOnOutline * rough.radius);
+    snap.fit = FitOutline(snap.edge, circle, rough.radius);
     if (!snap.fit) return Refused(SnapDoubt::TooLittle, snap);
     circle = snap.fit->circle;
   }
@@ -241,7 +243,8 @@ Snap SnapToEdge(const GreyView& view, const Circle& rough) {
   }
   Snap snap = FollowEdge(slope, rough, found.circle, usual);
   if (!snap.fit) return snap;
-  if (snap.seen < kLeastSeen) return Refused(SnapDoubt::TooLittle, snap);
+  const bool isRagged = snap.fit->residual > kMostScatter * rough.radius;
+  if (snap.seen < kLeastSeen || isRagged) return Refused(SnapDoubt::TooLittle, snap);
   if (other > kMostOther * found.score) return Refused(SnapDoubt::OtherRound, snap);
   const Circle& circle = snap.fit->circle;
   if (Length(circle.centre - rough.centre) > kCentreReach * rough.radius ||

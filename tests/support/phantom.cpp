@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <limits>
+#include <utility>
 
 #include "tests/support/phantom_bodies.h"
 #include "tests/support/random_numbers.h"
@@ -138,38 +138,49 @@ std::vector<Shadow> ShadowsOf(const Body& body, const View& view, const Setup& s
 // One row of the picture: a ray to each pixel, and its path through everything so far.
 struct Row {
   double y = 0.0;
-  std::vector<Point> points;
   std::vector<Ray> rays;
   std::vector<double> paths;
+  std::vector<std::vector<Interval>> inside;  // the body that is being added, of each ray
 };
 
 Row RowAt(int row, const View& view, const Setup& setup) {
-  Row made;
-  made.y = row * setup.spacing.row;
+  const auto width = static_cast<std::size_t>(setup.width);
+  Row made{row * setup.spacing.row,
+           {},
+           std::vector<double>(width),
+           std::vector<std::vector<Interval>>(width)};
   for (int column = 0; column < setup.width; ++column) {
-    made.points.push_back({column * setup.spacing.column, made.y});
-    made.rays.push_back(view.RayTo(made.points.back()));
+    made.rays.push_back(view.RayTo({column * setup.spacing.column, made.y}));
   }
-  made.paths.assign(made.points.size(), 0.0);
   return made;
 }
 
-void AddBody(const std::vector<Shadow>& shadows, double attenuation, Row& row) {
-  std::vector<Shadow> here;
-  std::copy_if(shadows.begin(), shadows.end(), std::back_inserter(here), [&](const Shadow& s) {
-    return std::abs(s.centre.y - row.y) < s.reach && s.centre.x + s.reach > 0.0 &&
-           s.centre.x - s.reach < row.points.back().x;
-  });
-  if (here.empty()) return;
-  std::vector<Interval> inside;
-  for (std::size_t i = 0; i < row.rays.size(); ++i) {
-    inside.clear();
-    for (const Shadow& s : here) {
-      if (std::abs(s.centre.x - row.points[i].x) >= s.reach) continue;
-      const Interval found = Inside(row.rays[i], *s.part);
-      if (found.to > found.from) inside.push_back(found);
+// The columns that a shadow may cover, the last one not included.
+std::pair<std::size_t, std::size_t> ColumnsOf(const Shadow& shadow, const Setup& setup) {
+  const auto column = [&](double x) {
+    return static_cast<std::size_t>(
+        std::clamp(x / setup.spacing.column, 0.0, static_cast<double>(setup.width)));
+  };
+  return {column(shadow.centre.x - shadow.reach), column(shadow.centre.x + shadow.reach)};
+}
+
+void AddBody(const std::vector<Shadow>& shadows, double attenuation, const Setup& setup, Row& row) {
+  std::size_t first = row.rays.size();
+  std::size_t end = 0;
+  for (const Shadow& shadow : shadows) {
+    if (std::abs(shadow.centre.y - row.y) >= shadow.reach) continue;
+    const auto [from, to] = ColumnsOf(shadow, setup);
+    first = std::min(first, from);
+    end = std::max(end, to);
+    for (std::size_t i = from; i < to; ++i) {
+      const Interval found = Inside(row.rays[i], *shadow.part);
+      if (found.to > found.from) row.inside[i].push_back(found);
     }
-    if (!inside.empty()) row.paths[i] += attenuation * UnionLength(inside);
+  }
+  for (std::size_t i = first; i < end; ++i) {
+    if (row.inside[i].empty()) continue;
+    row.paths[i] += attenuation * UnionLength(row.inside[i]);
+    row.inside[i].clear();
   }
 }
 
@@ -238,7 +249,7 @@ Picture Render(const Anatomy& anatomy, const Setup& setup) {
   for (int y = 0; y < setup.height; ++y) {
     Row row = RowAt(y, view, setup);
     for (std::size_t i = 0; i < bodies.size(); ++i) {
-      AddBody(shadows[i], bodies[i].attenuation, row);
+      AddBody(shadows[i], bodies[i].attenuation, setup, row);
     }
     for (const double path : row.paths) {
       picture.grey.push_back(Grey(Noisy(path - bone, boneCount, random)));
