@@ -38,9 +38,13 @@ constexpr int kSearchRays = 72;
 // Of a square root's start, smoothed: the place of its steepest slope, in standard deviations.
 constexpr double kSteepestInside = 0.76495;
 
-Point Direction(int ray, int rays) {
-  const double angle = 2.0 * std::numbers::pi * ray / rays;
-  return {std::cos(angle), std::sin(angle)};
+std::vector<Point> Directions(int rays) {
+  std::vector<Point> directions;
+  for (int ray = 0; ray < rays; ++ray) {
+    const double angle = 2.0 * std::numbers::pi * ray / rays;
+    directions.push_back({std::cos(angle), std::sin(angle)});
+  }
+  return directions;
 }
 
 double Median(std::vector<double> values) {
@@ -50,15 +54,21 @@ double Median(std::vector<double> values) {
   return *middle;
 }
 
+// What the search for a circle goes by.
+struct Search {
+  GreySlope slope;
+  std::vector<Point> outward;  // the rays' directions
+  double usual = 0.0;          // slope of a head's edge, grey levels per mm
+};
+
 // The steepest slope of each ray near the rough outline, as the median of all rays.
-double UsualSlope(const GreySlope& slope, const Circle& rough) {
+double UsualSlope(const Search& search, const Circle& rough) {
   const double reach = kCentreReach * rough.radius;
   std::vector<double> steepest;
-  for (int ray = 0; ray < kSearchRays; ++ray) {
-    const Point outward = Direction(ray, kSearchRays);
+  for (const Point& outward : search.outward) {
     double most = 0.0;
-    for (double off = -reach; off <= reach; off += slope.Blur() / 2.0) {
-      const double drop = slope.Drop(rough.centre + (rough.radius + off) * outward, outward);
+    for (double off = -reach; off <= reach; off += search.slope.Blur() / 2.0) {
+      const double drop = search.slope.Drop(rough.centre + (rough.radius + off) * outward, outward);
       if (drop > most) most = drop;
     }
     steepest.push_back(most);
@@ -72,17 +82,16 @@ struct Scored {
 };
 
 // From 0 to 1: how much darker it gets outward, where no place counts more than the usual slope.
-double Score(const GreySlope& slope, const Circle& circle, double usual) {
+double Score(const Search& search, const Circle& circle) {
   double sum = 0.0;
-  for (int ray = 0; ray < kSearchRays; ++ray) {
-    const Point outward = Direction(ray, kSearchRays);
-    const double drop = slope.Drop(circle.centre + circle.radius * outward, outward);
-    if (drop > 0.0) sum += std::min(drop / usual, 1.0);
+  for (const Point& outward : search.outward) {
+    const double drop = search.slope.Drop(circle.centre + circle.radius * outward, outward);
+    if (drop > 0.0) sum += std::min(drop / search.usual, 1.0);
   }
-  return sum / kSearchRays;
+  return sum / static_cast<double>(search.outward.size());
 }
 
-std::vector<Scored> SearchAll(const GreySlope& slope, const Circle& rough, double usual) {
+std::vector<Scored> SearchAll(const Search& search, const Circle& rough) {
   const int centres = static_cast<int>(kCentreReach / kSearchStep);
   const int radii = static_cast<int>(kRadiusReach / kSearchStep);
   const double step = kSearchStep * rough.radius;
@@ -91,7 +100,7 @@ std::vector<Scored> SearchAll(const GreySlope& slope, const Circle& rough, doubl
     for (int y = -centres; y <= centres; ++y) {
       for (int r = -radii; r <= radii; ++r) {
         const Circle circle = {rough.centre + Point{x * step, y * step}, rough.radius + r * step};
-        all.push_back({circle, Score(slope, circle, usual)});
+        all.push_back({circle, Score(search, circle)});
       }
     }
   }
@@ -103,7 +112,7 @@ bool IsBetter(const Scored& a, const Scored& b) {
 }
 
 // Uphill with ever smaller steps.
-Scored Climb(const GreySlope& slope, Scored best, double step, double usual) {
+Scored Climb(const Search& search, Scored best, double step) {
   const double end = step / 10.0;
   while (step > end) {
     const Scored before = best;
@@ -112,7 +121,7 @@ Scored Climb(const GreySlope& slope, Scored best, double step, double usual) {
       Circle moved = before.circle;
       moved.centre = moved.centre + Point{x * step, y * step};
       moved.radius += r * step;
-      const double score = Score(slope, moved, usual);
+      const double score = Score(search, moved);
       if (score > best.score) best = {moved, score};
     }
     if (!(best.score > before.score)) step /= 2.0;
@@ -152,8 +161,7 @@ std::vector<Point> EdgePoints(const GreySlope& slope, const Circle& circle, doub
   const double inside = kSteepestInside * slope.Blur();
   const Circle steepest = {circle.centre, circle.radius - inside};
   std::vector<Point> points;
-  for (int ray = 0; ray < kRays; ++ray) {
-    const Point outward = Direction(ray, kRays);
+  for (const Point& outward : Directions(kRays)) {
     const auto edge = EdgeOnRay(slope, steepest, outward, reach, least);
     if (!edge) continue;
     const Point at = circle.centre + *edge * outward;
@@ -208,10 +216,11 @@ bool IsUsable(const GreyView& view, const Circle& rough) {
 }
 
 // From the circle that the search found to the one that its edge points give.
-Snap FollowEdge(const GreySlope& slope, const Circle& rough, Circle circle, double usual) {
+Snap FollowEdge(const Search& search, const Circle& rough, Circle circle) {
+  const GreySlope& slope = search.slope;
   Snap snap;
-  snap.clearness = usual / slope.Noise();
-  const double least = std::max(kFaint * usual, 4.0 * slope.Noise());
+  snap.clearness = search.usual / slope.Noise();
+  const double least = std::max(kFaint * search.usual, 4.0 * slope.Noise());
   circle.radius += kSteepestInside * slope.Blur();
   for (const double narrower : {1.0, 0.7, 0.5}) {
     snap.edge = EdgePoints(slope, circle, narrower * kEdgeReach * rough.radius, least);
@@ -220,8 +229,21 @@ Snap FollowEdge(const GreySlope& slope, const Circle& rough, Circle circle, doub
     circle = snap.fit->circle;
   }
   snap.seen = static_cast<double>(snap.edge.size()) / kRays;
-  snap.doubt = SnapDoubt::None;
   return snap;
+}
+
+// The best score of circles that are not the one found.
+double OtherScore(const std::vector<Scored>& all, const Scored& found, double different) {
+  double other = 0.0;
+  for (const Scored& scored : all) {
+    if (Apart(scored.circle, found.circle) > different) other = std::max(other, scored.score);
+  }
+  return other;
+}
+
+bool IsWithinReach(const Circle& circle, const Circle& rough) {
+  return Length(circle.centre - rough.centre) <= kCentreReach * rough.radius &&
+         std::abs(circle.radius - rough.radius) <= kRadiusReach * rough.radius;
 }
 
 }  // namespace
@@ -229,28 +251,21 @@ Snap FollowEdge(const GreySlope& slope, const Circle& rough, Circle circle, doub
 Snap SnapToEdge(const GreyView& view, const Circle& rough) {
   if (!IsUsable(view, rough)) return Refused(SnapDoubt::NoStart);
   constexpr double kReach = 1.0 + kCentreReach + kRadiusReach + 2.0 * kEdgeReach;
-  const GreySlope slope(view, rough.centre, kReach * rough.radius, kBlur * rough.radius);
-  const double usual = UsualSlope(slope, rough);
-  if (!(usual > kNoiseAlone * slope.Noise())) return Refused(SnapDoubt::NoEdge);
-  const std::vector<Scored> all = SearchAll(slope, rough, usual);
+  Search search{GreySlope(view, rough.centre, kReach * rough.radius, kBlur * rough.radius),
+                Directions(kSearchRays)};
+  search.usual = UsualSlope(search, rough);
+  if (!(search.usual > kNoiseAlone * search.slope.Noise())) return Refused(SnapDoubt::NoEdge);
+  const std::vector<Scored> all = SearchAll(search, rough);
   const Scored best = *std::max_element(all.begin(), all.end(), IsBetter);
-  const Scored found = Climb(slope, best, kSearchStep * rough.radius / 2.0, usual);
-  double other = 0.0;
-  for (const Scored& scored : all) {
-    if (Apart(scored.circle, found.circle) > kOtherCircle * rough.radius) {
-      other = std::max(other, scored.score);
-    }
-  }
-  Snap snap = FollowEdge(slope, rough, found.circle, usual);
+  const Scored found = Climb(search, best, kSearchStep * rough.radius / 2.0);
+  const double other = OtherScore(all, found, kOtherCircle * rough.radius);
+  Snap snap = FollowEdge(search, rough, found.circle);
   if (!snap.fit) return snap;
   const bool isRagged = snap.fit->residual > kMostScatter * rough.radius;
   if (snap.seen < kLeastSeen || isRagged) return Refused(SnapDoubt::TooLittle, snap);
   if (other > kMostOther * found.score) return Refused(SnapDoubt::OtherRound, snap);
-  const Circle& circle = snap.fit->circle;
-  if (Length(circle.centre - rough.centre) > kCentreReach * rough.radius ||
-      std::abs(circle.radius - rough.radius) > kRadiusReach * rough.radius) {
-    return Refused(SnapDoubt::TooFar, snap);
-  }
+  if (!IsWithinReach(snap.fit->circle, rough)) return Refused(SnapDoubt::TooFar, snap);
+  snap.doubt = SnapDoubt::None;
   return snap;
 }
 

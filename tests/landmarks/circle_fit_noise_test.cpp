@@ -15,7 +15,7 @@ using Landmarks::Point;
 constexpr double kDegree = std::numbers::pi / 180.0;
 constexpr double kRadius = 25.0;  // mm
 constexpr double kNoise = 0.5;    // mm, of every mark in each direction
-constexpr int kTrials = 40000;    // the mean of the radius is then known to 0.003 mm
+constexpr int kTrials = 20000;    // the mean of the radius is then known to 0.006 mm
 
 struct Scatter {
   double bias = 0.0;
