@@ -33,7 +33,7 @@ constexpr double kLeastSeen = 0.6;
 constexpr double kMostOther = 0.85;  // score of another circle over that of the best
 
 constexpr int kRays = 180;
-constexpr int kSearchRays = 72;
+constexpr int kSearchRays = 48;
 
 // Of a square root's start, smoothed: the place of its steepest slope, in standard deviations.
 constexpr double kSteepestInside = 0.76495;

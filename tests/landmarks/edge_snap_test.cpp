@@ -49,7 +49,7 @@ Phantom::Anatomy AnyAnatomy(RandomNumbers& random) {
 
 Phantom::Setup AnySetup(RandomNumbers& random, int number) {
   Phantom::Setup setup;
-  setup.spacing = {random.Uniform(0.2, 0.35), random.Uniform(0.2, 0.35)};
+  setup.spacing = {random.Uniform(0.22, 0.38), random.Uniform(0.22, 0.38)};
   setup.width = static_cast<int>(430.0 / setup.spacing.column);
   setup.height = static_cast<int>(360.0 / setup.spacing.row);
   setup.sourceToHip = random.Uniform(900.0, 1050.0);
