@@ -123,17 +123,15 @@ double ArcOf(std::span<const Point> points, Point centre) {
   return kTurn - gap;
 }
 
-// The diagonal of s² (J'J)⁻¹.
-std::optional<CircleFit::Uncertainty> UncertaintyOf(const Normal& normal, double variance) {
-  Vector u{};
+// (J'J)⁻¹, which is symmetric.
+CircleCovariance Inverse(const Matrix& matrix) {
+  CircleCovariance inverse{};
   for (std::size_t i = 0; i < kUnknowns; ++i) {
     Vector unit{};
     unit[i] = 1.0;
-    const std::optional<Vector> column = Solve(normal.matrix, unit);
-    if (!column || !((*column)[i] >= 0.0)) return std::nullopt;
-    u[i] = std::sqrt(variance * (*column)[i]);
+    if (const std::optional<Vector> row = Solve(matrix, unit)) inverse[i] = *row;
   }
-  return CircleFit::Uncertainty{u[0], u[1], u[2]};
+  return inverse;
 }
 
 double ExtentOf(std::span<const Point> points) {
@@ -178,17 +176,16 @@ std::optional<Circle> Settle(std::span<const Point> points, Circle circle) {
 
 CircleFit Judged(std::span<const Point> points, const Circle& circle) {
   const Normal normal = NormalOf(points, circle);
-  const std::optional<CircleFit::Uncertainty> perMark = UncertaintyOf(normal, 1.0);
   CircleFit fit;
   fit.circle = circle;
   fit.points = points.size();
   fit.arc = ArcOf(points, circle.centre);
-  if (perMark) fit.radiusPerMark = perMark->radius;
+  fit.perMark = Inverse(normal.matrix);
   const std::size_t freedom = points.size() - kUnknowns;
   if (freedom == 0) return fit;
-  const double variance = normal.squares / static_cast<double>(freedom);
-  fit.residual = std::sqrt(variance);
-  fit.u = UncertaintyOf(normal, variance);
+  fit.residual = std::sqrt(normal.squares / static_cast<double>(freedom));
+  fit.u = {fit.residual * std::sqrt(fit.perMark[0][0]), fit.residual * std::sqrt(fit.perMark[1][1]),
+           fit.residual * std::sqrt(fit.perMark[2][2])};
   return fit;
 }
 

@@ -1,6 +1,7 @@
 // Circles through points that were marked on an edge, such as the outline of the femoral head.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <numbers>
 #include <optional>
@@ -19,11 +20,17 @@ struct Circle {
 // the outline has twice the standard uncertainty of one from half of it.
 inline constexpr double kShortArc = 150.0 * std::numbers::pi / 180.0;  // rad
 
+// Covariances of centre x, centre y and radius, in this order, mm². Where only a part of the
+// outline is marked, centre and radius err together.
+using CircleCovariance = std::array<std::array<double, 3>, 3>;
+
 struct CircleFit {
   Circle circle;
   std::size_t points = 0;
   double arc = 0.0;       // rad, the part of the outline from the first point to the last
   double residual = 0.0;  // mm, standard deviation of the points' distances from the outline
+  // For points with a standard uncertainty of 1 mm in every direction.
+  CircleCovariance perMark = {};
   // Standard uncertainties, mm, from the points' own scatter. Empty for three points, which any
   // circle meets.
   struct Uncertainty {
@@ -32,9 +39,6 @@ struct CircleFit {
     double radius = 0.0;
   };
   std::optional<Uncertainty> u;
-  // Standard uncertainty of the radius over that of a point, which it would have if the points'
-  // scatter were known; larger the shorter the arc.
-  double radiusPerMark = 0.0;
 
   bool IsShortArc() const { return arc < kShortArc; }
 };

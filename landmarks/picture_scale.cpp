@@ -30,7 +30,7 @@ PixelPlace InPixels(Point point, const PixelSpacing& spacing) {
 
 std::optional<Magnification> MagnificationOfBall(const CircleFit& fit, const KnownLength& diameter,
                                                  double markU) {
-  const double radiusU = fit.u ? fit.u->radius : fit.radiusPerMark * markU;
+  const double radiusU = fit.u ? fit.u->radius : markU * std::sqrt(fit.perMark[2][2]);
   return Ratio(2.0 * fit.circle.radius, 2.0 * radiusU, diameter);
 }
 

@@ -21,6 +21,7 @@ ALLOWED = {
     "caseform": {"case", "model", "diagram", "platform"},
     "report": {"case", "diagram", "platform"},
     "view3d": {"case", "platform", "storage"},
+    "measuring": {"landmarks", "model", "uncertainty"},
     "batch": {"case", "columns", "model", "storage"},
 }
 EVERYTHING = {"app", "tests", "bench"}  # may include every room

@@ -121,7 +121,9 @@ TEST(CircleFit, OfAFullOutlineHasTheUncertaintyOfAMean) {
   const Circle circle = {{0.0, 0.0}, 25.0};
   const auto fit = FitCircle(Arc(circle, 0.0, 2.0 * std::numbers::pi * 15.0 / 16.0, 16));
   ASSERT_TRUE(fit);
-  EXPECT_NEAR(fit->radiusPerMark, 0.25, 1e-9);
+  EXPECT_NEAR(fit->perMark[2][2], 1.0 / 16.0, 1e-9);
+  EXPECT_NEAR(fit->perMark[0][0], 2.0 / 16.0, 1e-9);
+  EXPECT_NEAR(fit->perMark[0][2], 0.0, 1e-9);
 }
 
 struct NoCircle {
