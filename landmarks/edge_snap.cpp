@@ -64,11 +64,14 @@ struct Search {
 // The steepest slope of each ray near the rough outline, as the median of all rays.
 double UsualSlope(const Search& search, const Circle& rough) {
   const double reach = kCentreReach * rough.radius;
+  const double step = search.slope.Blur() / 2.0;
+  const int steps = static_cast<int>(reach / step);
   std::vector<double> steepest;
   for (const Point& outward : search.outward) {
     double most = 0.0;
-    for (double off = -reach; off <= reach; off += search.slope.Blur() / 2.0) {
-      const double drop = search.slope.Drop(rough.centre + (rough.radius + off) * outward, outward);
+    for (int i = -steps; i <= steps; ++i) {
+      const Point at = rough.centre + (rough.radius + i * step) * outward;
+      const double drop = search.slope.Drop(at, outward);
       if (drop > most) most = drop;
     }
     steepest.push_back(most);
@@ -141,7 +144,9 @@ std::optional<double> EdgeOnRay(const GreySlope& slope, const Circle& circle, Po
   const auto dropAt = [&](double at) { return slope.Drop(circle.centre + at * outward, outward); };
   std::optional<double> edge;
   double best = 0.0;
-  for (double off = -reach; off <= reach; off += step) {
+  const int steps = static_cast<int>(reach / step);
+  for (int i = -steps; i <= steps; ++i) {
+    const double off = i * step;
     const double at = circle.radius + off;
     const double before = dropAt(at - step);
     const double here = dropAt(at);
@@ -179,6 +184,7 @@ std::vector<Point> OnOutline(const std::vector<Point>& points, const Circle& cir
   }
   const double most = std::clamp(3.0 * Median(off), kOnOutline * unit, kOffOutline * unit);
   std::vector<Point> kept;
+  kept.reserve(points.size());
   for (std::size_t i = 0; i < points.size(); ++i) {
     if (off[i] <= most) kept.push_back(points[i]);
   }
@@ -233,12 +239,17 @@ Snap FollowEdge(const Search& search, const Circle& rough, Circle circle) {
 }
 
 // The best score of circles that are not the one found.
-double OtherScore(const std::vector<Scored>& all, const Scored& found, double different) {
-  double other = 0.0;
+double OtherScore(const Search& search, const std::vector<Scored>& all, const Scored& found,
+                  double unit) {
+  const auto isOther = [&](const Scored& scored) {
+    return Apart(scored.circle, found.circle) > kOtherCircle * unit;
+  };
+  Scored other;
   for (const Scored& scored : all) {
-    if (Apart(scored.circle, found.circle) > different) other = std::max(other, scored.score);
+    if (scored.score > other.score && isOther(scored)) other = scored;
   }
-  return other;
+  const Scored climbed = Climb(search, other, kSearchStep * unit / 2.0);
+  return isOther(climbed) ? climbed.score : other.score;
 }
 
 bool IsWithinReach(const Circle& circle, const Circle& rough) {
@@ -258,7 +269,7 @@ Snap SnapToEdge(const GreyView& view, const Circle& rough) {
   const std::vector<Scored> all = SearchAll(search, rough);
   const Scored best = *std::max_element(all.begin(), all.end(), IsBetter);
   const Scored found = Climb(search, best, kSearchStep * rough.radius / 2.0);
-  const double other = OtherScore(all, found, kOtherCircle * rough.radius);
+  const double other = OtherScore(search, all, found, rough.radius);
   Snap snap = FollowEdge(search, rough, found.circle);
   if (!snap.fit) return snap;
   const bool isRagged = snap.fit->residual > kMostScatter * rough.radius;

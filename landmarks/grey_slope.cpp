@@ -28,7 +28,7 @@ Weights WeightsAt(double place, double spacing, int pixels, double blur) {
   if (!(from >= 0.0) || !(to <= pixels - 1.0)) return {};
   Weights made{static_cast<int>(from), {}};
   double sum = 0.0;
-  for (double pixel = from; pixel <= to; pixel += 1.0) {
+  for (int pixel = made.first; pixel <= static_cast<int>(to); ++pixel) {
     const double off = (pixel * spacing - place) / blur;
     made.weights.push_back(std::exp(-off * off / 2.0));
     sum += made.weights.back();
@@ -40,6 +40,7 @@ Weights WeightsAt(double place, double spacing, int pixels, double blur) {
 std::vector<Weights> AllWeights(double corner, double step, int nodes, double spacing, int pixels,
                                 double blur) {
   std::vector<Weights> all;
+  all.reserve(static_cast<std::size_t>(nodes));
   for (int i = 0; i < nodes; ++i) {
     all.push_back(WeightsAt(corner + i * step, spacing, pixels, blur));
   }
