@@ -91,7 +91,8 @@ Circle Moved(const Circle& circle, const Vector& step) {
 // One damped step that does not make the sum of squares larger; false when there is none.
 bool Improve(std::span<const Point> points, Circle& circle, Normal& normal, double& damping) {
   constexpr int kMostTries = 24;
-  for (int tries = 0; tries < kMostTries; ++tries, damping = std::max(1e-9, damping * 10.0)) {
+  for (int tries = 0; tries < kMostTries; ++tries) {
+    if (tries > 0) damping = std::max(1e-9, damping * 10.0);
     Matrix damped = normal.matrix;
     for (std::size_t i = 0; i < kUnknowns; ++i) damped[i][i] *= 1.0 + damping;
     const std::optional<Vector> step = Solve(damped, normal.gradient);

@@ -24,7 +24,6 @@ constexpr double kOtherCircle = 0.14;  // from here on circles are different one
 constexpr double kEdgeReach = 0.08;    // from the found circle to its edge
 constexpr double kOnOutline = 0.012;   // points that are nearer always belong to the outline
 constexpr double kOffOutline = 0.02;   // and points that are further never do
-constexpr double kMostScatter = 0.01;  // of the points that do, as a standard deviation
 
 constexpr double kNoiseAlone = 6.0;   // the clearness that noise alone does not reach
 constexpr double kFaint = 0.3;        // of the usual slope; a fainter one is no edge
@@ -179,6 +178,7 @@ std::vector<Point> EdgePoints(const GreySlope& slope, const Circle& circle, doub
 
 std::vector<Point> OnOutline(const std::vector<Point>& points, const Circle& circle, double unit) {
   std::vector<double> off;
+  off.reserve(points.size());
   for (const Point& point : points) {
     off.push_back(std::abs(Length(point - circle.centre) - circle.radius));
   }
@@ -272,8 +272,7 @@ Snap SnapToEdge(const GreyView& view, const Circle& rough) {
   const double other = OtherScore(search, all, found, rough.radius);
   Snap snap = FollowEdge(search, rough, found.circle);
   if (!snap.fit) return snap;
-  const bool isRagged = snap.fit->residual > kMostScatter * rough.radius;
-  if (snap.seen < kLeastSeen || isRagged) return Refused(SnapDoubt::TooLittle, snap);
+  if (snap.seen < kLeastSeen) return Refused(SnapDoubt::TooLittle, snap);
   if (other > kMostOther * found.score) return Refused(SnapDoubt::OtherRound, snap);
   if (!IsWithinReach(snap.fit->circle, rough)) return Refused(SnapDoubt::TooFar, snap);
   snap.doubt = SnapDoubt::None;

@@ -16,7 +16,7 @@ enum class SnapDoubt {
   NoStart,     // the rough circle is not one, or has under a dozen pixels in its radius
   NoEdge,      // nothing there that gets darker outward, or no more than the picture's noise does
   OtherRound,  // two different circles fit about equally well
-  TooLittle,   // the edge is seen on too little of the outline, or is ragged
+  TooLittle,   // the edge is seen on too little of the outline
   TooFar,      // the edge is at the end of what is searched: start nearer
 };
 

@@ -177,6 +177,7 @@ TEST(MarksAtTheTruth, OfABallOfKnownSizeGiveTheMagnification) {
   setup.ball = Phantom::Ball{};
   const Phantom::Truth truth = Phantom::TruthOf({}, setup);
   std::vector<Point> marks;
+  marks.reserve(8);
   for (int i = 0; i < 8; ++i) {
     marks.push_back(truth.ball->centre +
                     truth.ball->radius * Point{std::cos(i * 0.8), std::sin(i * 0.8)});
