@@ -241,6 +241,7 @@ Picture Render(const Anatomy& anatomy, const Setup& setup) {
   const View view(setup);
   const std::vector<Body> bodies = BodiesOf(anatomy, setup);
   std::vector<std::vector<Shadow>> shadows;
+  shadows.reserve(bodies.size());
   for (const Body& body : bodies) shadows.push_back(ShadowsOf(body, view, setup));
   const double bone = PathOf(bodies, view.RayTo(view.Project(LandmarksOf(anatomy, 1.0).head)));
   const double boneCount = setup.signalToNoise * setup.signalToNoise;

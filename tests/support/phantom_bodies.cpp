@@ -65,10 +65,14 @@ Space AboutHead(const Landmarks3& at, double side, double angle, double distance
 Body SocketRoof(const Anatomy& anatomy, double side) {
   constexpr double kThickness = 3.5;
   constexpr double kMedial = -1.9;  // rad
+  constexpr double kStep = 0.06;    // rad
   const Landmarks3 at = LandmarksOf(anatomy, side);
   const double distance = anatomy.headRadius + anatomy.jointSpace + kThickness;
   Body roof{{}, kCortical};
-  for (double angle = anatomy.centreEdge - kThickness / distance; angle > kMedial; angle -= 0.06) {
+  const double lateral = anatomy.centreEdge - kThickness / distance;
+  const int count = static_cast<int>((lateral - kMedial) / kStep);
+  for (int i = 0; i <= count; ++i) {
+    const double angle = lateral - i * kStep;
     roof.parts.push_back(Sphere(AboutHead(at, side, angle, distance, 0.0), kThickness));
   }
   return roof;
@@ -81,7 +85,9 @@ Body SocketRim(const Anatomy& anatomy, double side) {
   const Landmarks3 at = LandmarksOf(anatomy, side);
   const double distance = anatomy.headRadius + anatomy.jointSpace + kThickness;
   Body rim{{}, kCortical};
-  for (double turn = 0.0; turn < 2.0 * std::numbers::pi; turn += 0.06) {
+  constexpr int kSpheres = 105;
+  for (int i = 0; i < kSpheres; ++i) {
+    const double turn = 2.0 * std::numbers::pi * i / kSpheres;
     const double up = distance * std::cos(turn);
     const double back = distance * std::sin(turn);
     Space place = AboutHead(at, side, anatomy.centreEdge, up, back * std::cos(kForward));

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "tests/support/phantom.h"
+#include "tests/support/phantom_setup.h"
 
 namespace Phantom {
 
