@@ -13,21 +13,23 @@ ALLOWED = {
     "model": set(),
     "uncertainty": {"model"},
     "columns": {"model"},
+    "landmarks": set(),
     "storage": set(),
     "case": {"model", "storage"},
     "platform": {"storage"},
     "diagram": {"case", "platform"},
-    "caseform": {"case", "model", "diagram", "platform"},
+    "caseform": {"case", "platform"},
     "report": {"case", "diagram", "platform"},
     "view3d": {"case", "platform", "storage"},
+    "measuring": {"landmarks", "model", "uncertainty"},
     "batch": {"case", "columns", "model", "storage", "uncertainty"},
 }
 EVERYTHING = {"app", "tests", "bench"}  # may include every room
 ROOMS = set(ALLOWED) | EVERYTHING
 
 # Toolkit headers that a room may use: none, those without windows, or all.
-TOOLKIT = {"model": "none", "uncertainty": "none", "columns": "none", "storage": "core", "case": "core",
-           "batch": "core"}
+TOOLKIT = {"model": "none", "uncertainty": "none", "columns": "none", "landmarks": "none",
+           "storage": "core", "case": "core", "batch": "core"}
 # What a room without the toolkit may include beside the standard library.
 LIBRARIES = {"uncertainty": re.compile(r"^hwy/")}
 QT_CORE_ONLY = re.compile(

@@ -43,6 +43,7 @@ class CheckIncludes(unittest.TestCase):
             ("uncertainty/a.cpp", '#include "case/b.h"'),
             ("model/a.cpp", '#include "case/b.h"'),
             ("columns/a.h", "#include <QString>"),
+            ("landmarks/a.h", '#include "model/b.h"'),
             ("columns/a.h", '#include "batch/b.h"'),
             ("case/a.h", "#include <QWidget>"),
             ("case/a.h", "#include <QtGui/QImage>"),
