@@ -19,6 +19,7 @@ ALLOWED = {
     "caseform": {"case", "model", "diagram", "platform"},
     "report": {"case", "diagram", "platform"},
     "view3d": {"case", "platform", "storage"},
+    "radiograph": set(),
     "batch": {"case", "columns", "model", "storage"},
 }
 EVERYTHING = {"app", "tests", "bench"}  # may include every room

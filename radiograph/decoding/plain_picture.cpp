@@ -1,0 +1,75 @@
+#include "radiograph/decoding/plain_picture.h"
+
+#include <QBuffer>
+#include <QImage>
+#include <QImageReader>
+#include <array>
+#include <cstring>
+
+namespace {
+
+constexpr std::array kFormats = {"png", "jpeg", "tiff", "bmp"};
+
+bool IsFormat(const QByteArray& format) {
+  return std::find(kFormats.begin(), kFormats.end(), format) != kFormats.end();
+}
+
+// Bytes of a pixel of the widest kind that may come out: 16 bits of four colours.
+constexpr std::int64_t kWidest = 8;
+
+QImage Read(QBuffer& buffer, const PictureLimits& limits) {
+  const QByteArray format = QImageReader::imageFormat(&buffer);
+  if (!IsFormat(format)) Refuse(ReadTrouble::NotAPicture);
+  QImageReader reader(&buffer, format);
+  reader.setAutoTransform(false);  // marks are kept in the pixels of the file
+  const QSize size = reader.size();
+  if (!size.isValid()) Refuse(ReadTrouble::Damaged);
+  if (IsTooLarge(size.width(), size.height(), 1, limits)) Refuse(ReadTrouble::TooLarge);
+  QImageReader::setAllocationLimit(static_cast<int>(limits.bytes >> 20));
+  const QImage image = reader.read();
+  if (!image.isNull()) return image;
+  Refuse(ReadTrouble::Damaged, reader.errorString().toStdString());
+}
+
+bool IsGrey(const QImage& image) {
+  return image.format() == QImage::Format_Grayscale16 || image.isGrayscale() || image.allGray();
+}
+
+// Colours of more than 8 bits are kept only where the picture is grey throughout.
+QImage Grey(const QImage& image) {
+  if (!IsGrey(image)) Refuse(ReadTrouble::Colour);
+  const bool deep = image.format() == QImage::Format_Grayscale16 ||
+                    image.pixelFormat().bitsPerPixel() > 32;
+  const auto format = deep ? QImage::Format_Grayscale16 : QImage::Format_Grayscale8;
+  return image.format() == format ? image : image.convertToFormat(format);
+}
+
+void CopyLevels(const QImage& image, Radiograph& radiograph) {
+  const bool deep = image.format() == QImage::Format_Grayscale16;
+  const auto width = static_cast<std::size_t>(image.width());
+  radiograph.width = image.width();
+  radiograph.height = image.height();
+  radiograph.bits = deep ? 16 : 8;
+  radiograph.levels.resize(width * static_cast<std::size_t>(image.height()));
+  std::uint16_t* to = radiograph.levels.data();
+  for (int y = 0; y < image.height(); ++y, to += width) {
+    const uchar* line = image.constScanLine(y);
+    if (deep) {
+      std::memcpy(to, line, 2 * width);
+    } else {
+      std::copy(line, line + width, to);
+    }
+  }
+}
+
+}  // namespace
+
+Radiograph DecodePlainPicture(Bytes file, const PictureLimits& limits) {
+  QByteArray bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(file.data()),
+                                             static_cast<qsizetype>(file.size()));
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::ReadOnly);
+  Radiograph radiograph;
+  CopyLevels(Grey(Read(buffer, limits)), radiograph);
+  return radiograph;
+}
