@@ -2,6 +2,7 @@
 #include <dcmtk/dcmdata/dcistrmb.h>
 
 #include "radiograph/decoding/dicom_picture.h"
+#include "radiograph/decoding/dicom_values.h"
 
 
 namespace {
@@ -11,6 +12,15 @@ void Silence() {
   dcmEnableAutomaticInputDataCorrection.set(OFTrue);
 }
 
+// Before anything is made of what follows: DCMTK takes a syntax that it does not know for plain.
+void CheckSyntax(DcmMetaInfo& head) {
+  const std::string uid = FirstTextOf(head, DCM_TransferSyntaxUID);
+  if (uid.empty()) return;
+  const DcmXfer syntax(uid.c_str());
+  if (syntax.getXfer() == EXS_Unknown) Refuse(ReadTrouble::UnknownSyntax, uid);
+  SyntaxOf(syntax.getXfer());
+}
+
 void Load(DcmFileFormat& file, Bytes bytes) {
   DcmInputBufferStream stream;
   stream.setBuffer(bytes.data(), static_cast<offile_off_t>(bytes.size()));
@@ -18,6 +28,7 @@ void Load(DcmFileFormat& file, Bytes bytes) {
   file.transferInit();
   const OFCondition read = file.read(stream, EXS_Unknown, EGL_noChange, DCM_MaxReadLength);
   file.transferEnd();
+  CheckSyntax(*file.getMetaInfo());
   if (read.good()) return;
   if (read == EC_MemoryExhausted) Refuse(ReadTrouble::TooMuchMemory);
   if (read == EC_UnsupportedEncoding || read == EC_UnknownTransferSyntax) {

@@ -11,6 +11,15 @@ Radiograph DecodeDicom(Bytes file, const PictureLimits& limits);
 
 // The parts of it.
 
+// Which decompressor reads a transfer syntax.
+enum class Packing { None, RunLength, Jpeg, JpegLs, Jpeg2000 };
+struct Syntax {
+  Packing packing;
+  bool lossy;
+};
+// Refuses those that cannot be read.
+Syntax SyntaxOf(E_TransferSyntax syntax);
+
 // How a pixel lies in the file.
 struct PixelFormat {
   int width = 0;

@@ -14,45 +14,6 @@
 
 namespace {
 
-// Which decompressor reads a transfer syntax.
-enum class Packing { None, RunLength, Jpeg, JpegLs, Jpeg2000 };
-
-struct Syntax {
-  Packing packing;
-  bool lossy;
-};
-
-Syntax SyntaxOf(E_TransferSyntax syntax) {
-  switch (syntax) {
-    case EXS_LittleEndianImplicit:
-    case EXS_LittleEndianExplicit:
-    case EXS_BigEndianExplicit:
-    case EXS_BigEndianImplicit:
-    case EXS_DeflatedLittleEndianExplicit:
-      return {Packing::None, false};
-    case EXS_RLELossless:
-      return {Packing::RunLength, false};
-    case EXS_JPEGProcess14:
-    case EXS_JPEGProcess14SV1:
-      return {Packing::Jpeg, false};
-    case EXS_JPEGProcess1:
-    case EXS_JPEGProcess2_4:
-    case EXS_JPEGProcess6_8:
-    case EXS_JPEGProcess10_12:
-      return {Packing::Jpeg, true};
-    case EXS_JPEGLSLossless:
-      return {Packing::JpegLs, false};
-    case EXS_JPEGLSLossy:
-      return {Packing::JpegLs, true};
-    case EXS_JPEG2000LosslessOnly:
-      return {Packing::Jpeg2000, false};
-    case EXS_JPEG2000:
-      return {Packing::Jpeg2000, true};
-    default:
-      Refuse(ReadTrouble::UnknownSyntax, DcmXfer(syntax).getXferName());
-  }
-}
-
 // DCMTK keeps its decompressors in a list of the process.
 class Decompressors {
  public:
@@ -164,6 +125,37 @@ void CheckLength(DcmPixelData& pixels, const PixelFormat& format) {
 }
 
 }  // namespace
+
+Syntax SyntaxOf(E_TransferSyntax syntax) {
+  switch (syntax) {
+    case EXS_LittleEndianImplicit:
+    case EXS_LittleEndianExplicit:
+    case EXS_BigEndianExplicit:
+    case EXS_BigEndianImplicit:
+    case EXS_DeflatedLittleEndianExplicit:
+      return {Packing::None, false};
+    case EXS_RLELossless:
+      return {Packing::RunLength, false};
+    case EXS_JPEGProcess14:
+    case EXS_JPEGProcess14SV1:
+      return {Packing::Jpeg, false};
+    case EXS_JPEGProcess1:
+    case EXS_JPEGProcess2_4:
+    case EXS_JPEGProcess6_8:
+    case EXS_JPEGProcess10_12:
+      return {Packing::Jpeg, true};
+    case EXS_JPEGLSLossless:
+      return {Packing::JpegLs, false};
+    case EXS_JPEGLSLossy:
+      return {Packing::JpegLs, true};
+    case EXS_JPEG2000LosslessOnly:
+      return {Packing::Jpeg2000, false};
+    case EXS_JPEG2000:
+      return {Packing::Jpeg2000, true};
+    default:
+      Refuse(ReadTrouble::UnknownSyntax, DcmXfer(syntax).getXferName());
+  }
+}
 
 PixelWords ReadFirstFrame(DcmDataset& dataset, const PixelFormat& format) {
   DcmPixelData& pixels = PixelsOf(dataset);

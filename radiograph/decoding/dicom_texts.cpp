@@ -34,9 +34,16 @@ string Part(const string& name, int number) {
   return Cleaned(name.substr(begin, name.find('^', begin) - begin));
 }
 
+bool IsPlain(const string& text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; });
+}
+
 void ReadName(DcmItem& dataset, Radiograph& radiograph) {
   const string given = TextOf(dataset, DCM_PatientName);
-  const auto text = Utf8(dataset, given);
+  auto text = Utf8(dataset, given);
+  // Plain letters are the same in every set, also in one that this system lacks.
+  const string first = given.substr(0, given.find('='));
+  if (!text && IsPlain(first)) text = first;
   if (!text) {
     radiograph.notes.emplace_back("the patient's name is not in the character set that the file names");
     return;
