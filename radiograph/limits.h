@@ -11,7 +11,7 @@ struct PictureLimits {
 
 struct DecoderLimits {
   // A picture of the largest size lies in memory up to four times while JPEG 2000 is decoded.
-  std::uint64_t memory = std::uint64_t{5} << 30;  // bytes of address space
+  std::uint64_t memory = std::uint64_t{4} << 30;  // bytes of address space
   std::chrono::milliseconds time{60'000};
 };
 

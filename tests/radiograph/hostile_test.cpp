@@ -72,19 +72,20 @@ TEST_F(Bomb, DeflatedIsRefusedWithinTheLimits) {
   // The head's length stands in its first element.
   const auto length = qFromLittleEndian<quint32>(small.constData() + 140);
   const QByteArray head = small.left(144 + static_cast<qsizetype>(length));
-  QProcess zeros;
-  zeros.start("/bin/sh", {"-c",
-                          "(printf '\\011\\000\\020\\000OB\\000\\000\\000\\000\\000\\370'; "
-                          "head -c 4160749568 /dev/zero) | gzip -1 | tail -c +11"});
+  QProcess zeros;  // blocks that do not depend on each other, so that one may be repeated
+  zeros.start("python3",
+              {"-c",
+               "import sys, zlib\n"
+               "c = zlib.compressobj(9, zlib.DEFLATED, -15)\n"
+               "put = lambda b: c.compress(b) + c.flush(zlib.Z_FULL_FLUSH)\n"
+               "sys.stdout.buffer.write(put(b'\\x09\\0\\x10\\0OB\\0\\0\\0\\0\\0\\xf8'))\n"
+               "sys.stdout.buffer.write(put(bytes(1 << 24)) * 248)\n"});
   ASSERT_TRUE(zeros.waitForFinished(120000));
   const std::string path = Save("bomb.dcm", head + zeros.readAllStandardOutput());
   const auto begin = std::chrono::steady_clock::now();
   const ReadFailure failure = MustFail(path);
   EXPECT_LT(std::chrono::steady_clock::now() - begin, reader.limits.time + 5s);
-  EXPECT_TRUE(failure.trouble == ReadTrouble::TooMuchMemory ||
-              failure.trouble == ReadTrouble::TooLarge ||
-              failure.trouble == ReadTrouble::CutShort)
-      << FailureText(failure);
+  EXPECT_EQ(failure.trouble, ReadTrouble::TooLarge) << FailureText(failure);
 }
 
 TEST_F(Bomb, OfSequencesInSequencesIsRefused) {
