@@ -1,6 +1,6 @@
 #include "radiograph/decoding/codestream_size.h"
 
-#include <limits>
+#include <cstdlib>
 
 namespace {
 
@@ -30,6 +30,11 @@ bool IsFrameHeader(unsigned mark) {
   return mark >= 0xC0 && mark <= 0xCF && mark != 0xC4 && mark != 0xC8 && mark != 0xCC;
 }
 
+// A mark that stands inside the coded data of a scan: a stuffed zero, a restart, filling.
+bool IsInScan(unsigned mark) {
+  return mark == 0x00 || mark == 0xFF || (mark >= 0xD0 && mark <= 0xD7);
+}
+
 }  // namespace
 
 std::optional<CodestreamSize> JpegSize(Bytes codestream) {
@@ -54,6 +59,36 @@ std::optional<CodestreamSize> JpegSize(Bytes codestream) {
                           numbers.Byte(at + 4)};
   }
   return {};
+}
+
+bool JpegEnds(Bytes codestream) {
+  const Numbers numbers(codestream);
+  for (std::size_t at = 2; numbers.Has(at, 2);) {
+    const unsigned mark = numbers.Byte(at + 1);
+    if (numbers.Byte(at) != 0xFF || IsInScan(mark)) {
+      ++at;
+      continue;
+    }
+    if (mark == kEndOfImage) return true;
+    if (!numbers.Has(at, 4)) return false;
+    at += 2 + numbers.Two(at + 2);
+  }
+  return false;
+}
+
+bool BmpEnds(Bytes file) {
+  const Numbers numbers(file);
+  if (!numbers.Has(0, 34)) return false;
+  const auto number = [&numbers](std::size_t at) {  // little endian
+    return std::int64_t{numbers.Byte(at)} | std::int64_t{numbers.Byte(at + 1)} << 8 |
+           std::int64_t{numbers.Byte(at + 2)} << 16 | std::int64_t{numbers.Byte(at + 3)} << 24;
+  };
+  const std::int64_t compression = number(30);
+  if (compression == 1 || compression == 2) return true;  // run lengths have an end mark
+  const std::int64_t bits = number(28) & 0xFFFF;
+  const std::int64_t line = (number(18) * bits + 31) / 32 * 4;
+  const std::int64_t lines = std::abs(static_cast<std::int32_t>(number(22)));
+  return number(10) + line * lines <= static_cast<std::int64_t>(file.size());
 }
 
 std::optional<CodestreamSize> Jpeg2000Size(Bytes codestream) {

@@ -21,3 +21,9 @@ std::optional<CodestreamSize> JpegSize(Bytes codestream);
 
 // Of JPEG 2000, without boxes around it; nothing if its head is not there whole.
 std::optional<CodestreamSize> Jpeg2000Size(Bytes codestream);
+
+// Whether a JPEG picture goes on to its end mark; its decoder fills up what is missing with grey.
+bool JpegEnds(Bytes codestream);
+
+// Whether the pixels that a BMP file speaks of are there; its decoder fills up with black.
+bool BmpEnds(Bytes file);

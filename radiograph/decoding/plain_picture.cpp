@@ -6,6 +6,8 @@
 #include <array>
 #include <cstring>
 
+#include "radiograph/decoding/codestream_size.h"
+
 namespace {
 
 constexpr std::array kFormats = {"png", "jpeg", "tiff", "bmp"};
@@ -13,9 +15,6 @@ constexpr std::array kFormats = {"png", "jpeg", "tiff", "bmp"};
 bool IsFormat(const QByteArray& format) {
   return std::find(kFormats.begin(), kFormats.end(), format) != kFormats.end();
 }
-
-// Bytes of a pixel of the widest kind that may come out: 16 bits of four colours.
-constexpr std::int64_t kWidest = 8;
 
 QImage Read(QBuffer& buffer, const PictureLimits& limits) {
   const QByteArray format = QImageReader::imageFormat(&buffer);
@@ -25,6 +24,10 @@ QImage Read(QBuffer& buffer, const PictureLimits& limits) {
   const QSize size = reader.size();
   if (!size.isValid()) Refuse(ReadTrouble::Damaged);
   if (IsTooLarge(size.width(), size.height(), 1, limits)) Refuse(ReadTrouble::TooLarge);
+  const Bytes bytes(reinterpret_cast<const std::uint8_t*>(buffer.data().constData()),
+                    static_cast<std::size_t>(buffer.size()));
+  if (format == "jpeg" && !JpegEnds(bytes)) Refuse(ReadTrouble::CutShort);
+  if (format == "bmp" && !BmpEnds(bytes)) Refuse(ReadTrouble::CutShort);
   QImageReader::setAllocationLimit(static_cast<int>(limits.bytes >> 20));
   const QImage image = reader.read();
   if (!image.isNull()) return image;

@@ -256,7 +256,7 @@ TEST(Decoder, IsFoundBesideTheProgramAsBuiltOrInstalled) {
     top.mkpath(QFileInfo(place).path());
     const QString path = top.filePath(place);
     QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << place;
     file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
     return path.toStdString();
   };
