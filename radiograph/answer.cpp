@@ -170,12 +170,12 @@ bool AllFit(const vector<std::uint16_t>& values, int bits) {
 
 bool IsSound(const BrightnessTable& table) {
   return table.bits >= 1 && table.bits <= 16 && !table.entries.empty() &&
-         table.entries.size() <= kMostEntries &&          AllFit(table.entries, table.bits);
+         table.entries.size() <= kMostEntries && AllFit(table.entries, table.bits);
 }
 
 bool IsSound(const Window& window) {
-  return std::isfinite(window.centre) && std::isfinite(window.width) &&
-         window.width > 0.0 && window.shape <= WindowShape::Sigmoid;
+  return std::isfinite(window.centre) && std::isfinite(window.width) && window.width > 0.0 &&
+         window.shape <= WindowShape::Sigmoid;
 }
 
 template <class Item>
@@ -194,13 +194,14 @@ bool AreLevelsSound(const Radiograph& picture) {
 
 bool IsSound(const Radiograph& picture) {
   return AreLevelsSound(picture) && std::isfinite(picture.slope) && picture.slope != 0.0 &&
-         std::isfinite(picture.intercept) &&
-         AreSound(picture.windows) && AreSound(picture.tables) &&
-         picture.patient.sex <= PatientSex::Other && picture.frames >= 1 &&
-         picture.sha256.size() == 64;
+         std::isfinite(picture.intercept) && AreSound(picture.windows) &&
+         AreSound(picture.tables) && picture.patient.sex <= PatientSex::Other &&
+         picture.frames >= 1 && picture.sha256.size() == 64;
 }
 
-bool IsSound(const ReadFailure& failure) { return failure.trouble <= ReadTrouble::Cancelled; }
+bool IsSound(const ReadFailure& failure) {
+  return failure.trouble <= ReadTrouble::Cancelled;
+}
 
 template <class Result>
 ReadResult Take(Reader reader) {

@@ -48,9 +48,9 @@ struct Patient {
 };
 
 struct Radiograph {
-  int width = 0;   // pixels
-  int height = 0;  // pixels
-  int bits = 0;    // of a level, 1 to 16
+  int width = 0;                      // pixels
+  int height = 0;                     // pixels
+  int bits = 0;                       // of a level, 1 to 16
   std::vector<std::uint16_t> levels;  // row by row from the top, from 0 to 2^bits - 1
 
   // The value of a level, which windows and the user see, is slope × level + intercept.

@@ -9,7 +9,8 @@
 
 std::string FindDecoder(const QString& programFolder) {
   const QDir folder(programFolder);
-  for (const char* place : {"../libexec/telmarion/telmarion-decode", "../radiograph/telmarion-decode"}) {
+  for (const char* place :
+       {"../libexec/telmarion/telmarion-decode", "../radiograph/telmarion-decode"}) {
     const QString path = QDir::cleanPath(folder.filePath(QLatin1String(place)));
     if (QFileInfo(path).isExecutable()) return QFile::encodeName(path).toStdString();
   }

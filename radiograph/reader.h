@@ -1,5 +1,5 @@
-// Reads a picture file without letting it near this process: a program of its own decodes it, within
-// limits of memory and time.
+// Reads a picture file without letting it near this process: a program of its own decodes it,
+// within limits of memory and time.
 #pragma once
 
 #include <QString>
@@ -18,6 +18,7 @@ struct RadiographReader {
 std::string FindDecoder(const QString& programFolder);
 
 // Blocks until the picture is there, refused or given up; belongs on a thread of its own, never on
-// that of the windows. A stop ends the decoder within some 20 ms. Never throws for what a file says.
+// that of the windows. A stop ends the decoder within some 20 ms. Never throws for what a file
+// says.
 ReadResult ReadRadiograph(const std::string& path, const RadiographReader& reader,
                           const std::stop_token& stop = {});

@@ -17,7 +17,9 @@ constexpr double kSameSpacing = 0.005;
 // Magnifications that differ by more contradict each other.
 constexpr double kSameMagnification = 0.01;
 
-bool Differ(double a, double b, double share) { return std::abs(a - b) > share * std::max(a, b); }
+bool Differ(double a, double b, double share) {
+  return std::abs(a - b) > share * std::max(a, b);
+}
 
 bool Differ(const PixelSpacing& a, const PixelSpacing& b) {
   return Differ(a.row, b.row, kSameSpacing) || Differ(a.column, b.column, kSameSpacing);
@@ -89,9 +91,9 @@ optional<Scale> InPatient(const Usable& values, std::vector<string>& notes) {
 optional<double> TableMagnification(const Usable& values, std::vector<string>& notes) {
   if (!values.sourceToDetector && !values.sourceToTable) return {};
   if (!values.sourceToDetector || !values.sourceToTable) {
-    notes.push_back(string(values.sourceToDetector ? "DistanceSourceToPatient"
-                                                   : "DistanceSourceToDetector") +
-                    " is missing, so the other distance is not used as a scale");
+    notes.push_back(
+        string(values.sourceToDetector ? "DistanceSourceToPatient" : "DistanceSourceToDetector") +
+        " is missing, so the other distance is not used as a scale");
     return {};
   }
   if (*values.sourceToTable >= *values.sourceToDetector) {
@@ -158,8 +160,7 @@ optional<Scale> Uncorrected(const Usable& values, std::vector<string>& notes) {
     return Magnified(ScaleRule::DetectorSpacing, "pixel spacing at the detector", *values.imager);
   }
   if (!values.scanned) return {};
-  return Magnified(ScaleRule::ScannedSpacing, "pixel spacing on the scanned film",
-                   *values.scanned);
+  return Magnified(ScaleRule::ScannedSpacing, "pixel spacing on the scanned film", *values.scanned);
 }
 
 Scale AnglesOnly(const Usable& values) {
@@ -179,8 +180,7 @@ Scale FirstUsable(const Usable& values, std::vector<string>& notes) {
 }
 
 void NoteCalibrationAtDetector(const Usable& values, Scale& scale) {
-  const bool calibrated =
-      scale.rule == ScaleRule::Fiducial || scale.rule == ScaleRule::Geometry;
+  const bool calibrated = scale.rule == ScaleRule::Fiducial || scale.rule == ScaleRule::Geometry;
   if (!calibrated || !values.imager) return;
   if (Differ(*values.pixel, *values.imager) && values.pixel->row < values.imager->row) return;
   scale.notes.emplace_back(

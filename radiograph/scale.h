@@ -1,8 +1,8 @@
 // What a radiograph's file says of its scale, and which of it is believed.
 //
 // Lengths are in mm. A spacing is the distance between neighbouring pixels: `row` from one row to
-// the next (down the picture), `column` from one column to the next (across it). They may differ, so
-// all geometry is done in mm on the picture, never in pixels.
+// the next (down the picture), `column` from one column to the next (across it). They may differ,
+// so all geometry is done in mm on the picture, never in pixels.
 #pragma once
 
 #include <optional>
@@ -26,15 +26,15 @@ struct ScaleAttributes {
 
 // In the order in which they are tried.
 enum class ScaleRule {
-  Fiducial,              // PixelSpacing, from an object of known size
-  Geometry,              // PixelSpacing, from the distances of source, table and detector
-  CorrectedSpacing,      // PixelSpacing that differs from ImagerPixelSpacing
-  GivenMagnification,    // ImagerPixelSpacing ÷ EstimatedRadiographicMagnificationFactor
-  TableDistance,         // ImagerPixelSpacing × source-table ÷ source-detector
-  PixelSpacingAlone,     // of an unknown plane
-  DetectorSpacing,       // ImagerPixelSpacing: at the detector
-  ScannedSpacing,        // NominalScannedPixelSpacing: on the film that was scanned
-  AspectRatio,           // the shape of a pixel, not its size
+  Fiducial,            // PixelSpacing, from an object of known size
+  Geometry,            // PixelSpacing, from the distances of source, table and detector
+  CorrectedSpacing,    // PixelSpacing that differs from ImagerPixelSpacing
+  GivenMagnification,  // ImagerPixelSpacing ÷ EstimatedRadiographicMagnificationFactor
+  TableDistance,       // ImagerPixelSpacing × source-table ÷ source-detector
+  PixelSpacingAlone,   // of an unknown plane
+  DetectorSpacing,     // ImagerPixelSpacing: at the detector
+  ScannedSpacing,      // NominalScannedPixelSpacing: on the film that was scanned
+  AspectRatio,         // the shape of a pixel, not its size
   None,
 };
 

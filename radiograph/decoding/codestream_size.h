@@ -10,7 +10,7 @@ struct CodestreamSize {
   std::uint32_t width = 0;
   std::uint32_t height = 0;
   unsigned components = 0;
-  unsigned bits = 0;   // of the first component
+  unsigned bits = 0;        // of the first component
   std::uint32_t tiles = 1;  // of JPEG 2000
 
   bool operator==(const CodestreamSize&) const = default;

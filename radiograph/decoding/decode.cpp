@@ -38,8 +38,8 @@ std::string Sha256(Bytes file) {
 Radiograph Decode(Bytes file, const PictureLimits& limits) {
   if (static_cast<std::int64_t>(file.size()) > limits.bytes) Refuse(ReadTrouble::TooLarge);
   if (file.empty()) Refuse(ReadTrouble::NotAPicture);
-  Radiograph radiograph = IsDicom(Text(file)) ? DecodeDicom(file, limits)
-                                              : DecodePlainPicture(file, limits);
+  Radiograph radiograph =
+      IsDicom(Text(file)) ? DecodeDicom(file, limits) : DecodePlainPicture(file, limits);
   radiograph.sha256 = Sha256(file);
   return radiograph;
 }

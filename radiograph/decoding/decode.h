@@ -1,5 +1,5 @@
-// From the bytes of a picture file to grey levels. Runs in a process of its own: the libraries below
-// may be led astray by a hostile file.
+// From the bytes of a picture file to grey levels. Runs in a process of its own: the libraries
+// below may be led astray by a hostile file.
 #pragma once
 
 #include <cstdint>

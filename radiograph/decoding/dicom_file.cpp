@@ -4,7 +4,6 @@
 #include "radiograph/decoding/dicom_picture.h"
 #include "radiograph/decoding/dicom_values.h"
 
-
 namespace {
 
 void Silence() {
@@ -12,8 +11,8 @@ void Silence() {
   dcmEnableAutomaticInputDataCorrection.set(OFTrue);
 }
 
-// The transfer syntax that the head names, if there is a head. Known before anything is made of what
-// follows: DCMTK takes a syntax that it does not know for plain.
+// The transfer syntax that the head names, if there is a head. Known before anything is made of
+// what follows: DCMTK takes a syntax that it does not know for plain.
 E_TransferSyntax ReadHead(DcmInputStream& stream) {
   DcmMetaInfo head;
   head.transferInit();

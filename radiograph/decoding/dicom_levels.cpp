@@ -71,8 +71,7 @@ PixelFormat ReadPixelFormat(DcmItem& dataset, const PictureLimits& limits) {
 }
 
 std::vector<std::uint16_t> ToLevels(PixelWords pixels, const PixelFormat& format) {
-  const auto table =
-      pixels.exact ? ExactTable(format) : ClampedTable(format, pixels.precision);
+  const auto table = pixels.exact ? ExactTable(format) : ClampedTable(format, pixels.precision);
   for (std::uint16_t& word : pixels.words) word = table[word];
   return std::move(pixels.words);
 }

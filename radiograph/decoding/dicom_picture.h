@@ -1,5 +1,5 @@
-// A DICOM file as a radiograph, by way of DCMTK. What DCMTK reads is checked here first: sizes, also
-// those inside a compressed picture, before memory is taken for them.
+// A DICOM file as a radiograph, by way of DCMTK. What DCMTK reads is checked here first: sizes,
+// also those inside a compressed picture, before memory is taken for them.
 #pragma once
 
 #include <dcmtk/config/osconfig.h>

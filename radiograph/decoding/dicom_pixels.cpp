@@ -55,8 +55,8 @@ DcmPixelSequence& FragmentsOf(DcmPixelData& pixels) {
 unsigned long EndOfFirstFrame(DcmPixelSequence& fragments, long frames) {
   Uint32 second = 0;
   if (frames < 2) return fragments.card();
-  const auto found = DcmCodec::determineStartFragment(1, static_cast<Sint32>(frames), &fragments,
-                                                      second);
+  const auto found =
+      DcmCodec::determineStartFragment(1, static_cast<Sint32>(frames), &fragments, second);
   return found.good() && second > 1 ? second : fragments.card();
 }
 
@@ -80,7 +80,8 @@ int CheckedPrecision(Bytes codestream, const PixelFormat& format) {
   if (size->components != 1) Refuse(ReadTrouble::Colour);
   if (size->width != static_cast<std::uint32_t>(format.width) ||
       size->height != static_cast<std::uint32_t>(format.height)) {
-    Refuse(ReadTrouble::Contradiction, "the compressed picture has another size than the file says");
+    Refuse(ReadTrouble::Contradiction,
+           "the compressed picture has another size than the file says");
   }
   if (size->bits < 2 || size->bits > static_cast<unsigned>(format.allocated)) {
     Refuse(ReadTrouble::Contradiction, "the compressed picture has more bits than the file says");
@@ -111,9 +112,8 @@ std::vector<std::uint16_t> Decompress(DcmDataset& dataset, DcmPixelData& pixels,
   std::vector<std::uint16_t> words((size + 1) / 2);
   Uint32 fragment = 0;
   OFString colours;
-  const OFCondition done =
-      pixels.getUncompressedFrame(&dataset, 0, fragment, words.data(),
-                                  static_cast<Uint32>(words.size() * 2), colours);
+  const OFCondition done = pixels.getUncompressedFrame(
+      &dataset, 0, fragment, words.data(), static_cast<Uint32>(words.size() * 2), colours);
   if (done.bad()) Refuse(TroubleOf(done), done.text());
   return format.allocated == 8 ? Widened(words, count) : words;
 }

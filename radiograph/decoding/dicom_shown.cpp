@@ -64,7 +64,8 @@ void ApplyModality(const BrightnessTable& table, std::int32_t lowest, Radiograph
   std::vector<std::uint16_t> ofLevel(std::size_t{1} << radiograph.bits);
   for (std::size_t level = 0; level < ofLevel.size(); ++level) {
     const std::int32_t value = static_cast<std::int32_t>(level) + lowest;
-    ofLevel[level] = table.entries[static_cast<std::size_t>(std::clamp(value - table.first, 0, last))];
+    ofLevel[level] =
+        table.entries[static_cast<std::size_t>(std::clamp(value - table.first, 0, last))];
   }
   for (std::uint16_t& level : radiograph.levels) level = ofLevel[level];
   radiograph.bits = table.bits;
@@ -85,7 +86,8 @@ void ReadModality(DcmItem& dataset, const PixelFormat& format, Radiograph& radio
   double slope = OneNumber(dataset, DCM_RescaleSlope, 1.0);
   double intercept = OneNumber(dataset, DCM_RescaleIntercept, 0.0);
   if (!std::isfinite(slope) || slope == 0.0 || !std::isfinite(intercept)) {
-    radiograph.notes.emplace_back("rescale slope or intercept cannot be used; stored values are shown");
+    radiograph.notes.emplace_back(
+        "rescale slope or intercept cannot be used; stored values are shown");
     slope = 1.0;
     intercept = 0.0;
   }
@@ -113,7 +115,8 @@ void ReadWindows(DcmItem& dataset, Radiograph& radiograph) {
   const auto names = TextsOf(dataset, DCM_WindowCenterWidthExplanation);
   const auto shape = ReadShape(dataset);
   if (!shape) {
-    radiograph.notes.emplace_back("the file's windows have a shape that is not known; linear is used");
+    radiograph.notes.emplace_back(
+        "the file's windows have a shape that is not known; linear is used");
   }
   const std::size_t count = std::min({centres.size(), widths.size(), kMostViews});
   bool complete = centres.size() == widths.size();

@@ -45,14 +45,14 @@ void ReadName(DcmItem& dataset, Radiograph& radiograph) {
   const string first = given.substr(0, given.find('='));
   if (!text && IsPlain(first)) text = first;
   if (!text) {
-    radiograph.notes.emplace_back("the patient's name is not in the character set that the file names");
+    radiograph.notes.emplace_back(
+        "the patient's name is not in the character set that the file names");
     return;
   }
   // Letters come first; the same name in ideographs and in sounds follows.
   const string letters = text->substr(0, text->find('='));
-  const string name = letters.empty() && text->starts_with('=')
-                          ? text->substr(1, text->find('=', 1) - 1)
-                          : letters;
+  const string name =
+      letters.empty() && text->starts_with('=') ? text->substr(1, text->find('=', 1) - 1) : letters;
   radiograph.patient.familyName = Part(name, 0);
   radiograph.patient.givenName = Part(name, 1);
 }

@@ -31,8 +31,12 @@ std::string Cleaned(const std::string& text) {
 }
 
 std::string TextOf(DcmItem& item, const DcmTagKey& tag) {
+  // A file may call any attribute bytes; DCMTK would print gigabytes of them as text.
+  constexpr Uint32 kLongest = 1 << 16;
+  DcmElement* element = nullptr;
+  if (item.findAndGetElement(tag, element).bad() || !element->isaString()) return {};
   OFString text;
-  if (item.findAndGetOFStringArray(tag, text).bad()) return {};
+  if (element->getLength() > kLongest || element->getOFStringArray(text).bad()) return {};
   return {text.data(), text.size()};
 }
 

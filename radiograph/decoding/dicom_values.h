@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-// All values as text, as they stand; empty when the attribute is missing.
+// All values as text, as they stand; empty when the attribute is missing or no text.
 std::string TextOf(DcmItem& item, const DcmTagKey& tag);
 // One for each value: without blanks at its ends and control characters.
 std::vector<std::string> TextsOf(DcmItem& item, const DcmTagKey& tag);

@@ -104,7 +104,8 @@ void Check(const CodestreamSize& size, const PixelFormat& format) {
   if (size.components != 1) Refuse(ReadTrouble::Colour);
   if (size.width != static_cast<std::uint32_t>(format.width) ||
       size.height != static_cast<std::uint32_t>(format.height)) {
-    Refuse(ReadTrouble::Contradiction, "the compressed picture has another size than the file says");
+    Refuse(ReadTrouble::Contradiction,
+           "the compressed picture has another size than the file says");
   }
   if (size.bits > 16) {
     Refuse(ReadTrouble::Contradiction, "the compressed picture has more bits than the file says");

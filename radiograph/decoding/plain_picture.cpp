@@ -41,8 +41,8 @@ bool IsGrey(const QImage& image) {
 // Colours of more than 8 bits are kept only where the picture is grey throughout.
 QImage Grey(const QImage& image) {
   if (!IsGrey(image)) Refuse(ReadTrouble::Colour);
-  const bool deep = image.format() == QImage::Format_Grayscale16 ||
-                    image.pixelFormat().bitsPerPixel() > 32;
+  const bool deep =
+      image.format() == QImage::Format_Grayscale16 || image.pixelFormat().bitsPerPixel() > 32;
   const auto format = deep ? QImage::Format_Grayscale16 : QImage::Format_Grayscale8;
   return image.format() == format ? image : image.convertToFormat(format);
 }

@@ -66,6 +66,10 @@ class Package(unittest.TestCase):
         (path,) = self.root.glob(f"usr/**/{name}")
         return path
 
+    def program(self, name):
+        (path,) = [self.root / file for file in FILES if re.fullmatch(f"usr/(bin|libexec/.*)/{name}", file)]
+        return path
+
     def test_debian_has_nothing_to_say(self):
         tags = run("lintian", "--allow-root", "--fail-on", "error,warning", self.package)
         self.assertEqual(tags, "")
@@ -125,7 +129,7 @@ class Package(unittest.TestCase):
 
     def test_programs_are_hardened_and_stripped(self):
         for name in ["telmarion", "telmarion-batch", "telmarion-decode"]:
-            program = self.installed(name)
+            program = self.program(name)
             facts = run("readelf", "--wide", "--file-header", "--dynamic", "--segments", "--sections",
                         program)
             for mark in ["DYN (Position-Independent", "GNU_RELRO", "BIND_NOW"]:
@@ -138,7 +142,7 @@ class Package(unittest.TestCase):
 
     def test_only_the_decoder_loads_the_libraries_of_foreign_pictures(self):
         def needs(name):
-            return run("readelf", "--wide", "--dynamic", self.installed(name))
+            return run("readelf", "--wide", "--dynamic", self.program(name))
 
         for library in ["libdcmdata", "libopenjp2"]:
             self.assertIn(library, needs("telmarion-decode"))

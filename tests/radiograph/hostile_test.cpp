@@ -16,9 +16,9 @@ struct Tool {
 };
 
 const Tool kTools[] = {
-    {"Plain", "dcmconv +te"},        {"Implicit", "dcmconv +ti"}, {"BigEndian", "dcmconv +tb"},
-    {"Deflated", "dcmconv +td"},     {"RunLength", "dcmcrle"},    {"JpegLossless", "dcmcjpeg +e1"},
-    {"Jpeg", "dcmcjpeg +ee"},        {"JpegLs", "dcmcjpls +el"},  {"JpegLsNear", "dcmcjpls +en"},
+    {"Plain", "dcmconv +te"},       {"Implicit", "dcmconv +ti"}, {"BigEndian", "dcmconv +tb"},
+    {"Deflated", "dcmconv +td"},    {"RunLength", "dcmcrle"},    {"JpegLossless", "dcmcjpeg +e1"},
+    {"Jpeg", "dcmcjpeg +ee"},       {"JpegLs", "dcmcjpls +el"},  {"JpegLsNear", "dcmcjpls +en"},
     {"Jpeg2000", "gdcmconv --j2k"},
 };
 

@@ -72,9 +72,9 @@ TEST_F(PlainPicture, InTiffWithWhiteAsZeroIsShownAsMeant) {
   const std::string path = SaveImage(MakeGrey(QImage::Format_Grayscale8), "png");
   for (const char* depth : {"8", "16"}) {
     const std::string tiff = Path("white.tiff");
-    ASSERT_EQ(QProcess::execute("convert", {"png:" + QString::fromStdString(path), "-depth", depth,
-                                            "-define", "quantum:polarity=min-is-white",
-                                            QString::fromStdString(tiff)}),
+    ASSERT_EQ(QProcess::execute("convert",
+                                {"png:" + QString::fromStdString(path), "-depth", depth, "-define",
+                                 "quantum:polarity=min-is-white", QString::fromStdString(tiff)}),
               0);
     QProcess other;  // another reader
     other.start("convert", {tiff.c_str(), "-depth", "8", "gray:-"});

@@ -35,7 +35,6 @@ class Refused : public ReadingFiles {
 };
 
 QByteArray Rows(int rows) {
-
   const QByteArray element = QByteArray::fromHex("28001000") + "US" + QByteArray::fromHex("0200");
   return element + static_cast<char>(rows & 255) + static_cast<char>(rows >> 8);
 }
@@ -46,7 +45,9 @@ TEST_F(Refused, AFileThatIsNotThere) {
   EXPECT_EQ(FailureText(failure), "The file cannot be read: No such file or directory.");
 }
 
-TEST_F(Refused, AFolder) { EXPECT_EQ(TroubleOf(Path(".")), ReadTrouble::CannotOpen); }
+TEST_F(Refused, AFolder) {
+  EXPECT_EQ(TroubleOf(Path(".")), ReadTrouble::CannotOpen);
+}
 
 TEST_F(Refused, APipeWithoutWaitingForIt) {
   ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
@@ -103,9 +104,12 @@ TEST_F(Refused, MoreRowsThanTheFileHolds) {
 }
 
 TEST_F(Refused, BitsThatCannotBe) {
-  for (const auto& [keyword, bits] : {std::pair{"BitsAllocated", "12"}, {"BitsAllocated", "32"},
-                                      {"BitsStored", "17"}, {"BitsStored", "0"},
-                                      {"HighBit", "16"}, {"HighBit", "3"}}) {
+  for (const auto& [keyword, bits] : {std::pair{"BitsAllocated", "12"},
+                                      {"BitsAllocated", "32"},
+                                      {"BitsStored", "17"},
+                                      {"BitsStored", "0"},
+                                      {"HighBit", "16"},
+                                      {"HighBit", "3"}}) {
     EXPECT_EQ(TroubleOf(SaveWith({{keyword, bits}})), ReadTrouble::Contradiction)
         << keyword << bits;
   }

@@ -32,7 +32,8 @@ inline PhantomDicom MakeDisk(int bits, bool isSigned, int rows = 70, int columns
       grain = grain * 1664525U + 1013904223U;
       const bool inside = std::hypot(y - rows / 2, x - columns / 3) < rows / 4;
       const double share = 0.2 + 0.3 * y / rows + (inside ? 0.4 : 0.0) + (grain >> 24) / 25600.0;
-      phantom.pixels.push_back(static_cast<std::uint16_t>(lowest + static_cast<int>(share * range)));
+      phantom.pixels.push_back(
+          static_cast<std::uint16_t>(lowest + static_cast<int>(share * range)));
     }
   }
   phantom.pixels[3] = static_cast<std::uint16_t>(lowest);

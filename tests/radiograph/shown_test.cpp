@@ -145,8 +145,8 @@ TEST_F(Shown, WindowsHaveTheShapeThatTheFileNames) {
 }
 
 TEST_F(Shown, AWindowThatCannotBeIsNotedAndLeft) {
-  for (const auto& [centre, width] : {std::pair{"50", "0"}, {"50", "-3"}, {"50", "0.5"},
-                                      {"fifty", "3"}, {"50\\60", "9"}}) {
+  for (const auto& [centre, width] :
+       {std::pair{"50", "0"}, {"50", "-3"}, {"50", "0.5"}, {"fifty", "3"}, {"50\\60", "9"}}) {
     PhantomDicom steps = MakeSteps();
     steps.attributes["WindowCenter"] = centre;
     steps.attributes["WindowWidth"] = width;
@@ -203,16 +203,18 @@ struct ShapeRow {
 
 const ShapeRow kShapes[] = {
     {"LinearOf4096",
-     2048, 4096, WindowShape::Linear,
+     2048,
+     4096,
+     WindowShape::Linear,
      {{0, 0}, {1, 0}, {9, 1}, {2048, 128}, {2047, 127}, {4095, 255}}},
     {"LinearOf100", 50, 100, WindowShape::Linear, {{0, 0}, {50, 129}, {99, 255}, {98, 252}}},
     {"LinearOfWidthOneIsAStep", 50, 1, WindowShape::Linear, {{49, 0}, {50, 255}}},
     {"LinearExact",
-     50, 100, WindowShape::LinearExact,
+     50,
+     100,
+     WindowShape::LinearExact,
      {{0, 0}, {50, 128}, {99, 252}, {100, 255}, {200, 255}}},
-    {"Sigmoid",
-     50, 100, WindowShape::Sigmoid,
-     {{50, 128}, {0, 30}, {100, 225}, {1000, 255}}},
+    {"Sigmoid", 50, 100, WindowShape::Sigmoid, {{50, 128}, {0, 30}, {100, 225}, {1000, 255}}},
 };
 
 class WindowOf : public testing::TestWithParam<ShapeRow> {};

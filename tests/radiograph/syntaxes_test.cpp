@@ -31,8 +31,8 @@ struct Depth {
 };
 
 const Depth kDepths[] = {
-    {"8Bits", 8, false},        {"10Bits", 10, false},      {"12Bits", 12, false},
-    {"16Bits", 16, false},      {"Signed12Bits", 12, true}, {"Signed16Bits", 16, true},
+    {"8Bits", 8, false},   {"10Bits", 10, false},      {"12Bits", 12, false},
+    {"16Bits", 16, false}, {"Signed12Bits", 12, true}, {"Signed16Bits", 16, true},
 };
 
 using LosslessRow = std::tuple<Packing, Depth>;
@@ -52,8 +52,7 @@ TEST_P(LosslessFile, HasThePixelsOfTheUncompressedOne) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, LosslessFile,
-                         testing::Combine(testing::ValuesIn(kLossless),
-                                          testing::ValuesIn(kDepths)),
+                         testing::Combine(testing::ValuesIn(kLossless), testing::ValuesIn(kDepths)),
                          [](const auto& row) {
                            return std::string(std::get<0>(row.param).name) + "With" +
                                   std::get<1>(row.param).name;

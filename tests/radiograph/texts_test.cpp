@@ -49,20 +49,27 @@ const NameRow kNames[] = {
     {"GivenNameAlone", "", "^Ana", "", "Ana"},
     {"Blanks", "", " Novak ^ Ana ", "Novak", "Ana"},
     {"Latin1", "ISO_IR 100", "Buc^J\xe9r\xf4me", "Buc", "Jérôme"},
-    {"Latin2", "ISO_IR 101", "\xae" "ebovec^\xc8" "rt", "Žebovec", "Črt"},
-    {"Cyrillic", "ISO_IR 144", "\xbb\xee\xda\x63\xd5\xdc\xd1\xe3\xe0\xd3", "Люкc" "ембург", ""},
+    {"Latin2", "ISO_IR 101",
+     "\xae"
+     "ebovec^\xc8"
+     "rt",
+     "Žebovec", "Črt"},
+    {"Cyrillic", "ISO_IR 144", "\xbb\xee\xda\x63\xd5\xdc\xd1\xe3\xe0\xd3",
+     "Люкc"
+     "ембург",
+     ""},
     {"Greek", "ISO_IR 126", "\xc4\xe9\xef\xed\xf5\xf3\xe9\xef\xf2", "Διονυσιος", ""},
     {"Utf8", "ISO_IR 192", "Wang^XiaoDong=王^小东", "Wang", "XiaoDong"},
     {"IdeographsAlone", "ISO_IR 192", "=王^小东", "王", "小东"},
-    {"JapaneseWithEscapes", "\\ISO 2022 IR 87",
-     "Yamada^Tarou=\x1b$B;3ED\x1b(B^\x1b$BB@O:\x1b(B", "Yamada", "Tarou"},
+    {"JapaneseWithEscapes", "\\ISO 2022 IR 87", "Yamada^Tarou=\x1b$B;3ED\x1b(B^\x1b$BB@O:\x1b(B",
+     "Yamada", "Tarou"},
 };
 
 class Name : public ReadingFiles, public testing::WithParamInterface<NameRow> {};
 
 TEST_P(Name, IsReadByItsCharacterSet) {
-  const Radiograph radiograph = MustRead(
-      Save(MakeWith({{"SpecificCharacterSet", GetParam().set}, {"PatientName", GetParam().bytes}})));
+  const Radiograph radiograph = MustRead(Save(
+      MakeWith({{"SpecificCharacterSet", GetParam().set}, {"PatientName", GetParam().bytes}})));
   EXPECT_EQ(radiograph.patient.familyName, GetParam().family);
   EXPECT_EQ(radiograph.patient.givenName, GetParam().given);
   EXPECT_EQ(radiograph.notes, std::vector<std::string>{});
@@ -71,8 +78,8 @@ TEST_P(Name, IsReadByItsCharacterSet) {
 INSTANTIATE_TEST_SUITE_P(Of, Name, testing::ValuesIn(kNames), RowName());
 
 TEST_F(Texts, ANameOutsideItsCharacterSetIsNotGuessed) {
-  const Radiograph radiograph = MustRead(
-      Save(MakeWith({{"SpecificCharacterSet", "ISO_IR 192"}, {"PatientName", "Buc^J\xe9r\xf4me"}})));
+  const Radiograph radiograph = MustRead(Save(
+      MakeWith({{"SpecificCharacterSet", "ISO_IR 192"}, {"PatientName", "Buc^J\xe9r\xf4me"}})));
   EXPECT_EQ(radiograph.patient.familyName, "");
   ASSERT_EQ(radiograph.notes.size(), 1U);
   EXPECT_NE(radiograph.notes[0].find("name"), std::string::npos);
@@ -96,8 +103,10 @@ TEST_F(Texts, DatesThatDoNotExistAreNotKnown) {
 }
 
 TEST_F(Texts, SexIsOneOfThreeOrNotKnown) {
-  for (const auto& [letter, sex] : {std::pair{"M", PatientSex::Male}, {"F", PatientSex::Female},
-                                    {"O", PatientSex::Other}, {"X", PatientSex::Unknown},
+  for (const auto& [letter, sex] : {std::pair{"M", PatientSex::Male},
+                                    {"F", PatientSex::Female},
+                                    {"O", PatientSex::Other},
+                                    {"X", PatientSex::Unknown},
                                     {"", PatientSex::Unknown}}) {
     EXPECT_EQ(MustRead(Save(MakeWith({{"PatientSex", letter}}))).patient.sex, sex) << letter;
   }
@@ -112,15 +121,15 @@ TEST_F(Texts, AnOrientationThatIsNoneIsNotKnown) {
 }
 
 TEST_F(Texts, OfTheScaleComeThroughAsTheyStand) {
-  const Radiograph radiograph = MustRead(
-      Save(MakeWith({{"PixelSpacing", "0.12\\0.13"},
-                     {"ImagerPixelSpacing", "+0.15\\1.5e-1"},
-                     {"NominalScannedPixelSpacing", "0.1"},
-                     {"PixelSpacingCalibrationType", "FIDUCIAL"},
-                     {"EstimatedRadiographicMagnificationFactor", "1.2x"},
-                     {"DistanceSourceToDetector", "1150"},
-                     {"DistanceSourceToPatient", "-3"},
-                     {"PixelAspectRatio", "4\\3"}})));
+  const Radiograph radiograph =
+      MustRead(Save(MakeWith({{"PixelSpacing", "0.12\\0.13"},
+                              {"ImagerPixelSpacing", "+0.15\\1.5e-1"},
+                              {"NominalScannedPixelSpacing", "0.1"},
+                              {"PixelSpacingCalibrationType", "FIDUCIAL"},
+                              {"EstimatedRadiographicMagnificationFactor", "1.2x"},
+                              {"DistanceSourceToDetector", "1150"},
+                              {"DistanceSourceToPatient", "-3"},
+                              {"PixelAspectRatio", "4\\3"}})));
   const ScaleAttributes& scale = radiograph.scale;
   EXPECT_EQ(scale.pixelSpacing, (std::vector{0.12, 0.13}));
   EXPECT_EQ(scale.imagerPixelSpacing, (std::vector{0.15, 0.15}));
@@ -181,7 +190,6 @@ TEST_P(DeviceFile, IsAsTheStandardHasIt) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, DeviceFile,
-                         testing::Values(DeviceKind::ComputedRadiography,
-                                         DeviceKind::DigitalXRay));
+                         testing::Values(DeviceKind::ComputedRadiography, DeviceKind::DigitalXRay));
 
 }  // namespace

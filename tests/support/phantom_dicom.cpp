@@ -45,8 +45,8 @@ void PutCode(DcmItem& item, const DcmTagKey& sequence, const char* code, const c
              const char* meaning) {
   DcmItem* entry = nullptr;
   item.findOrCreateSequenceItem(sequence, entry, -2);
-  Put(*entry, {{DCM_CodeValue, code}, {DCM_CodingSchemeDesignator, scheme},
-               {DCM_CodeMeaning, meaning}});
+  Put(*entry,
+      {{DCM_CodeValue, code}, {DCM_CodingSchemeDesignator, scheme}, {DCM_CodeMeaning, meaning}});
 }
 
 void PutComputedRadiography(DcmItem& item) {
@@ -146,18 +146,24 @@ std::map<string, std::map<string, string>> ScaleForms(double detector, double so
   const string atTable = Pair(detector / magnification);
   const std::map<string, string> none{{"ImagerPixelSpacing", ""}};
   return {
-      {"fiducial", {{"ImagerPixelSpacing", atDetector}, {"PixelSpacing", atTable},
-                    {"PixelSpacingCalibrationType", "FIDUCIAL"},
-                    {"PixelSpacingCalibrationDescription", "ball"}}},
-      {"geometry", {{"ImagerPixelSpacing", atDetector}, {"PixelSpacing", atTable},
-                    {"PixelSpacingCalibrationType", "GEOMETRY"},
-                    {"PixelSpacingCalibrationDescription", "table"}}},
+      {"fiducial",
+       {{"ImagerPixelSpacing", atDetector},
+        {"PixelSpacing", atTable},
+        {"PixelSpacingCalibrationType", "FIDUCIAL"},
+        {"PixelSpacingCalibrationDescription", "ball"}}},
+      {"geometry",
+       {{"ImagerPixelSpacing", atDetector},
+        {"PixelSpacing", atTable},
+        {"PixelSpacingCalibrationType", "GEOMETRY"},
+        {"PixelSpacingCalibrationDescription", "table"}}},
       {"corrected", {{"ImagerPixelSpacing", atDetector}, {"PixelSpacing", atTable}}},
-      {"magnification", {{"ImagerPixelSpacing", atDetector},
-                         {"EstimatedRadiographicMagnificationFactor", Text(magnification)}}},
-      {"distances", {{"ImagerPixelSpacing", atDetector},
-                     {"DistanceSourceToDetector", Text(sourceToDetector)},
-                     {"DistanceSourceToPatient", Text(sourceToTable)}}},
+      {"magnification",
+       {{"ImagerPixelSpacing", atDetector},
+        {"EstimatedRadiographicMagnificationFactor", Text(magnification)}}},
+      {"distances",
+       {{"ImagerPixelSpacing", atDetector},
+        {"DistanceSourceToDetector", Text(sourceToDetector)},
+        {"DistanceSourceToPatient", Text(sourceToTable)}}},
       {"pixel spacing", {{"ImagerPixelSpacing", ""}, {"PixelSpacing", atDetector}}},
       {"detector", {{"ImagerPixelSpacing", atDetector}}},
       {"scanned", {{"ImagerPixelSpacing", ""}, {"NominalScannedPixelSpacing", atDetector}}},
