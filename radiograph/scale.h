@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "radiograph/pixel_spacing.h"
+
 // As the file has them: no value where the attribute is missing or empty, NaN for a text that is no
 // number. Nothing is checked yet.
 struct ScaleAttributes {
@@ -36,11 +38,6 @@ enum class ScaleRule {
   ScannedSpacing,      // NominalScannedPixelSpacing: on the film that was scanned
   AspectRatio,         // the shape of a pixel, not its size
   None,
-};
-
-struct PixelSpacing {
-  double row = 0.0;     // mm
-  double column = 0.0;  // mm
 };
 
 struct Scale {

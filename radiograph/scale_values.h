@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "radiograph/scale.h"
+#include "radiograph/pixel_spacing.h"
 
 using ScaleNotes = std::vector<std::string>;
 std::optional<PixelSpacing> UsableSpacing(const char* name, const std::vector<double>& values,

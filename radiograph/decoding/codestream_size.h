@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "radiograph/decoding/decode.h"
+#include "radiograph/decoding/refusal.h"
 
 struct CodestreamSize {
   std::uint32_t width = 0;

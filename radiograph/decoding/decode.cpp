@@ -46,10 +46,6 @@ Radiograph Decode(Bytes file, const PictureLimits& limits) {
 
 }  // namespace
 
-void Refuse(ReadTrouble trouble, const std::string& detail) {
-  throw Refusal{{trouble, detail}};
-}
-
 ReadResult DecodePicture(Bytes file, const PictureLimits& limits) {
   try {
     return Decode(file, limits);

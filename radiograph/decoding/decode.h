@@ -2,19 +2,8 @@
 // below may be led astray by a hostile file.
 #pragma once
 
-#include <cstdint>
-#include <span>
-#include <string>
-
+#include "radiograph/decoding/refusal.h"
 #include "radiograph/limits.h"
 #include "radiograph/radiograph.h"
 
-using Bytes = std::span<const std::uint8_t>;
-
 ReadResult DecodePicture(Bytes file, const PictureLimits& limits = {});
-
-// How the parts of the decoder refuse; DecodePicture turns it into its result.
-struct Refusal {
-  ReadFailure failure;
-};
-[[noreturn]] void Refuse(ReadTrouble trouble, const std::string& detail = {});

@@ -5,7 +5,9 @@
 #include <dcmtk/config/osconfig.h>
 #include <dcmtk/dcmdata/dctk.h>
 
-#include "radiograph/decoding/decode.h"
+#include "radiograph/decoding/refusal.h"
+#include "radiograph/limits.h"
+#include "radiograph/radiograph.h"
 
 Radiograph DecodeDicom(Bytes file, const PictureLimits& limits);
 
