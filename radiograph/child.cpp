@@ -12,8 +12,6 @@
 #include <system_error>
 #include <thread>
 
-extern char** environ;
-
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -68,6 +66,7 @@ class SpawnPlan {
   // Zero, or the system's reason.
   int Start(const std::vector<std::string>& command, pid_t& child) const {
     std::vector<char*> words;
+    words.reserve(command.size() + 1);
     for (const std::string& word : command) words.push_back(const_cast<char*>(word.c_str()));
     words.push_back(nullptr);
     return posix_spawn(&child, words[0], &actions_, &attributes_, words.data(), environ);
