@@ -12,13 +12,16 @@ install_packages
 build fuzz fuzzers
 cd "$root/tests/fuzz"
 
+# DCMTK reserves, without filling it, what an element says its length is: up to 4 GiB.
+memory=(-malloc_limit_mb=4100)
+
 found=()
 for words in words/*.dict; do
   target=$(basename "$words" .dict)
   corpus=$root/build/fuzz/corpus/$target # grows from run to run
   mkdir -p "$corpus" "crashes/$target"
   printf '\n%s for %s seconds\n' "$target" "$seconds"
-  "$root/build/fuzz/tests/fuzz/${target}_fuzz" -max_total_time="$seconds" -timeout=10 \
+  "$root/build/fuzz/tests/fuzz/${target}_fuzz" -max_total_time="$seconds" -timeout=10 "${memory[@]}" \
     -dict="$words" -artifact_prefix="crashes/$target/" -print_final_stats=1 -verbosity=0 -print_funcs=0 \
     "$corpus" "seeds/$target" "crashes/$target" "$root/tests/files" "$root/examples" ||
     found+=("$target")

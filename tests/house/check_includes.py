@@ -21,6 +21,7 @@ ALLOWED = {
     "caseform": {"case", "platform"},
     "report": {"case", "diagram", "platform"},
     "view3d": {"case", "platform", "storage"},
+    "radiograph": set(),
     "measuring": {"landmarks", "model", "uncertainty"},
     "batch": {"case", "columns", "model", "storage", "uncertainty"},
 }

@@ -23,6 +23,7 @@ ICONS = ["scalable/apps/telmarion.svg"] + [
 FILES = {
     "usr/bin/telmarion",
     "usr/bin/telmarion-batch",
+    "usr/libexec/telmarion/telmarion-decode",
     "usr/share/applications/telmarion.desktop",
     "usr/share/doc/telmarion/changelog.Debian.gz",
     "usr/share/doc/telmarion/changelog.gz",
@@ -67,6 +68,10 @@ class Package(unittest.TestCase):
         (path,) = self.root.glob(f"usr/**/{name}")
         return path
 
+    def program(self, name):
+        (path,) = [self.root / file for file in FILES if re.fullmatch(f"usr/(bin|libexec/.*)/{name}", file)]
+        return path
+
     def test_debian_has_nothing_to_say(self):
         tags = run("lintian", "--allow-root", "--fail-on", "error,warning", self.package)
         self.assertEqual(tags, "")
@@ -106,7 +111,7 @@ class Package(unittest.TestCase):
         for line in run("dpkg-deb", "--contents", self.package).splitlines():
             mode, owner, path = line.split()[0], line.split()[1], line.split()[5]
             self.assertEqual(owner, "root/root", line)
-            open_to_run = path.endswith("/") or path.startswith("./usr/bin/")
+            open_to_run = path.endswith("/") or path.startswith(("./usr/bin/", "./usr/libexec/"))
             self.assertEqual(mode[1:], "rwxr-xr-x" if open_to_run else "rw-r--r--", line)
 
     def test_checksums_name_every_file(self):
@@ -119,13 +124,13 @@ class Package(unittest.TestCase):
         for package in ["libqt6widgets6", "libqt6help6", "libqt6printsupport6", "libqt6svg6"]:
             self.assertIn(package, self.depends())
         # These are loaded by name.
-        for package in ["libqt6sql6-sqlite", "fonts-liberation2", "fonts-dejavu-core"]:
+        for package in ["libqt6sql6-sqlite", "qt6-image-formats-plugins", "fonts-liberation2", "fonts-dejavu-core"]:
             self.assertIn(package, self.depends())
         self.assertIn("qt6-wayland", self.field("Recommends"))
 
     def test_programs_are_hardened_and_stripped(self):
-        for name in ["telmarion", "telmarion-batch"]:
-            program = self.root / "usr" / "bin" / name
+        for name in ["telmarion", "telmarion-batch", "telmarion-decode"]:
+            program = self.program(name)
             facts = run("readelf", "--wide", "--file-header", "--dynamic", "--segments", "--sections",
                         program)
             for mark in ["DYN (Position-Independent", "GNU_RELRO", "BIND_NOW"]:
@@ -135,6 +140,14 @@ class Package(unittest.TestCase):
             content = program.read_bytes()
             self.assertTrue(b"__stack_chk_fail" in content, name)
             self.assertFalse(bytes(SOURCE) in content, f"{name} names the folder it was built in")
+
+    def test_only_the_decoder_loads_the_libraries_of_foreign_pictures(self):
+        def needs(name):
+            return run("readelf", "--wide", "--dynamic", self.program(name))
+
+        for library in ["libdcmdata", "libopenjp2"]:
+            self.assertIn(library, needs("telmarion-decode"))
+            self.assertNotIn(library, needs("telmarion"))
 
     def test_icons_have_their_sizes(self):
         for icon in ICONS[1:]:

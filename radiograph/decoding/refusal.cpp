@@ -1,0 +1,5 @@
+#include "radiograph/decoding/refusal.h"
+
+void Refuse(ReadTrouble trouble, const std::string& detail) {
+  throw Refusal{{trouble, detail}};
+}

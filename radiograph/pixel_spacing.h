@@ -1,0 +1,7 @@
+// The distance between neighbouring pixels.
+#pragma once
+
+struct PixelSpacing {
+  double row = 0.0;     // mm
+  double column = 0.0;  // mm
+};

@@ -1,0 +1,37 @@
+#include "radiograph/reader.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include "radiograph/answer.h"
+#include "radiograph/child.h"
+
+std::string FindDecoder(const QString& programFolder) {
+  const QDir folder(programFolder);
+  for (const char* place :
+       {"../libexec/telmarion/telmarion-decode", "../radiograph/telmarion-decode"}) {
+    const QString path = QDir::cleanPath(folder.filePath(QLatin1String(place)));
+    if (QFileInfo(path).isExecutable()) return QFile::encodeName(path).toStdString();
+  }
+  return {};
+}
+
+ReadResult ReadRadiograph(const std::string& path, const RadiographReader& reader,
+                          const std::stop_token& stop) {
+  const ChildRun run = RunChild({reader.decoder, std::to_string(reader.limits.memory), path},
+                                reader.limits.time, kLongestAnswer, stop);
+  switch (run.end) {
+    case ChildEnd::Finished:
+      return ParseAnswer(run.output);
+    case ChildEnd::NotStarted:
+      return ReadFailure{ReadTrouble::DecoderMissing, run.reason};
+    case ChildEnd::TookTooLong:
+      return ReadFailure{ReadTrouble::TookTooLong, {}};
+    case ChildEnd::Cancelled:
+      return ReadFailure{ReadTrouble::Cancelled, {}};
+    case ChildEnd::WroteTooMuch:
+      break;
+  }
+  return ReadFailure{ReadTrouble::DecoderDied, {}};
+}
