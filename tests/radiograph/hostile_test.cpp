@@ -27,13 +27,13 @@ class HostileFile : public ReadingFiles, public testing::WithParamInterface<Tool
   ReadResult ReadBytes(const QByteArray& bytes) const { return Read(Save("hostile", bytes)); }
 };
 
-// At each fiftieth of its length. What is left of a file may still be whole when only its padding
+// At each twelfth of its length; the fuzzer goes further. What is left of a file may still be whole when only its padding
 // went; anything else has a name, and not that of a decoder that died.
 TEST_P(HostileFile, CutShortAnywhereIsSaid) {
   const PhantomDicom disk = MakeDisk(12, false);
   const QByteArray whole = BytesOf(Convert(GetParam().command, Save(disk)));
-  for (qsizetype part = 0; part < 50; ++part) {
-    const ReadResult result = ReadBytes(whole.left(whole.size() * part / 50));
+  for (qsizetype part = 0; part < 12; ++part) {
+    const ReadResult result = ReadBytes(whole.left(whole.size() * part / 12));
     const auto* failure = std::get_if<ReadFailure>(&result);
     ASSERT_NE(failure, nullptr) << part;
     EXPECT_TRUE(failure->trouble == ReadTrouble::CutShort ||
@@ -46,7 +46,7 @@ TEST_P(HostileFile, CutShortAnywhereIsSaid) {
 TEST_P(HostileFile, WithLengthsThatLieIsSaid) {
   const QByteArray whole = BytesOf(Convert(GetParam().command, Save(MakeDisk(12, false))));
   unsigned grain = 7;
-  for (int round = 0; round < 25; ++round) {
+  for (int round = 0; round < 8; ++round) {
     QByteArray bytes = whole;
     grain = grain * 1664525U + 1013904223U;
     const auto at = static_cast<qsizetype>((grain >> 8) % static_cast<unsigned>(bytes.size() - 4));
