@@ -120,6 +120,21 @@ bool JumpToPole(const PoleAngles& angles, PoleBracket& bracket) {
   return true;
 }
 
+// Where the walk may begin. For a small sum S of the angles the pole lies about 3·S below the angle
+// at which the denominator vanishes; further down than `kFarFromBranch` the residual is at most
+// −0.01 rad, so every grid point there is negative beyond doubt.
+constexpr double kSmallSum = 0.01;       // rad
+constexpr double kFarFromBranch = 0.06;  // rad
+
+double StartOfWalk(const PoleAngles& angles) {
+  const double sum = angles.thetaR + angles.thetaCE;
+  if (!(angles.thetaR >= 0.0 && sum > 0.0 && sum < kSmallSum)) return kOrdinaryStart;
+  const double far = angles.thetaCE + kPi / 2.0 - kFarFromBranch;
+  const double position = (far - kOrdinaryStart) / kOrdinaryStep;
+  if (!(position > 0.0 && position < static_cast<double>(kGridPoints))) return kOrdinaryStart;
+  return kGrid[static_cast<std::size_t>(position)];
+}
+
 }  // namespace
 
 bool HasNoPole(const PoleAngles& angles, PoleForm form) {
@@ -135,7 +150,7 @@ PoleBracket WalkToPole(const PoleAngles& angles) {
 PoleBracket bracketPole(const PoleAngles& angles) {
   PoleBracket bracket = StartOf(kOrdinaryStep, 1.0);
   if (JumpToPole(angles, bracket)) return bracket;
-  return WalkToPole(angles);
+  return Walk(angles, poleResidual, StartOfWalk(angles), StartOf(kOrdinaryStep, 1.0));
 }
 
 PoleBracket bracketPoleSteep(const PoleAngles& angles) {

@@ -11,6 +11,7 @@ import sys
 # Room: the rooms of ours that it may include.
 ALLOWED = {
     "model": set(),
+    "uncertainty": {"model"},
     "columns": {"model"},
     "storage": set(),
     "case": {"model", "storage"},
@@ -25,7 +26,10 @@ EVERYTHING = {"app", "tests", "bench"}  # may include every room
 ROOMS = set(ALLOWED) | EVERYTHING
 
 # Toolkit headers that a room may use: none, those without windows, or all.
-TOOLKIT = {"model": "none", "columns": "none", "storage": "core", "case": "core", "batch": "core"}
+TOOLKIT = {"model": "none", "uncertainty": "none", "columns": "none", "storage": "core", "case": "core",
+           "batch": "core"}
+# What a room without the toolkit may include beside the standard library.
+LIBRARIES = {"uncertainty": re.compile(r"^hwy/")}
 QT_CORE_ONLY = re.compile(
     r"^(Qt|QtCore/.*|QAnyStringView|QByteArray\w*|QChar|QCoreApplication|QCryptographicHash|QDate|"
     r"QDateTime|QDir|QDirIterator|QFile|QFileInfo|QIODevice|QJsonArray|QJsonDocument|"
@@ -51,6 +55,9 @@ def forbidden(room, quote, header):
     if first in ROOMS and "/" in header:
         return "our own headers are included with quotes"
     toolkit = TOOLKIT.get(room, "all")
+    allowed = LIBRARIES.get(room)
+    if allowed and allowed.match(header):
+        return ""
     if toolkit == "none" and not STANDARD.match(header):
         return f"{room}/ may include the C++ standard library only"
     is_qt = re.match(r"^Q[A-Zt]", header)

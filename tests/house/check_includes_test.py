@@ -23,6 +23,8 @@ class CheckIncludes(unittest.TestCase):
             ("model/a.cpp", "#include <cmath>"),
             ("model/a.cpp", '#include "model/b.h"'),
             ("columns/a.h", '#include "model/b.h"'),
+            ("uncertainty/a.cpp", "#include <hwy/highway.h>"),
+            ("uncertainty/a.cpp", '#include "model/b.h"'),
             ("case/a.h", "#include <QString>"),
             ("case/a.h", '#include "model/b.h"'),
             ("platform/a.cpp", '#include "storage/b.h"'),
@@ -36,6 +38,9 @@ class CheckIncludes(unittest.TestCase):
         for path, line in [
             ("model/a.cpp", "#include <QString>"),
             ("model/a.cpp", "#include <csv.h>"),
+            ("model/a.cpp", "#include <hwy/highway.h>"),
+            ("uncertainty/a.cpp", "#include <QString>"),
+            ("uncertainty/a.cpp", '#include "case/b.h"'),
             ("model/a.cpp", '#include "case/b.h"'),
             ("columns/a.h", "#include <QString>"),
             ("columns/a.h", '#include "batch/b.h"'),

@@ -166,6 +166,18 @@ TEST(PoleSearch, EqualsTheLoopForTinySums) {
   }
 }
 
+TEST(PoleSearch, EqualsTheLoopInAFewStepsNearTheStartOfTheBranch) {
+  RandomHips random(37);
+  for (int i = 0; i < 20'000; ++i) {
+    const double inclination = i % 3 == 0 ? 0.0 : random.Uniform(0.0, 2.9);
+    const double sum = std::pow(10.0, random.Uniform(-8.0, -1.9));
+    const PoleAngles angles = {sum - inclination, inclination};
+    const PoleBracket bracket = Tlakm::bracketPole(angles);
+    ASSERT_TRUE(IsSame(bracket, SearchOrdinary(angles))) << Describe(angles);
+    ASSERT_LT(bracket.evaluations, 50) << Describe(angles);
+  }
+}
+
 // An inclination that makes the residual exactly 0 at the grid point `theta`.
 double InclinationFor(double edge, double theta) {
   const double a = edge - theta;
