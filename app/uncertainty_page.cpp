@@ -17,8 +17,8 @@ using Print::Sheet;
 using Uncertainty::kMagnification;
 
 // Right ends of the columns of numbers, twips from the paper's edge.
-constexpr double kFirstColumn = 4000.0;
-constexpr double kColumnWidth = 1500.0;
+constexpr double kFirstColumn = 3700.0;
+constexpr double kColumnWidth = 1750.0;
 
 double ColumnEnd(std::size_t column) {
   return kFirstColumn + kColumnWidth * static_cast<double>(column);

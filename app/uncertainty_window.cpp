@@ -51,6 +51,7 @@ UncertaintyWindow::UncertaintyWindow(UncertaintyNeeds needs, QWidget* parent)
 // Boxes that lose the focus and a table that loses its rows still speak, and must be heard by a
 // whole window or not at all.
 UncertaintyWindow::~UncertaintyWindow() {
+  KeepEntries();
   hide();
   controls_.results->disconnect(this);
 }

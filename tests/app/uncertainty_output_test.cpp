@@ -201,6 +201,7 @@ TEST(HowSurePrint, CancellingPrintsNothing) {
   HowSureProgram program;
   program.OpenOnDefaultCase();
   program.printers.Answers({});
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&program.Sure()));
   QTest::keyClick(&program.Sure(), Qt::Key_P, Qt::ControlModifier);
   EXPECT_EQ(program.printers.Take().size(), 1);
 }
