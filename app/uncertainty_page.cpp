@@ -103,6 +103,7 @@ void PrintBudget(PrinterPage& page, const UncertaintyPage& printed,
   PrintLine(page, QStringLiteral("Budget: part of the variance"), titles);
   for (std::size_t i = 0; i < columns.front().size(); ++i) {
     std::vector<QString> shares;
+    shares.reserve(columns.size());
     for (const std::vector<ShareBar>& bars : columns) {
       shares.push_back(bars[i].share ? ShareText(*bars[i].share) : QString());
     }
