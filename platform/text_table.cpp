@@ -65,7 +65,7 @@ void TextTable::Show(const std::vector<QStringList>& rows) {
   const QSize before = sizeHint();
   const int chosen = currentRow();
   {
-    const QSignalBlocker quiet(this);
+    const QSignalBlocker quiet(this);  // Qt chooses the last row where the chosen one is gone
     setRowCount(static_cast<int>(rows.size()));
     for (int row = 0; row < rowCount(); ++row) {
       const QStringList& texts = rows[static_cast<std::size_t>(row)];
@@ -73,7 +73,6 @@ void TextTable::Show(const std::vector<QStringList>& rows) {
         SetCell(row, column, texts.value(column));
       }
     }
-    if (chosen >= rowCount()) setCurrentCell(rowCount() - 1, 0);
   }
   FitColumns();
   if (sizeHint() != before) updateGeometry();

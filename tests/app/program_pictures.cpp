@@ -1,5 +1,5 @@
 // Writes the pictures of docs/ into the folder named on the command line: the main window in light
-// and dark, the case form, the 3D view and the help.
+// and dark, the case form, the 3D view, the window on uncertainty and the help.
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
@@ -57,7 +57,7 @@ void SaveHead(MDIForm1& window, const QDir& folder) {
   Save(head, folder, "view-3d-light");
 }
 
-void SaveHowSure(MDIForm1& window, const QDir& folder, const QString& name) {
+void SaveHowSure(MDIForm1& window, const QDir& folder) {
   window.HowSure();
   UncertaintyWindow& sure = *window.SureView();
   for (const auto& [box, u] :
@@ -66,7 +66,7 @@ void SaveHowSure(MDIForm1& window, const QDir& folder, const QString& name) {
         std::pair("bodyWeight_u", "1"), std::pair("magnification_u", "0,02")}) {
     sure.findChild<QLineEdit*>(box)->setText(u);
   }
-  for (const double scale : {1.0, 2.0}) Save(sure, folder, name, scale);
+  Save(sure, folder, "how-sure-light");
 }
 
 QWidget& HelpIn(const QWidgetList& windows) {
@@ -104,10 +104,9 @@ void SaveAll(const QDir& folder) {
   for (const double scale : {1.0, 2.0}) Save(window, folder, "main-window-light", scale);
   SaveHead(window, folder);
   SaveHelp(window, folder);
-  SaveHowSure(window, folder, "how-sure-light");
+  SaveHowSure(window, folder);
   UseTheme(DarkPalette());
   Save(window, folder, "main-window-dark");
-  SaveHowSure(window, folder, "how-sure-dark");
 }
 
 }  // namespace

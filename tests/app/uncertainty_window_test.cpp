@@ -6,6 +6,7 @@
 #include <QTextBrowser>
 #include <array>
 #include <cmath>
+#include <ostream>
 #include <string>
 
 #include "model/hip_model.h"
@@ -277,6 +278,10 @@ struct WrongEntry {
   QString text;
   QString words;
 };
+
+void PrintTo(const WrongEntry& wrong, std::ostream* out) {
+  *out << wrong.name;
+}
 
 class WrongEntries : public testing::TestWithParam<WrongEntry> {};
 
