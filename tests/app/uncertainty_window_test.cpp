@@ -343,6 +343,24 @@ TEST(HowSure, NumbersAreWrittenInTheWayOfTheLocale) {
   EXPECT_EQ(program.Table().horizontalHeaderItem(Column::kInterval)->text(), "99,5 % interval");
 }
 
+TEST(HowSure, FitsASmallScreen) {
+  HowSureProgram program;
+  program.OpenOnDefaultCase();
+  EXPECT_LE(program.Sure().minimumSizeHint().width(), 1024);
+  EXPECT_LE(program.Sure().minimumSizeHint().height(), 700);
+}
+
+TEST(HowSure, FollowsADistributionThatIsChosenByTheKeyboard) {
+  HowSureProgram program;
+  program.OpenOnDefaultCase();
+  program.Enter("bodyWeight_u", "3.2");
+  const QString normal = program.Cell(Result::Pmax, Column::kInterval);
+  auto* list = program.InSure<QComboBox>("bodyWeight_distribution");
+  QTest::keyClick(list, Qt::Key_Down);
+  EXPECT_EQ(list->currentText(), "uniform");
+  EXPECT_NE(program.Cell(Result::Pmax, Column::kInterval), normal);
+}
+
 // A magnification that is forgotten in its box must not change the numbers of another patient.
 TEST(HowSure, AMagnificationStaysWithItsPicture) {
   HowSureProgram program;
