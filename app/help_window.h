@@ -33,8 +33,8 @@ class HelpWindow final : public QMainWindow {
 
   // Opens the page of a topic and comes to the front. Topics are the ids of the keywords in
   // help/telmarion.qhp: "index", "first-case", "measurements", "entering", "results", "diagram",
-  // "view3d", "printing", "files", "model", "messages", "keyboard", and finer ones such as "ce". An
-  // unknown one opens the first page.
+  // "view3d", "printing", "files", "model", "messages", "keyboard", "uncertainty", and finer ones
+  // such as "ce". An unknown one opens the first page.
   void ShowTopic(const QString& id);
 
  private:

@@ -24,7 +24,9 @@ int main(int argc, char** argv) {
   SystemPrintDialog printers;
   MDIForm1 window({messages, files, printers, [] { return QDate::currentDate(); },
                    QLocale::system(), HelpFolders(QCoreApplication::applicationDirPath()),
-                   QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation)});
+                   QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation),
+                   QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) +
+                       QStringLiteral("/settings.json")});
   const SystemEnd systemEnd;
   QObject::connect(&systemEnd, &SystemEnd::SessionEnding, &window, &MDIForm1::KeepWork);
   QObject::connect(&systemEnd, &SystemEnd::Ended, &window, [&window](int exitStatus) {

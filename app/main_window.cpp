@@ -33,7 +33,8 @@ QString FileTrouble(const QString& path, const QString& reason) {
 
 }  // namespace
 
-MDIForm1::MDIForm1(const AppDoors& doors) : doors_(doors), recovery_(doors.recoveryFolder) {
+MDIForm1::MDIForm1(const AppDoors& doors)
+    : doors_(doors), settings_(doors.settingsFile), recovery_(doors.recoveryFolder) {
   setObjectName(QStringLiteral("MDIForm1"));
   setWindowTitle(QStringLiteral("TELMARION"));
   BuildContent();
@@ -173,12 +174,28 @@ void MDIForm1::View3D() {
   view3d_->activateWindow();
 }
 
-void MDIForm1::Help() {
+void MDIForm1::HowSure() {
+  if (!sure_) {
+    sure_ = std::make_unique<UncertaintyWindow>(
+        UncertaintyNeeds{doors_.messages, doors_.printers, settings_, doors_.today,
+                         [this] { ShowHelp(QStringLiteral("uncertainty")); }, doors_.locale});
+    sure_->ShowCase(session_.Record().data);
+  }
+  sure_->show();
+  sure_->raise();
+  sure_->activateWindow();
+}
+
+void MDIForm1::ShowHelp(const QString& topic) {
   if (!help_) {
     help_ = HelpWindow::Open(doors_.helpFolders, doors_.messages, this);
     if (!help_) return;
   }
-  help_->ShowTopic(session_.HasCase() ? QStringLiteral("results") : QStringLiteral("first-case"));
+  help_->ShowTopic(topic);
+}
+
+void MDIForm1::Help() {
+  ShowHelp(session_.HasCase() ? QStringLiteral("results") : QStringLiteral("first-case"));
 }
 
 void MDIForm1::About() {

@@ -13,11 +13,13 @@
 #include "app/help_window.h"
 #include "app/panels.h"
 #include "app/recovery_file.h"
+#include "app/uncertainty_window.h"
 #include "caseform/case_form.h"
 #include "diagram/diagram_view.h"
 #include "platform/file_dialog.h"
 #include "platform/message_door.h"
 #include "platform/print_dialog.h"
+#include "platform/settings_file.h"
 #include "view3d/head_window.h"
 
 // What the window needs from the world around it; the seams that tests replace.
@@ -29,6 +31,7 @@ struct AppDoors {
   QLocale locale;
   QStringList helpFolders;      // where the help file may lie, see HelpFolders
   QString recoveryFolder = {};  // for the work that is not saved yet; empty: it is not kept
+  QString settingsFile = {};    // of what the user has set; empty: it is not kept
 };
 
 class MDIForm1 final : public QMainWindow {
@@ -43,6 +46,9 @@ class MDIForm1 final : public QMainWindow {
 
   // The 3D view; null before there is a case to show.
   FormGula* HeadView() { return view3d_.get(); }
+
+  // The window on uncertainty; null before it was asked for.
+  UncertaintyWindow* SureView() { return sure_.get(); }
 
   // Asks, when an earlier session ended without saving, whether to go on with its work.
   void OfferKeptWork();
@@ -61,6 +67,7 @@ class MDIForm1 final : public QMainWindow {
   void Print();
   void Change();
   void View3D();
+  void HowSure();
   void Help();
   void About();
   void Exit();
@@ -75,6 +82,7 @@ class MDIForm1 final : public QMainWindow {
   // Set-up.
   void BuildContent();
   void BuildMenus();
+  void BuildToolsMenu();
   void BuildToolBar();
   QAction* AddCommand(const char* name, const char* caption, void (MDIForm1::*command)());
 
@@ -102,6 +110,7 @@ class MDIForm1 final : public QMainWindow {
   void GoOnWithForm(const KeptWork& work);
 
   void LoadView3D();
+  void ShowHelp(const QString& topic);
   SaveOutcome SaveCase();
   bool AskAboutStresses();
   QString ProposedFileName() const;
@@ -116,6 +125,8 @@ class MDIForm1 final : public QMainWindow {
   std::unique_ptr<Form1> form_;
   std::unique_ptr<FormGula> view3d_;  // from the first computed case on
   std::unique_ptr<HelpWindow> help_;
+  SettingsFile settings_;
+  std::unique_ptr<UncertaintyWindow> sure_;
   CaseEntries shownEntries_;  // of the form, before anything was typed
   bool ending_ = false;       // Exit has asked already
   bool systemEnds_ = false;

@@ -126,11 +126,19 @@ void MDIForm1::BuildMenus() {
   edit->setObjectName(QStringLiteral("mnuEdit"));
   add(edit, "mnuChange", "&Change", {}, &MDIForm1::Change);
 
+  BuildToolsMenu();
   QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
   help->setObjectName(QStringLiteral("mnuHelp"));
   add(help, "mnuHelpT", "&Help", QKeySequence(Qt::Key_F1), &MDIForm1::Help);
   add(help, "mnuAbout", "&About", {}, &MDIForm1::About);
   for (QAction* command : std::as_const(caseCommands_)) command->setEnabled(false);
+}
+
+void MDIForm1::BuildToolsMenu() {
+  QMenu* tools = menuBar()->addMenu(QStringLiteral("&Tools"));
+  tools->setObjectName(QStringLiteral("mnuTools"));
+  caseCommands_ << AddCommand("mnuHowSure", "How &sure is this case…", &MDIForm1::HowSure);
+  tools->addAction(caseCommands_.last());
 }
 
 void MDIForm1::BuildToolBar() {

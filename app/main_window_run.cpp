@@ -54,6 +54,7 @@ void MDIForm1::EnableCase() {
 void MDIForm1::ShowCase() {
   ClearCharts();
   CopyPatientToPanel();
+  if (sure_) sure_->ShowCase(session_.Record().data);
   ComputeAll();
 }
 

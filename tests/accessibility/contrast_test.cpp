@@ -169,9 +169,9 @@ QColor GroundOf(const QTextBlock& block, const QColor& page) {
   return page;
 }
 
-constexpr std::array kTopics = {"index",   "first-case", "measurements", "entering",
-                                "results", "diagram",    "view3d",       "printing",
-                                "files",   "model",      "messages",     "keyboard"};
+constexpr std::array kTopics = {"index",    "first-case", "measurements", "entering", "results",
+                                "diagram",  "view3d",     "printing",     "files",    "model",
+                                "messages", "keyboard",   "uncertainty"};
 
 TEST_P(Contrast, OfTheHelpPagesIsEnoughAndLinksAreUnderlined) {
   RecordingMessageDoor messages;

@@ -115,6 +115,47 @@ inline void Head(const QLocale& locale, const LookAt& look) {
   Look(*program.window.HeadView(), look);
 }
 
+inline void LookAtHowSure(RunningProgram& program, const LookAt& look) {
+  program.Command("mnuHowSure");
+  auto& sure = *program.window.SureView();
+  sure.findChild<QLineEdit*>("lizm_u")->setText("0.1");
+  sure.findChild<QLineEdit*>("thetaCE_u")->setText("2");
+  Look(sure, look);
+}
+
+inline void HowSure(const QLocale& locale, const LookAt& look) {
+  RunningProgram program(locale);
+  program.ConfirmDefaultCase();
+  LookAtHowSure(program, look);
+}
+
+inline void HowSureWithoutAWeight(const QLocale& locale, const LookAt& look) {
+  RunningProgram program(locale);
+  program.ConfirmDefaultCase({});
+  LookAtHowSure(program, look);
+}
+
+// The longest words beside a box.
+inline void HowSureWithWrongEntries(const QLocale& locale, const LookAt& look) {
+  RunningProgram program(locale);
+  program.ConfirmDefaultCase();
+  program.Command("mnuHowSure");
+  for (const auto& [box, text] : {std::pair("Cizm_u", "abc"), std::pair("Hizm_u", "-1"),
+                                  std::pair("magnification", "0"), std::pair("coverage", "120")}) {
+    program.window.SureView()->findChild<QLineEdit*>(box)->setText(text);
+  }
+  LookAtHowSure(program, look);
+}
+
+// The longest notice.
+inline void HowSureWithRefusedTrials(const QLocale& locale, const LookAt& look) {
+  RunningProgram program(locale);
+  program.ConfirmDefaultCase();
+  program.Command("mnuHowSure");
+  program.window.SureView()->findChild<QLineEdit*>("magnification_u")->setText("0.5");
+  LookAtHowSure(program, look);
+}
+
 inline void Help(int pane, const LookAt& look) {
   RecordingMessageDoor messages;
   const auto window = HelpWindow::Open({TELMARION_HELP_DIR}, messages, nullptr);
@@ -169,6 +210,10 @@ inline std::vector<WindowState> OurWindows() {
           {"NarrowCaseForm", NarrowCaseForm},
           {"CaseFormAfterOkWithoutAWeight", CaseFormAfterOkWithoutAWeight},
           {"Head", Head},
+          {"HowSure", HowSure},
+          {"HowSureWithoutAWeight", HowSureWithoutAWeight},
+          {"HowSureWithWrongEntries", HowSureWithWrongEntries},
+          {"HowSureWithRefusedTrials", HowSureWithRefusedTrials},
           {"HelpContents", help(0)},
           {"HelpIndex", help(1)},
           {"HelpSearch", help(2)},

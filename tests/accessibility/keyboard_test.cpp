@@ -29,7 +29,9 @@ bool IsControl(const QWidget& widget) {
   if (widget.objectName().startsWith("qt_") || widget.parentWidget()->inherits("QLineEdit")) {
     return false;
   }
-  const bool bar = widget.inherits("QScrollBar") || widget.inherits("QToolBarExtension");
+  // The head of a table only shows titles.
+  const bool bar = widget.inherits("QScrollBar") || widget.inherits("QToolBarExtension") ||
+                   widget.inherits("QHeaderView");
   const bool control = widget.inherits("QAbstractButton") || widget.inherits("QLineEdit") ||
                        widget.inherits("QPlainTextEdit") || widget.inherits("QComboBox") ||
                        widget.inherits("QAbstractItemView") || widget.inherits("QTextBrowser") ||

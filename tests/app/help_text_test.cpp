@@ -119,7 +119,7 @@ TEST_F(HelpText, TopicsOfTheProgramAreThere) {
                             "messages", "keyboard",   "l2",           "c",        "h",
                             "x",        "z",          "rotation",     "ce",       "radius",
                             "rwb",      "thetar",     "thetapol",     "pmaxwb",   "pmax",
-                            "weight",   "refused"}) {
+                            "weight",   "refused",    "uncertainty"}) {
     EXPECT_EQ(file_->engine().documentsForIdentifier(topic).size(), 1) << topic;
     EXPECT_TRUE(Leads(file_->Topic(topic))) << topic;
   }
@@ -155,17 +155,27 @@ TEST_F(HelpText, QuotesTheFiguresOfMedicine) {
 TEST_F(HelpText, HasTheMessagesWordForWord) {
   const QString text = WholeText().simplified();
   for (const char* message :
-       {"numeric value expected", "wrong date", "wrong angle", "Not correct file",
-        "In this range of input data you could not use this model", "Division by zero",
-        "Do you want to save data ?", "Print results?", "TELMARION New", "TELMARION End",
-        "TELMARION print", "TELMARION Start",
+       {"numeric value expected",
+        "wrong date",
+        "wrong angle",
+        "Not correct file",
+        "In this range of input data you could not use this model",
+        "Division by zero",
+        "Do you want to save data ?",
+        "Print results?",
+        "TELMARION New",
+        "TELMARION End",
+        "TELMARION print",
+        "TELMARION Start",
         "A case was not saved when TELMARION ended. It was kept.",
         "No results for this case: in this range of input data you could not use this model",
         "The stresses are those of the case before. Go on all the same?",
-        "There are no stresses for this case. Go on all the same?", "Unsaved changes",
+        "There are no stresses for this case. Go on all the same?",
+        "Unsaved changes",
         "This weight counts as not known because OK was pressed without one. "
         "New or Change starts over.",
-        "Unsaved work cannot be kept for the next start."}) {
+        "Unsaved work cannot be kept for the next start.",
+        "These entries cannot be kept for the next start: "}) {
     EXPECT_TRUE(text.contains(message)) << message;
   }
 }

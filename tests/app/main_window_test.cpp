@@ -16,7 +16,7 @@
 
 namespace {
 
-TEST(MainWindow, HasSixButtonsAndThreeMenusAndNothingMore) {
+TEST(MainWindow, HasSixButtonsAndFourMenusAndNothingMore) {
   RunningProgram program;
   QStringList captions;
   for (QAction* action : program.InWindow<QToolBar>("Toolbar")->actions()) {
@@ -30,7 +30,8 @@ TEST(MainWindow, HasSixButtonsAndThreeMenusAndNothingMore) {
     }
   }
   EXPECT_EQ(menus, (QStringList{"&File New", "&File Open", "&File Save", "&File Print",
-                                "&File Exit", "&Edit Change", "&Help Help", "&Help About"}));
+                                "&File Exit", "&Edit Change", "&Tools How sure is this case…",
+                                "&Help Help", "&Help About"}));
 }
 
 TEST(MainWindow, ShortcutsAreTheUsualOnes) {

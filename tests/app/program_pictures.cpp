@@ -1,5 +1,5 @@
 // Writes the pictures of docs/ into the folder named on the command line: the main window in light
-// and dark, the case form, the 3D view and the help.
+// and dark, the case form, the 3D view, the window on uncertainty and the help.
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
@@ -57,6 +57,18 @@ void SaveHead(MDIForm1& window, const QDir& folder) {
   Save(head, folder, "view-3d-light");
 }
 
+void SaveHowSure(MDIForm1& window, const QDir& folder) {
+  window.HowSure();
+  UncertaintyWindow& sure = *window.SureView();
+  for (const auto& [box, u] :
+       {std::pair("lizm_u", "0,1"), std::pair("Cizm_u", "0,1"), std::pair("Hizm_u", "0,1"),
+        std::pair("thetaCE_u", "2"), std::pair("headRadius_u", "0,05"),
+        std::pair("bodyWeight_u", "1"), std::pair("magnification_u", "0,02")}) {
+    sure.findChild<QLineEdit*>(box)->setText(u);
+  }
+  Save(sure, folder, "how-sure-light");
+}
+
 QWidget& HelpIn(const QWidgetList& windows) {
   for (QWidget* window : windows) {
     if (window->objectName() == "HelpWindow") return *window;
@@ -92,6 +104,7 @@ void SaveAll(const QDir& folder) {
   for (const double scale : {1.0, 2.0}) Save(window, folder, "main-window-light", scale);
   SaveHead(window, folder);
   SaveHelp(window, folder);
+  SaveHowSure(window, folder);
   UseTheme(DarkPalette());
   Save(window, folder, "main-window-dark");
 }

@@ -6,7 +6,7 @@ import unittest
 
 import pyatspi
 
-from person import FORM, HEAD, HELP, MAIN, Person
+from person import FORM, HEAD, HELP, MAIN, SURE, Person
 
 PROGRAM = os.path.abspath(sys.argv.pop(1))
 sys.argv.pop(1)  # no pictures are taken
@@ -61,7 +61,21 @@ class AccessibilityBus(unittest.TestCase):
         diagram = person.find("image", "Hip stress diagram")
         self.assertIn("its peak of 2066847.58 Pa", diagram.description)
         self.check_the_head()
+        self.check_how_sure()
         self.check_the_help()
+
+    def check_how_sure(self):
+        person = self.person
+        person.bring_to_front(MAIN)
+        person.keys("alt+t")
+        person.keys("s")
+        person.find(*SURE)
+        person.enter("u of CE in degrees", "abc", SURE)
+        self.check_names(SURE)
+        box = person.find("text", "u of CE", person.find(*SURE))
+        person.wait(lambda: box.description.startswith("not a number. "), "the word of a wrong entry")
+        person.keys("alt+F4")
+        person.gone(*SURE)
 
     def check_the_head(self):
         person = self.person

@@ -12,6 +12,7 @@ FORM = ("dialog", "TELMARRION data")
 HEAD = ("frame", "3D vizualization TELMARION")
 HELP = ("frame", "TELMARION Help")
 MAIN = ("frame", "TELMARION")
+SURE = ("frame", "How sure is this case")
 
 
 class Person:
@@ -19,7 +20,7 @@ class Person:
 
     platform = "xcb"
     # Everything of this person's lies in the folder.
-    unset = ["LANGUAGE", "WAYLAND_DISPLAY", "XDG_CACHE_HOME", "XDG_DATA_HOME"]
+    unset = ["LANGUAGE", "WAYLAND_DISPLAY", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"]
 
     def __init__(self, program, folder, language, starter=None, **settings):
         """`starter` is a command that starts the program, when it does not start by itself.

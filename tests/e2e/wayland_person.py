@@ -7,7 +7,7 @@ from person import Person
 
 class WaylandPerson(Person):
     platform = "wayland"
-    unset = ["LANGUAGE", "DISPLAY", "XAUTHORITY", "XDG_CACHE_HOME", "XDG_DATA_HOME"]
+    unset = ["LANGUAGE", "DISPLAY", "XAUTHORITY", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"]
 
     def bring_to_front(self, window):
         """Goes through the windows by the desktop's own key until this one is in front."""

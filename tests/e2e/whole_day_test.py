@@ -5,7 +5,7 @@ import sys
 import unittest
 
 from day import Day
-from person import FORM, MAIN
+from person import FORM, MAIN, SURE
 
 
 class WholeDay(Day):
@@ -15,10 +15,26 @@ class WholeDay(Day):
         self.enter_a_case(person)
         self.check_the_results(person)
         self.look_at_the_head(person)
+        self.ask_how_sure(person)
         self.print_to_a_file(person)
         self.save_and_check_the_bytes(person)
         self.open_change_and_be_asked(person)
         self.save_on_the_way_out(person)
+
+    def ask_how_sure(self, person):
+        person.bring_to_front(MAIN)
+        person.keys("alt+t")
+        person.keys("s")
+        person.find(*SURE)
+        person.enter("u of CE", "2", SURE)
+        person.enter("u of Body weight", "1,5", SURE)
+        budget = person.find("image", "Budget of Pmax", person.find(*SURE))
+        person.wait(lambda: "CE 8" in budget.description, "the budget to follow")
+        person.find("table cell", "2066847,58", person.find(*SURE))
+        self.picture("how-sure")
+        person.keys("Escape")
+        person.gone(*SURE)
+        self.assertIn(b'"1,5"', self.content(".config/telmarion/settings.json"))
 
     def print_to_a_file(self, person):
         person.bring_to_front(MAIN)

@@ -24,9 +24,9 @@ class RunningProgram {
  public:
   explicit RunningProgram(const QLocale& locale = QLocale::c(),
                           const QStringList& helpFolders = {TELMARION_HELP_DIR},
-                          const QString& recoveryFolder = {})
+                          const QString& recoveryFolder = {}, const QString& settingsFile = {})
       : window({messages, files, printers, [] { return QDate(2026, 11, 15); }, locale, helpFolders,
-                recoveryFolder}) {
+                recoveryFolder, settingsFile}) {
     window.show();
   }
 
