@@ -9,15 +9,11 @@
 
 #include "case/entry_check.h"
 #include "case/number_text.h"
+#include "columns/row_status.h"
 
 namespace Cohort {
 
 namespace {
-
-constexpr std::string_view kOk = "ok";
-constexpr std::string_view kOutOfRange = "refused: resultant force outside the model's range";
-constexpr std::string_view kNoPole = "refused: no stress pole for this centre-edge angle and force";
-constexpr std::string_view kNoStress = "refused: the contact stress is not a finite number";
 
 constexpr std::string_view kBlanks = " \t\r\n";
 
@@ -46,22 +42,17 @@ bool IsMissing(std::string_view text) {
   });
 }
 
-std::string_view Describe(Vse::FaultKind fault) {
+NumberFault FaultOf(Vse::FaultKind fault) {
   switch (fault) {
     case Vse::FaultKind::TooLarge:
-      return "is too large";
+      return NumberFault::TooLarge;
     case Vse::FaultKind::AngleTooLarge:
-      return "is more than 2 pi radians";
+      return NumberFault::AngleTooLarge;
     case Vse::FaultKind::NotANumber:
     case Vse::FaultKind::NotADate:
       break;
   }
-  return "is not a number";
-}
-
-// Stricter than the form, which leaves these to the model.
-bool MustBeAboveZero(Sila::Kind kind) {
-  return kind == Sila::Kind::Radius || kind == Sila::Kind::Weight;
+  return NumberFault::NotANumber;
 }
 
 // Reads the fields of one row and gathers what is wrong with them.
@@ -100,20 +91,15 @@ class RowReader {
     const std::string_view text = fields_[column.field];
     const Vse::CheckedNumber number = Vse::CheckMeasurement(row.kind(), text, column.unit);
     if (const double* held = std::get_if<double>(&number)) {
-      if (*held <= 0.0 && MustBeAboveZero(row.kind())) Complain(row, "must be greater than 0");
+      if (*held <= 0.0 && MustBeAboveZero(row.kind())) {
+        AddFault(complaints_, row, NumberFault::NotAboveZero);
+      }
       Sila::SetValue(inputs, row, *held);
     } else if (!IsMissing(text)) {
-      Complain(row, Describe(std::get<Vse::FaultKind>(number)));
+      AddFault(complaints_, row, FaultOf(std::get<Vse::FaultKind>(number)));
     } else if (row.kind() != Sila::Kind::Weight) {
-      Complain(row, "is missing");
+      AddFault(complaints_, row, NumberFault::Missing);
     }
-  }
-
-  void Complain(const Sila::MeasurementRow& row, std::string_view what) {
-    complaints_ += complaints_.empty() ? "error: " : " and ";
-    complaints_ += row.key;
-    complaints_ += ' ';
-    complaints_ += what;
   }
 
   std::span<const std::string_view> fields_;
@@ -144,21 +130,7 @@ std::string WrongFieldCount(std::span<const std::string_view> fields, const Colu
 std::string NoMeasurements(std::span<const std::string_view> fields, const HeaderRow& header) {
   const std::string_view fault = header.faultField ? fields[*header.faultField] : "";
   const bool serves = !IsBlank(fault) && fault.find_first_of(",;\t\"\r\n") == std::string::npos;
-  return "error: " + std::string(serves ? fault : "the row holds no measures");
-}
-
-std::string_view StatusOf(Sila::HipOutcome outcome) {
-  switch (outcome) {
-    case Sila::HipOutcome::OutOfRange:
-      return kOutOfRange;
-    case Sila::HipOutcome::NoPole:
-      return kNoPole;
-    case Sila::HipOutcome::DivisionByZero:
-      return kNoStress;
-    case Sila::HipOutcome::Ok:
-      break;
-  }
-  return kOk;
+  return serves ? "error: " + std::string(fault) : std::string(kNoMeasurements);
 }
 
 RowResult RunModel(const Sila::HipInputs& inputs, Sila::HipState& state) {

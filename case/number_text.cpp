@@ -7,15 +7,13 @@
 #include <cmath>
 #include <string>
 
+#include "model/vocabulary.h"
+
 namespace Vse {
 
 namespace {
 
 constexpr std::size_t kShortNumber = 64;
-
-// Far beyond any measurement, and far enough below the largest double that degrees become radians
-// and fifteen digits round up without leaving its range.
-constexpr double kLargestNumber = 1e300;
 
 bool IsDigit(char c) {
   return c >= '0' && c <= '9';
@@ -79,7 +77,7 @@ std::optional<double> Convert(std::string_view text) {
       std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::general);
   if (result.ec == std::errc::result_out_of_range) return OutOfRange(text);
   if (result.ec != std::errc() || result.ptr != text.data() + text.size()) return std::nullopt;
-  return value <= kLargestNumber ? std::optional(value) : std::nullopt;
+  return value <= Sila::kLargestNumber ? std::optional(value) : std::nullopt;
 }
 
 std::optional<double> ConvertWithPoint(std::string_view text, std::size_t comma) {
