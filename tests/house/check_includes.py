@@ -21,15 +21,16 @@ ALLOWED = {
     "report": {"case", "diagram", "platform"},
     "view3d": {"case", "platform", "storage"},
     "batch": {"case", "columns", "model", "storage"},
+    "python": {"columns", "model", "uncertainty"},
 }
 EVERYTHING = {"app", "tests", "bench"}  # may include every room
 ROOMS = set(ALLOWED) | EVERYTHING
 
 # Toolkit headers that a room may use: none, those without windows, or all.
 TOOLKIT = {"model": "none", "uncertainty": "none", "columns": "none", "storage": "core", "case": "core",
-           "batch": "core"}
+           "batch": "core", "python": "none"}
 # What a room without the toolkit may include beside the standard library.
-LIBRARIES = {"uncertainty": re.compile(r"^hwy/")}
+LIBRARIES = {"uncertainty": re.compile(r"^hwy/"), "python": re.compile(r"^pybind11/")}
 QT_CORE_ONLY = re.compile(
     r"^(Qt|QtCore/.*|QAnyStringView|QByteArray\w*|QChar|QCoreApplication|QCryptographicHash|QDate|"
     r"QDateTime|QDir|QDirIterator|QFile|QFileInfo|QIODevice|QJsonArray|QJsonDocument|"
