@@ -2,7 +2,7 @@
 from __future__ import annotations
 
 import warnings
-from typing import TYPE_CHECKING, Any
+from typing import TYPE_CHECKING, Any, Sequence
 
 import numpy as np
 import numpy.typing as npt
@@ -12,7 +12,7 @@ from ._hips import Status, threads_from
 from ._numbers import Floats, as_floats
 
 if TYPE_CHECKING:
-    import pandas as pd
+    import pandas as pd  # type: ignore[import]
 
 
 def _header(df: pd.DataFrame) -> list[bytes]:
@@ -23,7 +23,7 @@ def _header(df: pd.DataFrame) -> list[bytes]:
 
 
 def _texts(status: npt.NDArray[np.uint8], arrays: list[Floats | None],
-           units: tuple[_core.Unit, ...]) -> npt.NDArray[Any]:
+           units: Sequence[_core.Unit]) -> npt.NDArray[Any]:
     """The status of each row in words; a row at fault names its columns."""
     texts = np.array(_core.STATUS_TEXTS, dtype=object)[status]
     for row in np.flatnonzero(status >= Status.MISSING):

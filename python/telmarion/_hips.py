@@ -3,9 +3,10 @@ from __future__ import annotations
 
 import enum
 import os
-from typing import Any, NamedTuple, Sequence
+from typing import Any, Generic, NamedTuple, Sequence, TypeVar, overload
 
 import numpy as np
+import numpy.typing as npt
 
 from . import _core
 from ._numbers import Floats, as_count, as_floats
@@ -47,23 +48,27 @@ class Status(enum.IntEnum):
 _STATUSES = tuple(Status)
 
 
-class HipResults(NamedTuple):
+Number = TypeVar("Number")  # float, or float64 in an array
+Code = TypeVar("Code")  # Status, or uint8 in an array
+
+
+class HipResults(NamedTuple, Generic[Number, Code]):
     """Results of hips: float64 arrays of the shape to which the measurements broadcast, or floats for one hip.
 
     What there is not is NaN.
     """
 
-    rWb: Any
+    rWb: Number
     """Resultant hip force over body weight; no unit."""
-    thetaR: Any
+    thetaR: Number
     """Inclination of that force from the vertical, degrees."""
-    thetaPol: Any
+    thetaPol: Number
     """Position of the stress pole, degrees, positive lateral of the vertical."""
-    pmaxWb: Any
+    pmaxWb: Number
     """Peak contact stress over body weight, 1/m²."""
-    pmax: Any
+    pmax: Number
     """Peak contact stress, Pa; NaN where the body weight is not known."""
-    status: Any
+    status: Code
     """`Status`; for arrays an array of uint8."""
 
 
@@ -100,19 +105,28 @@ def _common_shape(arrays: Sequence[Floats | None]) -> tuple[int, ...]:
     return shape
 
 
-def _compute_arrays(values: Sequence[Any], threads: int) -> HipResults:
+def _compute_arrays(values: Sequence[Any], threads: int) -> HipResults[Any, Any]:
     arrays = _given(values)
     shape = _common_shape(arrays)
     flat = [None if a is None else np.broadcast_to(a, shape).reshape(-1) for a in arrays]
     count = int(np.prod(shape, dtype=np.int64))
     *results, status = _core.compute_columns(flat, None, count, threads)
     if shape == ():
-        return HipResults(*(float(result[0]) for result in results), Status(int(status[0])))
-    return HipResults(*(result.reshape(shape) for result in results), status.reshape(shape))
+        return HipResults._make([*(float(result[0]) for result in results), _STATUSES[status[0]]])
+    return HipResults._make([*(result.reshape(shape) for result in results), status.reshape(shape)])
 
 
+@overload
+def compute(*, lizm: float, xizm: float, zizm: float, Cizm: float, Hizm: float,  # type: ignore[misc]
+            zasuk: float, thetaCE: float, headRadius: float, bodyWeight: float | None = None,
+            threads: int | None = None) -> HipResults[float, Status]: ...
+@overload
+def compute(*, lizm: npt.ArrayLike, xizm: npt.ArrayLike, zizm: npt.ArrayLike, Cizm: npt.ArrayLike,
+            Hizm: npt.ArrayLike, zasuk: npt.ArrayLike, thetaCE: npt.ArrayLike,
+            headRadius: npt.ArrayLike, bodyWeight: npt.ArrayLike | None = None,
+            threads: int | None = None) -> HipResults[Floats, npt.NDArray[np.uint8]]: ...
 def compute(*, lizm: Any, xizm: Any, zizm: Any, Cizm: Any, Hizm: Any, zasuk: Any, thetaCE: Any,
-            headRadius: Any, bodyWeight: Any = None, threads: int | None = None) -> HipResults:
+            headRadius: Any, bodyWeight: Any = None, threads: int | None = None) -> HipResults[Any, Any]:
     """Compute hip force and contact stress of one hip or many.
 
     Every measurement is a number or an array of numbers; arrays broadcast as NumPy's do. The frame is that

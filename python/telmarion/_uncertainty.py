@@ -107,7 +107,7 @@ def _settings(coverage: Any, trials: Any, budget: bool) -> _core.Settings:
     return _core.Settings(probability, count, automatic, bool(budget))
 
 
-def _result(found: _core.FoundResult | None) -> ResultUncertainty | None:
+def _result(found: _core._FoundResult | None) -> ResultUncertainty | None:
     if found is None:
         return None
     estimate, u, ends, budget = found

@@ -1,7 +1,8 @@
-"""The examples in the module's documentation are true."""
+"""The examples in the documentation are true."""
 import doctest
 import importlib
 import inspect
+import os
 import unittest
 
 import hips
@@ -15,6 +16,9 @@ def load_tests(_loader, tests, _pattern):
         module = importlib.import_module(name)
         names = {"telmarion": telmarion, "Status": telmarion.Status}
         tests.addTests(doctest.DocTestSuite(module, extraglobs=names, optionflags=FLAGS))
+    os.chdir(hips.SOURCE)  # where the reader of the page stands
+    page = hips.SOURCE / "docs" / "python.md"
+    tests.addTests(doctest.DocFileSuite(str(page), module_relative=False, optionflags=FLAGS))
     return tests
 
 
