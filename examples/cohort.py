@@ -33,7 +33,8 @@ def draw(results, picture):
 
 def main():
     table, picture = sys.argv[1:]
-    results = telmarion.compute_frame(pd.read_csv(table))
+    # Without round_trip pandas reads some numbers one bit off.
+    results = telmarion.compute_frame(pd.read_csv(table, float_precision="round_trip"))
     print(results["status"].value_counts().to_string())
     draw(results, picture)
 
