@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -16,8 +17,8 @@ namespace Python {
 namespace {
 
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
-constexpr std::size_t kBlock = 256;               // hips
-constexpr std::size_t kBlocksBetweenAsks = 4096;  // about a tenth of a second
+constexpr std::size_t kBlock = 64;  // hips
+constexpr std::chrono::milliseconds kBetweenAsks(50);
 
 double NumberAt(const GivenColumn& column, std::size_t hip) {
   double number = 0.0;
@@ -68,13 +69,15 @@ class BlockReader {
   void ReadColumn(const Sila::MeasurementRow& row, const GivenColumn& column) {
     const Sila::Kind kind = row.kind();
     const bool aboveZero = Cohort::MustBeAboveZero(kind);
+    const bool isHeld = Sila::ToHeld(kind, column.unit, 1.0) == 1.0;  // most are
     const double limit =
         column.unit == Sila::Unit::Radian ? Sila::kLargestRadians : Sila::kLargestNumber;
     std::visit(
         [&](auto member) {
           for (std::size_t i = 0; i < count_; ++i) {
             const double given = NumberAt(column, first_ + i);
-            Hold(block_.inputs[i].*member, Sila::ToHeld(kind, column.unit, given));
+            const double held = isHeld ? given : Sila::ToHeld(kind, column.unit, given);
+            Hold(block_.inputs[i].*member, held);
             // Only the few that look wrong are looked at closely.
             const bool plain = std::abs(given) <= limit && !(aboveZero && given <= 0.0);
             if (!plain) NoteFault(row, column, i);
@@ -137,8 +140,12 @@ class Work {
   // False when `goOn` said no.
   bool ComputeSome(const std::function<bool()>& goOn) {
     Room room;
-    for (std::size_t done = 1; ComputeNext(room); ++done) {
-      if (done % kBlocksBetweenAsks == 0 && !goOn()) {
+    auto asked = std::chrono::steady_clock::now();
+    while (ComputeNext(room)) {
+      const auto now = std::chrono::steady_clock::now();
+      if (now - asked < kBetweenAsks) continue;
+      asked = now;
+      if (!goOn()) {
         stopped_ = true;
         return false;
       }

@@ -1,5 +1,7 @@
 """Hips given to `compute` as numbers and arrays."""
 import inspect
+import os
+import signal
 import threading
 import time
 import unittest
@@ -191,6 +193,15 @@ class WhileItComputes(unittest.TestCase):
             time.sleep(0.001)
         worker.join()
         self.assertGreater(ticks, 20)
+
+    def test_ctrl_c_ends_it_at_once(self):
+        """Three million hips take more than a second of the processor."""
+        given = {**DEFAULT, "lizm": np.broadcast_to(10.4, 3_000_000)}
+        begun = time.process_time()
+        with self.assertRaises(KeyboardInterrupt):
+            threading.Timer(0.1, os.kill, (os.getpid(), signal.SIGINT)).start()
+            telmarion.compute(**given, threads=1)
+        self.assertLess(time.process_time() - begun, 0.7)
 
 
 class Names(unittest.TestCase):
