@@ -67,7 +67,7 @@ struct ComputedHips {
   std::uint8_t* status = nullptr;
 };
 
-// Computes in up to `threads` threads, the calling one among them, which asks `goOn` twenty
+// Computes in up to `threads` threads, the calling one among them, which asks `goOn` many
 // times a second. False when that said no; the hips are then computed in part.
 bool ComputeHips(const GivenHips& given, const ComputedHips& computed, unsigned threads,
                  const std::function<bool()>& goOn);
