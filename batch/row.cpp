@@ -6,44 +6,34 @@
 #include <cmath>
 #include <variant>
 
-#include "batch/complaints.h"
 #include "batch/field_text.h"
 #include "batch/shortest_number.h"
 #include "case/entry_check.h"
 #include "case/number_text.h"
+#include "columns/row_status.h"
 
 namespace Cohort {
 
 namespace {
 
-constexpr std::string_view kOk = "ok";
-constexpr std::string_view kOutOfRange = "refused: resultant force outside the model's range";
-constexpr std::string_view kNoPole = "refused: no stress pole for this centre-edge angle and force";
-constexpr std::string_view kNoStress = "refused: the contact stress is not a finite number";
-
-std::string_view Describe(Vse::FaultKind fault) {
+NumberFault FaultOf(Vse::FaultKind fault) {
   switch (fault) {
     case Vse::FaultKind::TooLarge:
-      return "is too large";
+      return NumberFault::TooLarge;
     case Vse::FaultKind::AngleTooLarge:
-      return "is more than 2 pi radians";
+      return NumberFault::AngleTooLarge;
     case Vse::FaultKind::NotANumber:
     case Vse::FaultKind::NotADate:
       break;
   }
-  return "is not a number";
-}
-
-// Stricter than the form, which leaves these to the model.
-bool MustBeAboveZero(Sila::Kind kind) {
-  return kind == Sila::Kind::Radius || kind == Sila::Kind::Weight;
+  return NumberFault::NotANumber;
 }
 
 // Reads the fields of one row and gathers what is wrong with them.
 class RowReader {
  public:
   RowReader(std::span<const std::string_view> fields, const Columns& columns,
-            Complaints& complaints)
+            std::string& complaints)
       : fields_(fields), columns_(columns), complaints_(complaints) {}
 
   // Whether there is any measurement in the row at all.
@@ -73,19 +63,20 @@ class RowReader {
     const std::string_view text = fields_[column.field];
     const Vse::CheckedNumber number = Vse::CheckMeasurement(row.kind(), text, column.unit);
     if (const double* held = std::get_if<double>(&number)) {
-      if (*held <= 0.0 && MustBeAboveZero(row.kind()))
-        complaints_.Add(row.key, "must be greater than 0");
+      if (*held <= 0.0 && MustBeAboveZero(row.kind())) {
+        AddFault(complaints_, row, NumberFault::NotAboveZero);
+      }
       Sila::SetValue(inputs, row, *held);
     } else if (!IsMissing(text)) {
-      complaints_.Add(row.key, Describe(std::get<Vse::FaultKind>(number)));
+      AddFault(complaints_, row, FaultOf(std::get<Vse::FaultKind>(number)));
     } else if (row.kind() != Sila::Kind::Weight) {
-      complaints_.Add(row.key, "is missing");
+      AddFault(complaints_, row, NumberFault::Missing);
     }
   }
 
   std::span<const std::string_view> fields_;
   const Columns& columns_;
-  Complaints& complaints_;
+  std::string& complaints_;
 };
 
 // R writes a name before each row and none above them. Were the fields one place further on, every
@@ -111,21 +102,7 @@ std::string WrongFieldCount(std::span<const std::string_view> fields, const Colu
 std::string NoMeasurements(std::span<const std::string_view> fields, const HeaderRow& header) {
   const std::string_view fault = header.faultField ? fields[*header.faultField] : "";
   const bool serves = !IsBlank(fault) && fault.find_first_of(",;\t\"\r\n") == std::string::npos;
-  return "error: " + std::string(serves ? fault : "the row holds no measures");
-}
-
-std::string_view StatusOf(Sila::HipOutcome outcome) {
-  switch (outcome) {
-    case Sila::HipOutcome::OutOfRange:
-      return kOutOfRange;
-    case Sila::HipOutcome::NoPole:
-      return kNoPole;
-    case Sila::HipOutcome::DivisionByZero:
-      return kNoStress;
-    case Sila::HipOutcome::Ok:
-      break;
-  }
-  return kOk;
+  return serves ? "error: " + std::string(fault) : std::string(kNoMeasurements);
 }
 
 RowResult RunModel(const Sila::HipInputs& inputs, Sila::HipState& state) {
@@ -144,11 +121,11 @@ RowResult RunModel(const Sila::HipInputs& inputs, Sila::HipState& state) {
 
 // The estimates are the model's for the true lengths, to the last bit.
 RowResult ComputeUncertain(std::span<const std::string_view> fields, const HeaderRow& header,
-                           const Sila::HipInputs& inputs, Complaints& complaints,
+                           const Sila::HipInputs& inputs, std::string& complaints,
                            Sila::HipState& state) {
   const Uncertainty::HipReading reading =
       header.uncertainty->Read(fields, header.columns, inputs, complaints);
-  if (!complaints.Text().empty()) return {.status = complaints.Text()};
+  if (!complaints.empty()) return {.status = complaints};
   RowResult result = RunModel(Uncertainty::TrueInputs(reading), state);
   if (result.kind != RowKind::Ok) return result;
   result.spread = header.uncertainty->Compute(reading);
@@ -160,12 +137,12 @@ RowResult Compute(std::span<const std::string_view> fields, const HeaderRow& hea
                   Sila::HipState& scratch) {
   const Columns& columns = header.columns;
   if (fields.size() != columns.names.size()) return {.status = WrongFieldCount(fields, columns)};
-  Complaints complaints;
+  std::string complaints;
   RowReader reader(fields, columns, complaints);
   if (!reader.HasMeasurements()) return {.status = NoMeasurements(fields, header)};
   const Sila::HipInputs inputs = reader.Read();
   if (header.uncertainty) return ComputeUncertain(fields, header, inputs, complaints, scratch);
-  if (!complaints.Text().empty()) return {.status = complaints.Text()};
+  if (!complaints.empty()) return {.status = complaints};
   return RunModel(inputs, scratch);
 }
 

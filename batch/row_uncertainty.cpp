@@ -3,6 +3,7 @@
 
 #include "batch/field_text.h"
 #include "case/number_text.h"
+#include "columns/row_status.h"
 
 namespace Cohort {
 
@@ -17,7 +18,7 @@ constexpr std::size_t kFieldsPerResult = 3;
 class SpreadReader {
  public:
   SpreadReader(std::span<const std::string_view> fields, const UncertaintyColumns& columns,
-               Complaints& complaints)
+               std::string& complaints)
       : fields_(fields), columns_(columns), complaints_(complaints) {}
 
   // The row's own u in the held unit, or the default.
@@ -26,7 +27,7 @@ class SpreadReader {
     if (!column || IsMissing(fields_[column->field])) return byDefault;
     const std::string name = UncertaintyName(row.key);
     if (!column->unit) {
-      complaints_.Add(name, "is in a unit that does not fit");
+      AddFault(complaints_, name, "is in a unit that does not fit");
       return {};
     }
     const double u = ReadU(name, fields_[column->field]);
@@ -48,26 +49,26 @@ class SpreadReader {
  private:
   double ReadU(std::string_view name, std::string_view text) const {
     const std::optional<double> u = Vse::ReadNumber(text);
-    if (!u) complaints_.Add(name, Vse::IsTooLarge(text) ? "is too large" : "is not a number");
-    if (u && *u < 0.0) complaints_.Add(name, "must not be negative");
+    if (!u) AddFault(complaints_, name, Vse::IsTooLarge(text) ? "is too large" : "is not a number");
+    if (u && *u < 0.0) AddFault(complaints_, name, "must not be negative");
     return u.value_or(0.0);
   }
 
   double ReadFactor(std::string_view text) const {
     const std::optional<double> factor = Vse::ReadNumber(text);
     if (IsMissing(text)) {
-      complaints_.Add(kMagnificationName, "is missing");
+      AddFault(complaints_, kMagnificationName, "is missing");
     } else if (!factor) {
-      complaints_.Add(kMagnificationName, "is not a number");
+      AddFault(complaints_, kMagnificationName, "is not a number");
     } else if (*factor <= 0.0) {
-      complaints_.Add(kMagnificationName, "must be greater than 0");
+      AddFault(complaints_, kMagnificationName, "must be greater than 0");
     }
     return factor.value_or(1.0);
   }
 
   std::span<const std::string_view> fields_;
   const UncertaintyColumns& columns_;
-  Complaints& complaints_;
+  std::string& complaints_;
 };
 
 // Never with a delimiter in it.
@@ -104,7 +105,7 @@ RowUncertainty::RowUncertainty(const UncertaintyOptions& options)
 }
 
 HipReading RowUncertainty::Read(std::span<const std::string_view> fields, const Columns& columns,
-                                const Sila::HipInputs& inputs, Complaints& complaints) const {
+                                const Sila::HipInputs& inputs, std::string& complaints) const {
   const SpreadReader reader(fields, columns.uncertainty, complaints);
   HipReading reading{.values = inputs};
   for (const Sila::MeasurementRow& row : Sila::kMeasurements) {

@@ -9,7 +9,6 @@
 #include <string_view>
 #include <vector>
 
-#include "batch/complaints.h"
 #include "batch/uncertainty_defaults.h"
 #include "columns/header.h"
 #include "uncertainty/hip_uncertainty.h"
@@ -46,9 +45,9 @@ class RowUncertainty {
   const std::vector<std::string>& Names() const { return names_; }
 
   // The reading of a row with these fields and inputs. What is wrong with its uncertainties is
-  // added to the complaints.
+  // added to the complaints, by AddFault.
   Uncertainty::HipReading Read(std::span<const std::string_view> fields, const Columns& columns,
-                               const Sila::HipInputs& inputs, Complaints& complaints) const;
+                               const Sila::HipInputs& inputs, std::string& complaints) const;
 
   // For a hip that the model computes. May be called from several threads.
   RowSpread Compute(const Uncertainty::HipReading& reading) const;

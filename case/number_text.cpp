@@ -9,15 +9,13 @@
 #include <limits>
 #include <string>
 
+#include "model/vocabulary.h"
+
 namespace Vse {
 
 namespace {
 
 constexpr std::size_t kShortNumber = 64;
-
-// Far beyond any measurement, and far enough below the largest double that degrees become radians
-// and fifteen digits round up without leaving its range.
-constexpr double kLargestNumber = 1e300;
 
 bool IsDigit(char c) {
   return c >= '0' && c <= '9';
@@ -124,13 +122,13 @@ std::string_view WithoutSign(std::string_view text) {
 std::optional<double> ReadNumber(std::string_view text) {
   text = Trimmed(text);
   double size = 0.0;
-  if (!Convert(WithoutSign(text), size) || size > kLargestNumber) return std::nullopt;
+  if (!Convert(WithoutSign(text), size) || size > Sila::kLargestNumber) return std::nullopt;
   return text.starts_with('-') ? 0.0 - size : size;
 }
 
 bool IsTooLarge(std::string_view text) {
   double size = 0.0;
-  return Convert(WithoutSign(Trimmed(text)), size) && size > kLargestNumber;
+  return Convert(WithoutSign(Trimmed(text)), size) && size > Sila::kLargestNumber;
 }
 
 double TruncateToDecimals(double value, int decimals) {

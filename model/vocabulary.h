@@ -132,6 +132,11 @@ double FromHeld(Kind kind, Unit unit, double held);
 double DegreesToRadians(double degrees);
 double RadiansToDegrees(double radians);
 
+// The largest number that may be given, in size: far beyond any measurement, and far enough below
+// the largest double that degrees become radians and fifteen digits round up without leaving its
+// range.
+inline constexpr double kLargestNumber = 1e300;
+
 // The largest angle that may be given in radians: a full turn.
 inline constexpr double kLargestRadians = 6.28318530717958;
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the package in a fresh folder and compares it, byte for byte, with that of a given build. Without
-# one it builds twice. The builds differ in folder, time, umask, language and time zone.
+# Builds the packages in a fresh folder and compares them, byte for byte, with those of a given build.
+# Without one it builds twice. The builds differ in folder, time, umask, language and time zone.
 #   check_reproducible.sh [BUILD FOLDER]
 set -euo pipefail
 
@@ -8,10 +8,11 @@ top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-# pack BUILD NAME: prints the path of the package made of a build.
+# pack BUILD NAME: prints the folder of the packages made of a build.
 pack() {
   cpack --config "$1/CPackConfig.cmake" -B "$work/$2 package" >&2
-  ls "$work/$2 package"/*.deb
+  rm -rf "$work/$2 package/_CPack_Packages"
+  echo "$work/$2 package"
 }
 
 # build NAME: builds a copy of the sources and packs it.
@@ -32,6 +33,6 @@ else
   one=$(umask 022 && LC_ALL=C TZ=UTC build first)
 fi
 other=$(umask 077 && LC_ALL=C.UTF-8 TZ=Asia/Kolkata build 'a folder with another name')
-sha256sum "$one" "$other"
-cmp "$one" "$other"
+sha256sum "$one"/*.deb "$other"/*.deb
+diff --recursive "$one" "$other"
 echo "The packages are the same."

@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
-# Installs the package with apt in a fresh Debian 12, uses both programs there, purges the package and
-# looks for what is left. Needs root, debootstrap, a network and about 1 GB; takes a few minutes.
-#   try_fresh_root.sh PACKAGE.deb
+# Installs the packages with apt in a fresh Debian 12, uses the programs, the Python module and the C++
+# libraries there, purges the packages and looks for what is left. Needs root, debootstrap, a network and
+# about 2 GB; takes a few minutes.
+#   try_fresh_root.sh PACKAGE.deb…
 set -euo pipefail
 
-[ $# -eq 1 ] || { echo "usage: $0 PACKAGE.deb" >&2; exit 2; }
-package=$(realpath "$1")
+[ $# -gt 0 ] || { echo "usage: $0 PACKAGE.deb…" >&2; exit 2; }
+names=(telmarion python3-telmarion libtelmarion-dev)
 fresh=$(mktemp -d)
 
 leave() {
@@ -53,12 +54,40 @@ use_cohort_program() {
   inside telmarion-batch --table /usr/share/doc/telmarion/examples/hips.csv
 }
 
-# Fails if purging leaves a file of the package, or one that bears its name outside of a user's own data.
+# Python leaves what it compiled beside the module, if it may.
+use_python_module() {
+  inside python3 -c '
+import pandas, telmarion
+table = pandas.read_csv("/usr/share/doc/python3-telmarion/examples/hips.csv")
+print(telmarion.compute_frame(table)[["hip", "pmax", "status"]])'
+}
+
+use_cpp_libraries() {
+  mkdir "$fresh/tmp/consumer"
+  cat >"$fresh/tmp/consumer/CMakeLists.txt" <<'CMAKE'
+cmake_minimum_required(VERSION 3.25)
+project(consumer LANGUAGES CXX)
+find_package(telmarion REQUIRED)
+add_executable(consumer main.cpp)
+target_link_libraries(consumer PRIVATE telmarion::model telmarion::uncertainty)
+CMAKE
+  cat >"$fresh/tmp/consumer/main.cpp" <<'CPP'
+#include <telmarion/model/hip_model.h>
+int main() {
+  Sila::HipState state;
+  return ComputeHip({}, state) == Sila::HipOutcome::Ok ? 1 : 0;  // a hip without measurements is refused
+}
+CPP
+  inside sh -euc 'cd /tmp/consumer && cmake -B build . && cmake --build build && build/consumer'
+  rm -r "$fresh/tmp/consumer"
+}
+
+# Fails if purging leaves a file of a package, or one that bears its name outside of a user's own data.
 purge() {
   local files left
-  files=$(inside dpkg-query --listfiles telmarion)
-  rm "$fresh/tmp/telmarion.deb"
-  inside DEBIAN_FRONTEND=noninteractive apt-get purge -q -y telmarion
+  files=$(inside dpkg-query --listfiles "${names[@]}")
+  rm -r "$fresh/tmp/packages"
+  inside DEBIAN_FRONTEND=noninteractive apt-get purge -q -y "${names[@]}"
   left=$(while read -r file; do
            [ ! -f "$fresh$file" ] || echo "$file"
          done <<<"$files"
@@ -67,10 +96,14 @@ purge() {
 }
 
 make_root
-install_packages xvfb xauth xdotool
-cp "$package" "$fresh/tmp/telmarion.deb"
-install_packages /tmp/telmarion.deb
+install_packages xvfb xauth xdotool python3-pandas cmake g++ make
+mkdir "$fresh/tmp/packages"
+cp "$@" "$fresh/tmp/packages"
+# shellcheck disable=SC2046
+install_packages $(cd "$fresh" && printf '/%s\n' tmp/packages/*.deb)
 use_windowed_program
 use_cohort_program
+use_python_module
+use_cpp_libraries
 purge
 echo "Installed, used and purged: nothing is left."

@@ -24,15 +24,17 @@ ALLOWED = {
     "radiograph": set(),
     "measuring": {"landmarks", "model", "uncertainty"},
     "batch": {"case", "columns", "model", "storage", "uncertainty"},
+    "python": {"columns", "model", "uncertainty"},
 }
 EVERYTHING = {"app", "tests", "bench"}  # may include every room
 ROOMS = set(ALLOWED) | EVERYTHING
 
 # Toolkit headers that a room may use: none, those without windows, or all.
 TOOLKIT = {"model": "none", "uncertainty": "none", "columns": "none", "landmarks": "none",
-           "storage": "core", "case": "core", "batch": "core"}
+           "storage": "core", "case": "core", "batch": "core",
+           "python": "none"}
 # What a room without the toolkit may include beside the standard library.
-LIBRARIES = {"uncertainty": re.compile(r"^hwy/")}
+LIBRARIES = {"uncertainty": re.compile(r"^hwy/"), "python": re.compile(r"^pybind11/")}
 QT_CORE_ONLY = re.compile(
     r"^(Qt|QtCore/.*|QAnyStringView|QByteArray\w*|QChar|QCoreApplication|QCryptographicHash|QDate|"
     r"QDateTime|QDir|QDirIterator|QFile|QFileInfo|QIODevice|QJsonArray|QJsonDocument|"

@@ -1,4 +1,4 @@
-"""Makes the Debian package, holds it against the rules, and starts what it installs."""
+"""Makes the Debian package of the programs, holds it against the rules, and starts what it installs."""
 import csv
 import os
 import pathlib
@@ -54,7 +54,7 @@ class Package(unittest.TestCase):
         cls.addClassCleanup(cls.folder.cleanup)
         cls.work = pathlib.Path(cls.folder.name)
         run("cpack", "--config", BUILD / "CPackConfig.cmake", "-B", cls.work / "made", cwd=cls.work)
-        (cls.package,) = (cls.work / "made").glob("*.deb")
+        (cls.package,) = (cls.work / "made").glob("telmarion_*.deb")
         cls.root = cls.work / "root"
         run("dpkg-deb", "--extract", cls.package, cls.root)
 

@@ -27,8 +27,8 @@ class HostileFile : public ReadingFiles, public testing::WithParamInterface<Tool
   ReadResult ReadBytes(const QByteArray& bytes) const { return Read(Save("hostile", bytes)); }
 };
 
-// At each twelfth of its length; the fuzzer goes further. What is left of a file may still be whole when only its padding
-// went; anything else has a name, and not that of a decoder that died.
+// At each twelfth of its length; the fuzzer goes further. What is left of a file may still be whole
+// when only its padding went; anything else has a name, and not that of a decoder that died.
 TEST_P(HostileFile, CutShortAnywhereIsSaid) {
   const PhantomDicom disk = MakeDisk(12, false);
   const QByteArray whole = BytesOf(Convert(GetParam().command, Save(disk)));

@@ -1,0 +1,275 @@
+// Hips are read column by column into a block that fits the processor's nearest cache.
+#include "python/given_hips.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <system_error>
+#include <thread>
+#include <variant>
+#include <vector>
+
+namespace Python {
+
+namespace {
+
+constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+constexpr std::size_t kBlock = 64;                // hips
+constexpr std::size_t kBlocksBetweenAsks = 1024;  // some hundredths of a second
+
+double NumberAt(const GivenColumn& column, std::size_t hip) {
+  double number = 0.0;
+  std::memcpy(&number, column.first + static_cast<std::ptrdiff_t>(hip) * column.stride,
+              sizeof number);
+  return number;
+}
+
+std::optional<Cohort::NumberFault> FaultIn(const Sila::MeasurementRow& row,
+                                           const GivenColumn& column, std::size_t hip) {
+  const double given = NumberAt(column, hip);
+  if (row.kind() == Sila::Kind::Weight && std::isnan(given)) return std::nullopt;
+  return Cohort::FaultOf(row.kind(), column.unit, given);
+}
+
+template <class Unit>
+void Hold(Sila::Quantity<Unit>& quantity, double held) {
+  quantity = {held};
+}
+void Hold(std::optional<Sila::Kilograms>& weight, double held) {
+  weight = Sila::Kilograms{held};
+}
+
+// Hips [first, first + count) as the model takes them. A hip with a fault has its status here.
+struct Block {
+  std::array<Sila::HipInputs, kBlock> inputs = {};
+  std::array<HipStatus, kBlock> status = {};
+};
+
+class BlockReader {
+ public:
+  BlockReader(const GivenHips& given, std::size_t first, std::size_t count, Block& block)
+      : given_(given), first_(first), count_(count), block_(block) {}
+
+  void Read() {
+    block_.status.fill(HipStatus::Ok);
+    for (const Sila::MeasurementRow& row : Sila::kMeasurements) {
+      const std::optional<GivenColumn>& column = given_.columns[Sila::IndexOf(row.id)];
+      if (column) {
+        ReadColumn(row, *column);
+      } else {
+        Leave(row);
+      }
+    }
+  }
+
+ private:
+  void ReadColumn(const Sila::MeasurementRow& row, const GivenColumn& column) {
+    const Sila::Kind kind = row.kind();
+    const bool aboveZero = Cohort::MustBeAboveZero(kind);
+    const bool isHeld = Sila::ToHeld(kind, column.unit, 1.0) == 1.0;  // most are
+    const double limit =
+        column.unit == Sila::Unit::Radian ? Sila::kLargestRadians : Sila::kLargestNumber;
+    std::visit(
+        [&](auto member) {
+          for (std::size_t i = 0; i < count_; ++i) {
+            const double given = NumberAt(column, first_ + i);
+            const double held = isHeld ? given : Sila::ToHeld(kind, column.unit, given);
+            Hold(block_.inputs[i].*member, held);
+            // Only the few that look wrong are looked at closely.
+            const bool plain = std::abs(given) <= limit && !(aboveZero && given <= 0.0);
+            if (!plain) NoteFault(row, column, i);
+          }
+        },
+        row.member);
+  }
+
+  void NoteFault(const Sila::MeasurementRow& row, const GivenColumn& column, std::size_t i) {
+    const bool isWeight = row.kind() == Sila::Kind::Weight;
+    if (isWeight && std::isnan(NumberAt(column, first_ + i))) {
+      block_.inputs[i].bodyWeight.reset();
+    } else if (const auto fault = FaultIn(row, column, first_ + i)) {
+      if (block_.status[i] == HipStatus::Ok) block_.status[i] = StatusOf(*fault);
+    }
+  }
+
+  void Leave(const Sila::MeasurementRow& row) {
+    for (std::size_t i = 0; i < count_; ++i) {
+      if (row.later) {
+        Sila::SetValue(block_.inputs[i], row, row.later->without);
+      } else if (row.kind() == Sila::Kind::Weight) {
+        block_.inputs[i].bodyWeight.reset();
+      }
+    }
+  }
+
+  const GivenHips& given_;
+  std::size_t first_;
+  std::size_t count_;
+  Block& block_;
+};
+
+void ComputeHip(const Sila::HipInputs& inputs, HipStatus status, Sila::HipState& state,
+                const ComputedHips& computed, std::size_t hip) {
+  const bool usable = status == HipStatus::Ok;
+  if (usable) status = StatusOf(Sila::ComputeHip(inputs, state));
+  const bool ok = status == HipStatus::Ok;
+  for (const Sila::ResultRow& row : Sila::kResults) {
+    const bool known = usable && (ok || !row.isStress) && (inputs.bodyWeight || !row.needsWeight);
+    const double value = known ? row.value(state.results) : kNone;
+    computed.results[Sila::IndexOf(row.id)][hip] = std::isfinite(value) ? value : kNone;
+  }
+  computed.status[hip] = static_cast<std::uint8_t>(status);
+}
+
+// Hands out blocks to threads; one object serves one call.
+class Work {
+ public:
+  Work(const GivenHips& given, const ComputedHips& computed) : given_(given), computed_(computed) {}
+
+  std::size_t blocks() const { return (given_.count + kBlock - 1) / kBlock; }
+
+  void ComputeSome() {
+    Room room;
+    while (!stopped_ && ComputeNext(room)) {
+    }
+  }
+
+  // False when `goOn` said no.
+  bool ComputeSome(const std::function<bool()>& goOn) {
+    Room room;
+    for (std::size_t done = 1; ComputeNext(room); ++done) {
+      if (done % kBlocksBetweenAsks == 0 && !goOn()) {
+        stopped_ = true;
+        return false;
+      }
+    }
+    return true;
+  }
+
+ private:
+  struct Room {
+    Block block;
+    Sila::HipState state;
+  };
+
+  // False when there is nothing left.
+  bool ComputeNext(Room& room) {
+    const std::size_t first = kBlock * next_++;
+    if (first >= given_.count) return false;
+    const std::size_t count = std::min(kBlock, given_.count - first);
+    BlockReader(given_, first, count, room.block).Read();
+    for (std::size_t i = 0; i < count; ++i) {
+      ComputeHip(room.block.inputs[i], room.block.status[i], room.state, computed_, first + i);
+    }
+    return true;
+  }
+
+  const GivenHips& given_;
+  const ComputedHips& computed_;
+  std::atomic<std::size_t> next_ = 0;
+  std::atomic<bool> stopped_ = false;
+};
+
+// As many as the system lets us have; the calling thread does what they leave.
+std::vector<std::jthread> StartHelpers(Work& work, std::size_t helpers) {
+  std::vector<std::jthread> started;
+  started.reserve(helpers);
+  try {
+    while (started.size() < helpers) started.emplace_back([&work] { work.ComputeSome(); });
+  } catch (const std::system_error&) {
+  }
+  return started;
+}
+
+}  // namespace
+
+HipStatus StatusOf(Cohort::NumberFault fault) {
+  switch (fault) {
+    case Cohort::NumberFault::Missing:
+      return HipStatus::Missing;
+    case Cohort::NumberFault::TooLarge:
+      return HipStatus::TooLarge;
+    case Cohort::NumberFault::AngleTooLarge:
+      return HipStatus::AngleTooLarge;
+    case Cohort::NumberFault::NotAboveZero:
+      return HipStatus::NotAboveZero;
+    case Cohort::NumberFault::NotANumber:
+      break;
+  }
+  return HipStatus::NotANumber;
+}
+
+HipStatus StatusOf(Sila::HipOutcome outcome) {
+  switch (outcome) {
+    case Sila::HipOutcome::OutOfRange:
+      return HipStatus::OutOfRange;
+    case Sila::HipOutcome::NoPole:
+      return HipStatus::NoPole;
+    case Sila::HipOutcome::DivisionByZero:
+      return HipStatus::NoStress;
+    case Sila::HipOutcome::Ok:
+      break;
+  }
+  return HipStatus::Ok;
+}
+
+Units FirstUnits() {
+  Units units{};
+  for (const Sila::MeasurementRow& row : Sila::kMeasurements) {
+    units[Sila::IndexOf(row.id)] = Sila::UnitsOf(row.kind()).front();
+  }
+  return units;
+}
+
+std::string TextOf(HipStatus status) {
+  const auto error = [](const char* what, Cohort::NumberFault fault) {
+    return std::string("error: ") + what + ' ' + std::string(Cohort::Describe(fault));
+  };
+  constexpr const char* kAny = "a measurement";
+  switch (status) {
+    case HipStatus::OutOfRange:
+      return std::string(Cohort::StatusOf(Sila::HipOutcome::OutOfRange));
+    case HipStatus::NoPole:
+      return std::string(Cohort::StatusOf(Sila::HipOutcome::NoPole));
+    case HipStatus::NoStress:
+      return std::string(Cohort::StatusOf(Sila::HipOutcome::DivisionByZero));
+    case HipStatus::Missing:
+      return error(kAny, Cohort::NumberFault::Missing);
+    case HipStatus::NotANumber:
+      return error(kAny, Cohort::NumberFault::NotANumber);
+    case HipStatus::TooLarge:
+      return error(kAny, Cohort::NumberFault::TooLarge);
+    case HipStatus::AngleTooLarge:
+      return error("an angle", Cohort::NumberFault::AngleTooLarge);
+    case HipStatus::NotAboveZero:
+      return error("a radius or weight", Cohort::NumberFault::NotAboveZero);
+    case HipStatus::Ok:
+      break;
+  }
+  return std::string(Cohort::StatusOf(Sila::HipOutcome::Ok));
+}
+
+bool ComputeHips(const GivenHips& given, const ComputedHips& computed, unsigned threads,
+                 const std::function<bool()>& goOn) {
+  Work work(given, computed);
+  const std::size_t useful = std::min<std::size_t>(threads, work.blocks());
+  const std::vector<std::jthread> helpers = StartHelpers(work, useful > 1 ? useful - 1 : 0);
+  return work.ComputeSome(goOn);
+}
+
+std::string FaultsOf(const GivenHips& given, std::size_t hip) {
+  std::string faults;
+  bool holdsSomething = false;
+  for (const Sila::MeasurementRow& row : Sila::kMeasurements) {
+    const std::optional<GivenColumn>& column = given.columns[Sila::IndexOf(row.id)];
+    if (!column) continue;
+    const bool isWeight = row.kind() == Sila::Kind::Weight;
+    holdsSomething = holdsSomething || (!isWeight && !std::isnan(NumberAt(*column, hip)));
+    if (const auto fault = FaultIn(row, *column, hip)) Cohort::AddFault(faults, row, *fault);
+  }
+  return holdsSomething ? faults : std::string(Cohort::kNoMeasurements);
+}
+
+}  // namespace Python

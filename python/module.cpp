@@ -1,0 +1,167 @@
+// The module telmarion._core: what the Python files beside it call. They check and convert what a
+// caller gives; here every array holds float64 and has one dimension.
+#include <pybind11/numpy.h>
+#include <pybind11/pybind11.h>
+#include <pybind11/stl.h>
+
+#include <string>
+#include <vector>
+
+#include "columns/cohort_error.h"
+#include "columns/header.h"
+#include "python/given_hips.h"
+#include "python/uncertainty_module.h"
+
+namespace py = pybind11;
+
+namespace {
+
+using Python::ComputedHips;
+using Python::GivenColumn;
+using Python::GivenHips;
+using Python::Units;
+
+template <class Rows>
+py::tuple KeysOf(const Rows& rows) {
+  py::tuple keys(rows.size());
+  for (std::size_t i = 0; i < rows.size(); ++i) keys[i] = py::str(std::string(rows[i].key));
+  return keys;
+}
+
+// A float or an int, and nothing else that Python would turn into a float.
+std::optional<double> PlainNumber(py::handle object) {
+  if (PyFloat_Check(object.ptr())) return PyFloat_AS_DOUBLE(object.ptr());
+  if (!PyLong_CheckExact(object.ptr())) return std::nullopt;
+  const double number = PyLong_AsDouble(object.ptr());
+  if (number != -1.0 || PyErr_Occurred() == nullptr) return number;
+  PyErr_Clear();
+  return std::nullopt;
+}
+
+// One hip of plain numbers; None where a measurement is not known.
+struct PlainHip {
+  std::array<double, Sila::kMeasurementCount> numbers = {};
+  GivenHips hips = {.count = 1};
+};
+
+// False when something in `values` is neither a plain number nor None.
+bool ReadPlainHip(const py::tuple& values, const Units& units, PlainHip& hip) {
+  for (std::size_t i = 0; i < hip.numbers.size(); ++i) {
+    const py::handle value = PyTuple_GET_ITEM(values.ptr(), static_cast<py::ssize_t>(i));
+    if (value.is_none() && Python::MayBeMissing(Sila::kMeasurements[i])) continue;
+    const std::optional<double> number = PlainNumber(value);
+    if (!number) return false;
+    hip.numbers[i] = *number;
+    hip.hips.columns[i] =
+        GivenColumn{.first = reinterpret_cast<const std::byte*>(&hip.numbers[i]), .unit = units[i]};
+  }
+  return true;
+}
+
+py::object ComputePlainHip(const py::tuple& values) {
+  PlainHip hip;
+  if (!ReadPlainHip(values, Python::FirstUnits(), hip)) return py::none();
+  std::array<double, Sila::kResultCount> results{};
+  std::uint8_t status = 0;
+  ComputedHips computed{.status = &status};
+  for (std::size_t i = 0; i < results.size(); ++i) computed.results[i] = &results[i];
+  Python::ComputeHips(hip.hips, computed, 1, [] { return true; });
+  py::tuple out(results.size() + 1);
+  for (std::size_t i = 0; i < results.size(); ++i) out[i] = py::float_(results[i]);
+  out[results.size()] = py::int_(status);
+  return out;
+}
+
+using Numbers = py::array_t<double, 0>;
+
+GivenHips ReadColumns(const std::vector<std::optional<Numbers>>& arrays, const Units& units,
+                      std::size_t count) {
+  GivenHips hips{.count = count};
+  for (std::size_t i = 0; i < arrays.size(); ++i) {
+    if (!arrays[i]) continue;
+    hips.columns[i] = GivenColumn{.first = reinterpret_cast<const std::byte*>(arrays[i]->data()),
+                                  .stride = arrays[i]->strides(0),
+                                  .unit = units[i]};
+  }
+  return hips;
+}
+
+bool NoSignal() {
+  const py::gil_scoped_acquire acquired;
+  return PyErr_CheckSignals() == 0;
+}
+
+py::tuple ComputeColumns(const std::vector<std::optional<Numbers>>& arrays,
+                         const std::optional<Units>& units, std::size_t count, unsigned threads) {
+  const GivenHips hips = ReadColumns(arrays, units.value_or(Python::FirstUnits()), count);
+  py::tuple out(Sila::kResultCount + 1);
+  ComputedHips computed;
+  for (std::size_t i = 0; i < Sila::kResultCount; ++i) {
+    py::array_t<double> result(static_cast<py::ssize_t>(count));
+    computed.results[i] = result.mutable_data();
+    out[i] = std::move(result);
+  }
+  py::array_t<std::uint8_t> status(static_cast<py::ssize_t>(count));
+  computed.status = status.mutable_data();
+  out[Sila::kResultCount] = std::move(status);
+  bool complete = false;
+  {
+    const py::gil_scoped_release released;
+    complete = Python::ComputeHips(hips, computed, threads, NoSignal);
+  }
+  if (!complete) throw py::error_already_set();
+  return out;
+}
+
+std::string FaultsOfRow(const std::vector<std::optional<Numbers>>& arrays, const Units& units,
+                        std::size_t row) {
+  return Python::FaultsOf(ReadColumns(arrays, units, row + 1), row);
+}
+
+// Where each measurement is, None where it has no column; in which units; and remarks.
+py::tuple FindColumns(std::vector<std::string> names) {
+  const Cohort::Columns columns = Cohort::FindColumns(std::move(names));
+  const std::string missing = Cohort::MissingColumns(columns);
+  if (!missing.empty()) throw Cohort::CohortError(missing);
+  std::array<std::optional<std::size_t>, Sila::kMeasurementCount> fields;
+  Units units{};
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    if (!columns.inputs[i]) continue;
+    fields[i] = columns.inputs[i]->field;
+    units[i] = columns.inputs[i]->unit;
+  }
+  return py::make_tuple(fields, units, columns.remarks);
+}
+
+py::tuple StatusTexts() {
+  py::tuple texts(Python::kStatusCount);
+  for (std::size_t i = 0; i < Python::kStatusCount; ++i) {
+    texts[i] = py::str(Python::TextOf(static_cast<Python::HipStatus>(i)));
+  }
+  return texts;
+}
+
+}  // namespace
+
+PYBIND11_MODULE(_core, module) {
+  module.doc() = "The model in C++; use what the package telmarion gives.";
+  module.attr("__version__") = TELMARION_VERSION;
+  module.attr("MEASUREMENTS") = KeysOf(Sila::kMeasurements);
+  module.attr("RESULTS") = KeysOf(Sila::kResults);
+  module.attr("STATUS_COLUMN") = py::str(std::string(Cohort::kStatusName));
+  module.attr("STATUS_TEXTS") = StatusTexts();
+  py::register_local_exception<Cohort::CohortError>(module, "HeaderError", PyExc_ValueError);
+  py::enum_<Sila::Unit>(module, "Unit", py::module_local())
+      .value("MILLIMETRE", Sila::Unit::Millimetre)
+      .value("CENTIMETRE", Sila::Unit::Centimetre)
+      .value("METRE", Sila::Unit::Metre)
+      .value("DEGREE", Sila::Unit::Degree)
+      .value("RADIAN", Sila::Unit::Radian)
+      .value("KILOGRAM", Sila::Unit::Kilogram);
+  module.def("compute_hip", &ComputePlainHip, py::arg("values"));
+  module.def("compute_columns", &ComputeColumns, py::arg("arrays"), py::arg("units"),
+             py::arg("count"), py::arg("threads"));
+  module.def("faults_of_row", &FaultsOfRow, py::arg("arrays"), py::arg("units"), py::arg("row"));
+  module.def("find_columns", &FindColumns, py::arg("names"));
+  Python::AddUncertainty(module);
+}

@@ -1,0 +1,48 @@
+from typing import ClassVar, Sequence
+
+import numpy as np
+import numpy.typing as npt
+
+_Floats = npt.NDArray[np.float64]
+_FoundResult = tuple[float, float | None, tuple[float, float] | None, list[float]]
+_FoundUncertainty = tuple[int, int, bool, tuple[_FoundResult | None, ...]]
+
+MEASUREMENTS: tuple[str, ...]
+RESULTS: tuple[str, ...]
+STATUS_COLUMN: str
+STATUS_TEXTS: tuple[str, ...]
+MAX_TRIALS: int
+__version__: str
+
+class HeaderError(ValueError): ...
+
+class Unit:
+    MILLIMETRE: ClassVar[Unit]
+    CENTIMETRE: ClassVar[Unit]
+    METRE: ClassVar[Unit]
+    DEGREE: ClassVar[Unit]
+    RADIAN: ClassVar[Unit]
+    KILOGRAM: ClassVar[Unit]
+
+class Distribution:
+    __members__: ClassVar[dict[str, Distribution]]
+    normal: ClassVar[Distribution]
+    uniform: ClassVar[Distribution]
+    triangular: ClassVar[Distribution]
+
+class Points:
+    def __init__(self, seed: int) -> None: ...
+
+class Settings:
+    def __init__(self, coverage: float, trials: int, automatic: bool, budget: bool) -> None: ...
+
+def compute_hip(values: tuple[object, ...]) -> tuple[float, float, float, float, float, int] | None: ...
+def compute_columns(arrays: Sequence[_Floats | None], units: Sequence[Unit] | None, count: int,
+                    threads: int) -> tuple[_Floats, _Floats, _Floats, _Floats, _Floats,
+                                           npt.NDArray[np.uint8]]: ...
+def faults_of_row(arrays: Sequence[_Floats | None], units: Sequence[Unit], row: int) -> str: ...
+def find_columns(names: Sequence[bytes]) -> tuple[list[int | None], list[Unit], list[str]]: ...
+def compute_uncertainty(values: Sequence[float | None], errors: Sequence[float],
+                        magnification: tuple[float, float] | None,
+                        distributions: Sequence[Distribution], points: Points,
+                        settings: Settings) -> tuple[int, _FoundUncertainty | None]: ...
