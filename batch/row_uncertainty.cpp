@@ -27,7 +27,7 @@ class SpreadReader {
     if (!column || IsMissing(fields_[column->field])) return byDefault;
     const std::string name = UncertaintyName(row.key);
     if (!column->unit) {
-      AddFault(complaints_, name, "is in a unit that does not fit");
+      AddFault(complaints_, name, kUnitDoesNotFit);
       return {};
     }
     const double u = ReadU(name, fields_[column->field]);
@@ -49,42 +49,28 @@ class SpreadReader {
  private:
   double ReadU(std::string_view name, std::string_view text) const {
     const std::optional<double> u = Vse::ReadNumber(text);
-    if (!u) AddFault(complaints_, name, Vse::IsTooLarge(text) ? "is too large" : "is not a number");
-    if (u && *u < 0.0) AddFault(complaints_, name, "must not be negative");
+    AddFaultIfAny(name, u ? FaultOfUncertainty(*u)
+                          : Describe(Vse::IsTooLarge(text) ? NumberFault::TooLarge
+                                                           : NumberFault::NotANumber));
     return u.value_or(0.0);
   }
 
   double ReadFactor(std::string_view text) const {
     const std::optional<double> factor = Vse::ReadNumber(text);
-    if (IsMissing(text)) {
-      AddFault(complaints_, kMagnificationName, "is missing");
-    } else if (!factor) {
-      AddFault(complaints_, kMagnificationName, "is not a number");
-    } else if (*factor <= 0.0) {
-      AddFault(complaints_, kMagnificationName, "must be greater than 0");
-    }
+    AddFaultIfAny(kMagnificationName, factor ? FaultOfMagnification(*factor)
+                                             : Describe(IsMissing(text) ? NumberFault::Missing
+                                                                        : NumberFault::NotANumber));
     return factor.value_or(1.0);
+  }
+
+  void AddFaultIfAny(std::string_view name, std::string_view fault) const {
+    if (!fault.empty()) AddFault(complaints_, name, fault);
   }
 
   std::span<const std::string_view> fields_;
   const UncertaintyColumns& columns_;
   std::string& complaints_;
 };
-
-// Never with a delimiter in it.
-std::string RemarkOn(const Uncertainty::HipUncertainty& hip) {
-  using Uncertainty::Completeness;
-  const std::string refused =
-      std::to_string(hip.trials - hip.ok) + " of " + std::to_string(hip.trials) + " trials refused";
-  std::string remark;
-  if (hip.completeness == Completeness::SomeRefused) remark = refused + " and so no u";
-  if (hip.completeness == Completeness::TooManyRefused) remark = refused + " and so no interval";
-  if (!hip.settled) {
-    remark += (remark.empty() ? "" : " and ") + std::string("intervals not settled after ") +
-              std::to_string(hip.trials) + " trials";
-  }
-  return remark;
-}
 
 void SetFields(const Uncertainty::Spread& spread, std::span<std::optional<double>> fields) {
   fields[0] = spread.u;
@@ -135,7 +121,8 @@ RowSpread RowUncertainty::Compute(const HipReading& reading) const {
   }
   row.trials = hip.trials;
   row.ok = hip.ok;
-  row.remark = RemarkOn(hip);
+  const bool hasIntervals = hip.completeness != Uncertainty::Completeness::TooManyRefused;
+  row.remark = RemarkOn({hip.trials, hip.ok, hasIntervals, hip.settled});
   return row;
 }
 

@@ -46,6 +46,18 @@ std::optional<NumberFault> FaultOf(Sila::Kind kind, Sila::Unit unit, double give
   return tooSmall ? std::optional(NumberFault::NotAboveZero) : std::nullopt;
 }
 
+std::string_view FaultOfUncertainty(double u) {
+  if (std::isinf(u)) return Describe(NumberFault::NotANumber);
+  if (std::abs(u) > Sila::kLargestNumber) return Describe(NumberFault::TooLarge);
+  return u < 0.0 ? "must not be negative" : "";
+}
+
+std::string_view FaultOfMagnification(double factor) {
+  if (std::isnan(factor)) return Describe(NumberFault::Missing);
+  if (std::abs(factor) > Sila::kLargestNumber) return Describe(NumberFault::NotANumber);
+  return factor <= 0.0 ? Describe(NumberFault::NotAboveZero) : "";
+}
+
 void AddFault(std::string& status, const Sila::MeasurementRow& row, NumberFault fault) {
   AddFault(status, row.key, Describe(fault));
 }
@@ -55,6 +67,19 @@ void AddFault(std::string& status, std::string_view column, std::string_view wha
   status += column;
   status += ' ';
   status += what;
+}
+
+std::string RemarkOn(const TrialCounts& counts) {
+  const std::string trials = std::to_string(counts.trials) + " trials";
+  std::string remark;
+  if (counts.ok < counts.trials) {
+    remark = std::to_string(counts.trials - counts.ok) + " of " + trials + " refused and so no " +
+             (counts.hasIntervals ? "u" : "interval");
+  }
+  if (!counts.settled) {
+    remark += (remark.empty() ? "" : " and ") + ("intervals not settled after " + trials);
+  }
+  return remark;
 }
 
 }  // namespace Cohort

@@ -2,14 +2,13 @@
 #include "python/given_hips.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cmath>
 #include <cstring>
 #include <limits>
-#include <system_error>
-#include <thread>
+#include <memory>
 #include <variant>
-#include <vector>
+
+#include "python/shared_work.h"
 
 namespace Python {
 
@@ -18,13 +17,6 @@ namespace {
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 constexpr std::size_t kBlock = 64;                // hips
 constexpr std::size_t kBlocksBetweenAsks = 1024;  // some hundredths of a second
-
-double NumberAt(const GivenColumn& column, std::size_t hip) {
-  double number = 0.0;
-  std::memcpy(&number, column.first + static_cast<std::ptrdiff_t>(hip) * column.stride,
-              sizeof number);
-  return number;
-}
 
 std::optional<Cohort::NumberFault> FaultIn(const Sila::MeasurementRow& row,
                                            const GivenColumn& column, std::size_t hip) {
@@ -110,77 +102,27 @@ class BlockReader {
   Block& block_;
 };
 
-void ComputeHip(const Sila::HipInputs& inputs, HipStatus status, Sila::HipState& state,
-                const ComputedHips& computed, std::size_t hip) {
-  const bool usable = status == HipStatus::Ok;
-  if (usable) status = StatusOf(Sila::ComputeHip(inputs, state));
-  const bool ok = status == HipStatus::Ok;
-  for (const Sila::ResultRow& row : Sila::kResults) {
-    const bool known = usable && (ok || !row.isStress) && (inputs.bodyWeight || !row.needsWeight);
-    const double value = known ? row.value(state.results) : kNone;
-    computed.results[Sila::IndexOf(row.id)][hip] = std::isfinite(value) ? value : kNone;
-  }
-  computed.status[hip] = static_cast<std::uint8_t>(status);
-}
-
-// Hands out blocks to threads; one object serves one call.
-class Work {
- public:
-  Work(const GivenHips& given, const ComputedHips& computed) : given_(given), computed_(computed) {}
-
-  std::size_t blocks() const { return (given_.count + kBlock - 1) / kBlock; }
-
-  void ComputeSome() {
-    Room room;
-    while (!stopped_ && ComputeNext(room)) {
-    }
-  }
-
-  // False when `goOn` said no.
-  bool ComputeSome(const std::function<bool()>& goOn) {
-    Room room;
-    for (std::size_t done = 1; ComputeNext(room); ++done) {
-      if (done % kBlocksBetweenAsks == 0 && !goOn()) {
-        stopped_ = true;
-        return false;
-      }
-    }
-    return true;
-  }
-
- private:
-  struct Room {
-    Block block;
-    Sila::HipState state;
-  };
-
-  // False when there is nothing left.
-  bool ComputeNext(Room& room) {
-    const std::size_t first = kBlock * next_++;
-    if (first >= given_.count) return false;
-    const std::size_t count = std::min(kBlock, given_.count - first);
-    BlockReader(given_, first, count, room.block).Read();
-    for (std::size_t i = 0; i < count; ++i) {
-      ComputeHip(room.block.inputs[i], room.block.status[i], room.state, computed_, first + i);
-    }
-    return true;
-  }
-
-  const GivenHips& given_;
-  const ComputedHips& computed_;
-  std::atomic<std::size_t> next_ = 0;
-  std::atomic<bool> stopped_ = false;
+// What one thread needs.
+struct Room {
+  Block block;
+  Sila::HipState state;
 };
 
-// As many as the system lets us have; the calling thread does what they leave.
-std::vector<std::jthread> StartHelpers(Work& work, std::size_t helpers) {
-  std::vector<std::jthread> started;
-  started.reserve(helpers);
-  try {
-    while (started.size() < helpers) started.emplace_back([&work] { work.ComputeSome(); });
-  } catch (const std::system_error&) {
+void ComputeBlock(const GivenHips& given, const ComputedHips& computed, std::size_t first,
+                  Room& room) {
+  const std::size_t count = std::min(kBlock, given.count - first);
+  BlockReader(given, first, count, room.block).Read();
+  for (std::size_t i = 0; i < count; ++i) {
+    const HipStatus found = room.block.status[i];
+    if (found == HipStatus::Ok) {
+      const Sila::HipInputs& inputs = room.block.inputs[i];
+      const HipStatus status = ComputeUsableHip(inputs, room.state, computed, first + i);
+      computed.status[first + i] = static_cast<std::uint8_t>(status);
+    } else {
+      LeaveOut(computed, first + i);
+      computed.status[first + i] = static_cast<std::uint8_t>(found);
+    }
   }
-  return started;
 }
 
 }  // namespace
@@ -251,12 +193,44 @@ std::string TextOf(HipStatus status) {
   return std::string(Cohort::StatusOf(Sila::HipOutcome::Ok));
 }
 
+HipStatus ComputeUsableHip(const Sila::HipInputs& inputs, Sila::HipState& state,
+                           const ComputedHips& computed, std::size_t hip) {
+  const HipStatus status = StatusOf(Sila::ComputeHip(inputs, state));
+  for (const Sila::ResultRow& row : Sila::kResults) {
+    const bool known =
+        (status == HipStatus::Ok || !row.isStress) && (inputs.bodyWeight || !row.needsWeight);
+    const double value = known ? row.value(state.results) : kNone;
+    computed.results[Sila::IndexOf(row.id)][hip] = std::isfinite(value) ? value : kNone;
+  }
+  return status;
+}
+
+void LeaveOut(const ComputedHips& computed, std::size_t hip) {
+  for (double* const results : computed.results) results[hip] = kNone;
+}
+
 bool ComputeHips(const GivenHips& given, const ComputedHips& computed, unsigned threads,
                  const std::function<bool()>& goOn) {
-  Work work(given, computed);
-  const std::size_t useful = std::min<std::size_t>(threads, work.blocks());
-  const std::vector<std::jthread> helpers = StartHelpers(work, useful > 1 ? useful - 1 : 0);
-  return work.ComputeSome(goOn);
+  const auto makeWorker = [&] {
+    return [&, room = std::make_shared<Room>()](std::size_t block) {
+      ComputeBlock(given, computed, kBlock * block, *room);
+    };
+  };
+  const std::size_t blocks = (given.count + kBlock - 1) / kBlock;
+  return ShareWork({blocks, threads, kBlocksBetweenAsks}, makeWorker, goOn);
+}
+
+Sila::HipInputs InputsOf(const GivenHips& given, std::size_t hip) {
+  Block block;
+  BlockReader(given, hip, 1, block).Read();
+  return block.inputs[0];
+}
+
+double NumberAt(const GivenColumn& column, std::size_t hip) {
+  double number = 0.0;
+  std::memcpy(&number, column.first + static_cast<std::ptrdiff_t>(hip) * column.stride,
+              sizeof number);
+  return number;
 }
 
 std::string FaultsOf(const GivenHips& given, std::size_t hip) {

@@ -72,6 +72,19 @@ struct ComputedHips {
 bool ComputeHips(const GivenHips& given, const ComputedHips& computed, unsigned threads,
                  const std::function<bool()>& goOn);
 
+// One hip as the model takes it; of use only when nothing is wrong with it.
+Sila::HipInputs InputsOf(const GivenHips& given, std::size_t hip);
+
+// Writes what the model gives for one hip; `state` as for Sila::ComputeHip.
+HipStatus ComputeUsableHip(const Sila::HipInputs& inputs, Sila::HipState& state,
+                           const ComputedHips& computed, std::size_t hip);
+
+// Writes that there are no results of a hip.
+void LeaveOut(const ComputedHips& computed, std::size_t hip);
+
+// The number of a hip in a column.
+double NumberAt(const GivenColumn& column, std::size_t hip);
+
 // What is wrong with one hip, as the status of a cohort's row; empty when nothing is.
 std::string FaultsOf(const GivenHips& given, std::size_t hip);
 

@@ -9,6 +9,7 @@
 
 #include "columns/cohort_error.h"
 #include "columns/header.h"
+#include "python/arrays.h"
 #include "python/given_hips.h"
 #include "python/uncertainty_module.h"
 
@@ -72,54 +73,49 @@ py::object ComputePlainHip(const py::tuple& values) {
   return out;
 }
 
-using Numbers = py::array_t<double, 0>;
-
-GivenHips ReadColumns(const std::vector<std::optional<Numbers>>& arrays, const Units& units,
-                      std::size_t count) {
-  GivenHips hips{.count = count};
-  for (std::size_t i = 0; i < arrays.size(); ++i) {
-    if (!arrays[i]) continue;
-    hips.columns[i] = GivenColumn{.first = reinterpret_cast<const std::byte*>(arrays[i]->data()),
-                                  .stride = arrays[i]->strides(0),
-                                  .unit = units[i]};
-  }
-  return hips;
-}
-
-bool NoSignal() {
-  const py::gil_scoped_acquire acquired;
-  return PyErr_CheckSignals() == 0;
-}
-
-py::tuple ComputeColumns(const std::vector<std::optional<Numbers>>& arrays,
+py::tuple ComputeColumns(const std::vector<std::optional<Python::Numbers>>& arrays,
                          const std::optional<Units>& units, std::size_t count, unsigned threads) {
-  const GivenHips hips = ReadColumns(arrays, units.value_or(Python::FirstUnits()), count);
+  const GivenHips hips = Python::ReadColumns(arrays, units.value_or(Python::FirstUnits()), count);
   py::tuple out(Sila::kResultCount + 1);
   ComputedHips computed;
   for (std::size_t i = 0; i < Sila::kResultCount; ++i) {
-    py::array_t<double> result(static_cast<py::ssize_t>(count));
-    computed.results[i] = result.mutable_data();
-    out[i] = std::move(result);
+    computed.results[i] = Python::AddArray<double>(out, i, count);
   }
-  py::array_t<std::uint8_t> status(static_cast<py::ssize_t>(count));
-  computed.status = status.mutable_data();
-  out[Sila::kResultCount] = std::move(status);
+  computed.status = Python::AddArray<std::uint8_t>(out, Sila::kResultCount, count);
   bool complete = false;
   {
     const py::gil_scoped_release released;
-    complete = Python::ComputeHips(hips, computed, threads, NoSignal);
+    complete = Python::ComputeHips(hips, computed, threads, Python::NoSignal);
   }
   if (!complete) throw py::error_already_set();
   return out;
 }
 
-std::string FaultsOfRow(const std::vector<std::optional<Numbers>>& arrays, const Units& units,
-                        std::size_t row) {
-  return Python::FaultsOf(ReadColumns(arrays, units, row + 1), row);
+std::string FaultsOfRow(const std::vector<std::optional<Python::Numbers>>& arrays,
+                        const Units& units, std::size_t row) {
+  return Python::FaultsOf(Python::ReadColumns(arrays, units, row + 1), row);
 }
 
-// Where each measurement is, None where it has no column; in which units; and remarks.
-py::tuple FindColumns(std::vector<std::string> names) {
+// Where the uncertainty of each measurement is and in which units, where the magnification and its
+// uncertainty are, and the names of what is added; None without any such column.
+py::object FindUncertainties(const Cohort::Columns& columns, double coverage) {
+  const Cohort::UncertaintyColumns& found = columns.uncertainty;
+  if (!found.Any()) return py::none();
+  const std::vector<std::string> added = Cohort::AddedUncertaintyNames(coverage);
+  Cohort::CheckAreNotAdded(columns, added);
+  std::array<std::optional<std::size_t>, Sila::kMeasurementCount> fields;
+  std::array<std::optional<Sila::Unit>, Sila::kMeasurementCount> units;
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    if (!found.u[i]) continue;
+    fields[i] = found.u[i]->field;
+    units[i] = found.u[i]->unit;
+  }
+  return py::make_tuple(fields, units, found.magnification, found.magnificationU, added);
+}
+
+// Where each measurement is, None where it has no column; in which units; the same for the
+// uncertainties; and remarks.
+py::tuple FindColumns(std::vector<std::string> names, double coverage) {
   const Cohort::Columns columns = Cohort::FindColumns(std::move(names));
   const std::string missing = Cohort::MissingColumns(columns);
   if (!missing.empty()) throw Cohort::CohortError(missing);
@@ -130,7 +126,7 @@ py::tuple FindColumns(std::vector<std::string> names) {
     fields[i] = columns.inputs[i]->field;
     units[i] = columns.inputs[i]->unit;
   }
-  return py::make_tuple(fields, units, columns.remarks);
+  return py::make_tuple(fields, units, FindUncertainties(columns, coverage), columns.remarks);
 }
 
 py::tuple StatusTexts() {
@@ -162,6 +158,6 @@ PYBIND11_MODULE(_core, module) {
   module.def("compute_columns", &ComputeColumns, py::arg("arrays"), py::arg("units"),
              py::arg("count"), py::arg("threads"));
   module.def("faults_of_row", &FaultsOfRow, py::arg("arrays"), py::arg("units"), py::arg("row"));
-  module.def("find_columns", &FindColumns, py::arg("names"));
+  module.def("find_columns", &FindColumns, py::arg("names"), py::arg("coverage"));
   Python::AddUncertainty(module);
 }

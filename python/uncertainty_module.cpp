@@ -7,7 +7,9 @@
 #include <utility>
 #include <vector>
 
+#include "python/arrays.h"
 #include "python/given_hips.h"
+#include "python/uncertain_hips.h"
 #include "uncertainty/hip_uncertainty.h"
 
 namespace py = pybind11;
@@ -93,6 +95,53 @@ py::tuple ComputeUncertainty(const Values& values, const Errors& errors,
   return py::make_tuple(static_cast<int>(status), TupleOf(hip));
 }
 
+using OptionalNumbers = std::vector<std::optional<Numbers>>;
+using OptionalUnits = std::array<std::optional<Sila::Unit>, Sila::kMeasurementCount>;
+
+// The magnification's columns have no unit; that of a length does for them.
+GivenUncertainties ReadUncertainties(const OptionalNumbers& arrays, const OptionalUnits& units,
+                                     const std::array<std::optional<Numbers>, 2>& magnification) {
+  constexpr Sila::Unit kAny = Sila::Unit::Centimetre;
+  GivenUncertainties given;
+  for (std::size_t i = 0; i < arrays.size(); ++i) {
+    if (!arrays[i]) continue;
+    given.u[i] = {ColumnOf(*arrays[i], units[i].value_or(kAny)), units[i].has_value()};
+  }
+  if (magnification[0]) given.magnification = ColumnOf(*magnification[0], kAny);
+  if (magnification[1]) given.magnificationU = ColumnOf(*magnification[1], kAny);
+  return given;
+}
+
+ComputedUncertainties AddRoom(py::tuple& out, std::size_t count) {
+  ComputedUncertainties computed;
+  std::size_t place = 0;
+  for (double*& results : computed.hips.results) results = AddArray<double>(out, place++, count);
+  for (double*& spreads : computed.spreads) spreads = AddArray<double>(out, place++, count);
+  computed.trials = AddArray<std::int64_t>(out, place++, count);
+  computed.ok = AddArray<std::int64_t>(out, place, count);
+  return computed;
+}
+
+// Results, spreads, trials, those with an answer, and the status in words.
+py::tuple ComputeUncertainColumns(const OptionalNumbers& arrays, const Units& units,
+                                  const OptionalNumbers& errors, const OptionalUnits& errorUnits,
+                                  const std::array<std::optional<Numbers>, 2>& magnification,
+                                  std::size_t count, unsigned threads, const Points& points,
+                                  const Settings& settings) {
+  const GivenHips hips = ReadColumns(arrays, units, count);
+  const GivenUncertainties given = ReadUncertainties(errors, errorUnits, magnification);
+  py::tuple out((1 + kSpreadsPerResult) * Sila::kResultCount + 3);
+  ComputedUncertainties computed = AddRoom(out, count);
+  bool complete = false;
+  {
+    const py::gil_scoped_release released;
+    complete = ComputeUncertainHips({hips, given, points, settings}, computed, threads, NoSignal);
+  }
+  if (!complete) throw py::error_already_set();
+  out[out.size() - 1] = py::cast(computed.status);
+  return out;
+}
+
 }  // namespace
 
 void AddUncertainty(py::module_& module) {
@@ -111,10 +160,14 @@ void AddUncertainty(py::module_& module) {
       .def(py::init([](double coverage, std::size_t trials, bool automatic, bool budget) {
              return Settings{coverage, trials, automatic, budget};
            }),
-           py::arg("coverage"), py::arg("trials"), py::arg("automatic"), py::arg("budget"));
+           py::arg("coverage"), py::arg("trials"), py::arg("automatic"), py::arg("budget"))
+      .def_readonly("coverage", &Settings::coverage);
   module.def("compute_uncertainty", &ComputeUncertainty, py::arg("values"), py::arg("errors"),
              py::arg("magnification"), py::arg("distributions"), py::arg("points"),
              py::arg("settings"));
+  module.def("compute_uncertain_columns", &ComputeUncertainColumns, py::arg("arrays"),
+             py::arg("units"), py::arg("errors"), py::arg("error_units"), py::arg("magnification"),
+             py::arg("count"), py::arg("threads"), py::arg("points"), py::arg("settings"));
 }
 
 }  // namespace Python

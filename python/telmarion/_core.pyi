@@ -1,10 +1,11 @@
-from typing import ClassVar, Sequence
+from typing import Any, ClassVar, Sequence
 
 import numpy as np
 import numpy.typing as npt
 
 _Floats = npt.NDArray[np.float64]
 _FoundResult = tuple[float, float | None, tuple[float, float] | None, list[float]]
+_FoundUncertainties = tuple[list[int | None], list[Unit | None], int | None, int | None, list[str]]
 _FoundUncertainty = tuple[int, int, bool, tuple[_FoundResult | None, ...]]
 
 MEASUREMENTS: tuple[str, ...]
@@ -35,13 +36,20 @@ class Points:
 
 class Settings:
     def __init__(self, coverage: float, trials: int, automatic: bool, budget: bool) -> None: ...
+    @property
+    def coverage(self) -> float: ...
 
 def compute_hip(values: tuple[object, ...]) -> tuple[float, float, float, float, float, int] | None: ...
 def compute_columns(arrays: Sequence[_Floats | None], units: Sequence[Unit] | None, count: int,
                     threads: int) -> tuple[_Floats, _Floats, _Floats, _Floats, _Floats,
                                            npt.NDArray[np.uint8]]: ...
 def faults_of_row(arrays: Sequence[_Floats | None], units: Sequence[Unit], row: int) -> str: ...
-def find_columns(names: Sequence[bytes]) -> tuple[list[int | None], list[Unit], list[str]]: ...
+def find_columns(names: Sequence[bytes], coverage: float) -> tuple[list[int | None], list[Unit],
+                                                                   _FoundUncertainties | None, list[str]]: ...
+def compute_uncertain_columns(arrays: Sequence[_Floats | None], units: Sequence[Unit],
+                              errors: Sequence[_Floats | None], error_units: Sequence[Unit | None],
+                              magnification: Sequence[_Floats | None], count: int, threads: int,
+                              points: Points, settings: Settings) -> tuple[Any, ...]: ...
 def compute_uncertainty(values: Sequence[float | None], errors: Sequence[float],
                         magnification: tuple[float, float] | None,
                         distributions: Sequence[Distribution], points: Points,

@@ -10,6 +10,7 @@ import numpy.typing as npt
 from . import _core
 from ._hips import Status, threads_from
 from ._numbers import Floats, as_floats
+from ._uncertainty import points_from, settings_from
 
 if TYPE_CHECKING:
     import pandas as pd  # type: ignore[import]
@@ -31,8 +32,32 @@ def _texts(status: npt.NDArray[np.uint8], arrays: list[Floats | None],
     return texts
 
 
-def compute_frame(df: pd.DataFrame, *, threads: int | None = None) -> pd.DataFrame:
-    """Add the results to a table of hips.
+def _floats(df: pd.DataFrame, fields: Sequence[int | None]) -> list[Floats | None]:
+    return [None if field is None else as_floats(f"the column {df.columns[field]}", df.iloc[:, field])
+            for field in fields]
+
+
+def _counts(counts: npt.NDArray[np.int64], missing: npt.NDArray[np.bool_]) -> Any:
+    """Whole numbers, of which some are missing, in the same type for every table."""
+    from pandas.arrays import IntegerArray  # type: ignore[import]
+    return IntegerArray(counts, missing)
+
+
+def _uncertain_results(df: pd.DataFrame, arrays: list[Floats | None], units: Sequence[_core.Unit],
+                       found: _core._FoundUncertainties, threads: int, points: _core.Points,
+                       settings: _core.Settings) -> dict[str, Any]:
+    fields, error_units, factor, factor_u, names = found
+    *numbers, trials, ok, status = _core.compute_uncertain_columns(
+        arrays, units, _floats(df, fields), error_units, _floats(df, [factor, factor_u]), len(df), threads,
+        points, settings)
+    nothing = trials == 0
+    columns = [*numbers, _counts(trials, nothing), _counts(ok, nothing), np.array(status, dtype=object)]
+    return dict(zip([*_core.RESULTS, *names, _core.STATUS_COLUMN], columns))
+
+
+def compute_frame(df: pd.DataFrame, *, threads: int | None = None, coverage: float = 0.95,
+                  trials: int | str = 8192, seed: int = 1) -> pd.DataFrame:
+    """Add the results to a table of hips, and how sure they are if it has columns of uncertainties.
 
     Parameters
     ----------
@@ -40,9 +65,21 @@ def compute_frame(df: pd.DataFrame, *, threads: int | None = None) -> pd.DataFra
         One hip a row, of any number of rows. Columns are found by their names, in any order and among
         others, in upper or lower case: `lizm`, `xizm`, `zizm`, `Cizm`, `Hizm` (cm), `zasuk`, `thetaCE`
         (degrees), `headRadius` (m) and `bodyWeight` (kg, may be missing). A name may hold another unit:
-        ``lizm[mm]``, ``headRadius (cm)``, ``thetaCE[rad]``.
+        ``lizm[mm]``, ``headRadius (cm)``, ``thetaCE[rad]``. A column such as ``lizm_u[mm]``, ``thetaCE_u`` or
+        ``bodyWeight_u`` holds the standard uncertainties of a measurement, in its unit or in their own; NaN
+        is 0. `magnification` is the factor by which the picture enlarges all lengths and the radius, and
+        `magnification_u` its standard uncertainty; with it, lengths are as on the picture and are divided
+        by it.
     threads : int, optional
         Most threads to compute in; by default as many as there are processors.
+    coverage : float, optional
+        Probability of the intervals, above 0 and below 1. This and what follows is of use only in a table
+        with uncertainties.
+    trials : int or "auto", optional
+        Trials of each hip, as in `uncertainty`.
+    seed : int, optional
+        Chooses the points, as in `uncertainty`. The intervals of a hip depend on its own row and the seed
+        alone, not on the other rows or their order.
 
     Returns
     -------
@@ -50,15 +87,19 @@ def compute_frame(df: pd.DataFrame, *, threads: int | None = None) -> pd.DataFra
         A new table with the columns of `df`, its index, and `rWb`, `thetaR` (degrees), `thetaPol`
         (degrees), `pmaxWb` (1/m²), `pmax` (Pa; all float64) and `status` behind them: "ok",
         "refused: …" where the model has no answer, "error: …" where a measurement cannot be used. What
-        cannot be computed is NaN.
+        cannot be computed is NaN. With uncertainties there are, before `status`, also `rWb_u`, `rWb_lo95`,
+        `rWb_hi95` (the standard uncertainty and the ends of the interval; ``_lo90`` at a coverage of 0.9),
+        the same of every result, and `mc_trials` and `mc_ok`, the trials and those with an answer (Int64).
+        Where trials are refused, "ok: …" in `status` says what is therefore missing.
 
     Raises
     ------
     TypeError
-        For a column of measurements that does not hold numbers.
+        For a column of measurements or uncertainties that does not hold numbers.
     ValueError
-        For a measurement that has no column, two columns or an unknown unit, and for a column that has
-        the name of a result.
+        For a measurement that has no column, two columns or an unknown unit, for a column that has the
+        name of a result, and for a coverage, trials or seed out of range. An uncertainty below 0, or one in
+        a unit that does not fit, is an error of its row alone, as is a magnification that is not above 0.
 
     Warns
     -----
@@ -75,13 +116,23 @@ def compute_frame(df: pd.DataFrame, *, threads: int | None = None) -> pd.DataFra
       hip   rWb        pmax status
     0   A  2.81  2066847.58     ok
     1   B  2.79         NaN     ok
+
+    With a reading error of 2.5° of the centre-edge angle:
+
+    >>> print(telmarion.compute_frame(df.assign(thetaCE_u=2.5))[["hip", "pmaxWb", "pmaxWb_lo95", "pmaxWb_hi95"]]
+    ...       .round(0).to_string())
+      hip  pmaxWb  pmaxWb_lo95  pmaxWb_hi95
+    0   A  3007.0       2699.0       3483.0
+    1   B  6141.0       4847.0       8223.0
     """
     most = threads_from(threads)
-    columns, units, remarks = _core.find_columns(_header(df))
+    settings, points = settings_from(coverage, trials, False), points_from(seed)
+    columns, units, uncertainties, remarks = _core.find_columns(_header(df), settings.coverage)
     for remark in remarks:
         warnings.warn(remark, UserWarning, stacklevel=2)
-    arrays = [None if field is None else as_floats(f"the column {df.columns[field]}", df.iloc[:, field])
-              for field in columns]
+    arrays = _floats(df, columns)
+    if uncertainties is not None:
+        return df.assign(**_uncertain_results(df, arrays, units, uncertainties, most, points, settings))
     *results, status = _core.compute_columns(arrays, units, len(df), most)
     added = dict(zip(_core.RESULTS, results))
     added[_core.STATUS_COLUMN] = _texts(status, arrays, units)

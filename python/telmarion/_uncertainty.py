@@ -96,7 +96,13 @@ def _distributions(given: Mapping[str, str] | None) -> list[_core.Distribution]:
     return [_core.Distribution.__members__[given.get(name, "normal")] for name in _SOURCES]
 
 
-def _settings(coverage: Any, trials: Any, budget: bool) -> _core.Settings:
+def points_from(seed: Any) -> _core.Points:
+    """The points that the argument `seed` chooses."""
+    return _points(as_count("seed", seed, 0, 2**64 - 1))
+
+
+def settings_from(coverage: Any, trials: Any, budget: bool) -> _core.Settings:
+    """The arguments `coverage`, `trials` and `budget`."""
     probability = as_number("coverage", coverage)
     if not 0.0 < probability < 1.0:
         raise ValueError(f"coverage must be above 0 and below 1, not {probability}")
@@ -184,8 +190,8 @@ def uncertainty(*, lizm: float, xizm: float, zizm: float, Cizm: float, Hizm: flo
     errors = [_not_negative(f"{name}_u", u) for name, u in zip(_core.MEASUREMENTS, given)]
     factor = _magnification(magnification, magnification_u)
     spread = _distributions(distributions)
-    settings = _settings(coverage, trials, budget)
-    points = _points(as_count("seed", seed, 0, 2**64 - 1))
+    settings = settings_from(coverage, trials, budget)
+    points = points_from(seed)
     status, found = _core.compute_uncertainty(values, errors, factor, spread, points, settings)
     if found is None:
         return HipUncertainty(Status(status), 0, 0, True, None, None, None, None, None)

@@ -28,18 +28,6 @@ def load_example():
     return module
 
 
-READINGS = [key for key in hips.KEYS if key != "bodyWeight"]
-
-
-def intervals(frame):
-    """Both ends of the interval of rWb and pmaxWb, row by row."""
-    found = [telmarion.uncertainty(**row, thetaCE_u=2.5, lizm_u=0.1, trials=1024, seed=3)
-             for row in frame[READINGS].to_dict("records")]
-    ends = [[end for one in (hip.rWb, hip.pmaxWb) if one for end in (one.low, one.high)] or [np.nan] * 4
-            for hip in found]
-    return pd.DataFrame(ends, columns=["low1", "high1", "low2", "high2"], index=frame.index, dtype=float)
-
-
 def slowly(frame):
     """Leaves time to kill the worker that has this partition."""
     time.sleep(0.5)
@@ -96,12 +84,13 @@ class Cluster(unittest.TestCase):
         self.check_same(pd.concat(parts), hips.run_program(self.table))
 
     def test_gives_intervals_that_do_not_depend_on_how_the_rows_are_split(self):
-        table = pd.DataFrame(hips.random_hips(60, seed=8))
-        whole = intervals(table)
-        self.assertGreater(whole["high2"].notna().sum(), 20)
+        table = pd.DataFrame({**hips.random_hips(60, seed=8), "thetaCE_u": 2.5, "lizm_u": 0.1})
+        options = {"threads": 1, "trials": 1024, "seed": 3}
+        whole = telmarion.compute_frame(table, **options)
+        self.assertGreater(whole["pmaxWb_hi95"].notna().sum(), 20)
         for partitions in [1, 2, 7]:
             split = dask.dataframe.from_pandas(table, npartitions=partitions)
-            found = self.client.compute(split.map_partitions(intervals, meta=whole.iloc[:0])).result(timeout=120)
+            found = self.client.compute(split.map_partitions(telmarion.compute_frame, **options, meta=whole.iloc[:0])).result(timeout=120)
             pd.testing.assert_frame_equal(found, whole, check_exact=True)
 
 

@@ -1,5 +1,9 @@
 """Hips given to `compute_frame` as pandas tables."""
 import io
+import os
+import signal
+import threading
+import time
 import unittest
 import warnings
 
@@ -51,6 +55,129 @@ class CohortProgram(unittest.TestCase):
         given["headRadius"] *= 1000
         given = {names.get(key, key): column for key, column in given.items()}
         self.check_same(pd.DataFrame(given), hips.run_program(hips.table_of(given)))
+
+
+def uncertain_hips(count, seed):
+    """Columns of hips with uncertainties, many of them missing, some so large that trials are refused."""
+    chance = np.random.default_rng(seed)
+    given = {**hips.random_hips(count, seed)}
+    given["headRadius"][3] = np.nan
+    given["thetaCE"] = chance.uniform(-5, 40, count)
+    for name, most in [("lizm_u[mm]", 3), ("zizm_u", 0.3), ("zasuk_u", 5), ("thetaCE_u[rad]", 0.05),
+                       ("headRadius_u[cm]", 0.2), ("bodyWeight_u", 20), ("magnification_u", 0.05)]:
+        given[name] = chance.uniform(0, most, count)
+        given[name][chance.random(count) < 0.2] = np.nan
+    given["magnification"] = chance.uniform(0.9, 1.3, count)
+    return given
+
+
+def add_wrong_uncertainties(given):
+    """The rows from 0 on; returns what their status names."""
+    given["Hizm_u[kg]"] = np.full_like(given["lizm"], np.nan)
+    wrong = [("lizm_u[mm]", -1, "lizm_u must not be negative"), ("zizm_u", np.inf, "zizm_u is not a number"),
+             ("zasuk_u", 1e301, "zasuk_u is too large"), ("Hizm_u[kg]", 1, "Hizm_u is in a unit that does not fit"),
+             ("magnification_u", -0.1, "magnification_u must not be negative"),
+             ("magnification", 0, "magnification must be greater than 0"),
+             ("magnification", np.nan, "magnification is missing"),
+             ("magnification", np.inf, "magnification is not a number")]
+    for row, (name, value, _) in enumerate(wrong):
+        given[name][row] = value
+    given["lizm"][0] = np.nan
+    return ["lizm is missing and lizm_u must not be negative", *(words for _, _, words in wrong[1:])]
+
+
+class Uncertainties(unittest.TestCase):
+    def check_same(self, given, rows, **options):
+        found = telmarion.compute_frame(given, **options)
+        names = list(found.columns[len(given.columns):])
+        self.assertEqual(names, list(rows[0])[len(given.columns):])
+        for name in names[:-1]:
+            np.testing.assert_array_equal(found[name].to_numpy(np.float64, na_value=np.nan),
+                                          hips.numbers(rows, name), name)
+        self.assertEqual(list(found["status"]), [row["status"] for row in rows])
+        return found
+
+    def test_give_what_the_program_gives_for_the_example(self):
+        text = (hips.SOURCE / "examples" / "uncertain_hips.csv").read_text(encoding="utf-8")
+        df = pd.read_csv(io.StringIO(text), float_precision="round_trip")
+        found = self.check_same(df, hips.run_program(text))
+        self.assertEqual(list(found.columns[-3:]), ["mc_trials", "mc_ok", "status"])
+        self.assertEqual([found[name].dtype for name in ["mc_trials", "mc_ok"]], ["Int64", "Int64"])
+
+    def test_give_what_the_program_gives_for_hips_of_all_kinds(self):
+        given = uncertain_hips(70, seed=5)
+        add_wrong_uncertainties(given)
+        found = self.check_same(pd.DataFrame(given), hips.run_program(hips.table_of(given)))
+        for words in ["ok$", "ok: .*no u", "ok: .*no interval", "refused", "error"]:
+            self.assertTrue(found["status"].str.match(words).any(), words)
+
+    def test_give_what_the_program_gives_with_its_options(self):
+        given = uncertain_hips(10, seed=6)
+        df, text = pd.DataFrame(given), hips.table_of(given)
+        program = hips.run_program(text, "--coverage", "0.9", "--trials", "1000", "--seed", "7")
+        found = self.check_same(df, program, coverage=0.9, trials=1000, seed=7)
+        self.assertIn("pmax_lo90", found)
+        self.check_same(df, hips.run_program(text, "--trials", "auto"), trials="auto")
+
+    def test_that_are_wrong_are_errors_of_their_rows(self):
+        given = {key: np.full(9, value) for key, value in DEFAULT.items()}
+        for name in ["lizm_u[mm]", "zizm_u", "zasuk_u", "magnification_u"]:
+            given[name] = np.full(9, np.nan)
+        given["magnification"] = np.full(9, 1.0)
+        words = add_wrong_uncertainties(given)
+        self.assertEqual(statuses(pd.DataFrame(given)), [*(f"error: {what}" for what in words), "ok"])
+
+    def test_that_are_missing_count_as_none(self):
+        found = telmarion.compute_frame(table(2, lizm_u=[0.1, np.nan]))
+        self.assertGreater(found["rWb_u"][0], 0)
+        self.assertEqual([found[name][1] for name in ["rWb_u", "rWb_lo95", "rWb_hi95"]],
+                         [0, found["rWb"][1], found["rWb"][1]])
+
+    def test_depend_neither_on_other_rows_nor_on_their_order_nor_on_threads(self):
+        df = pd.DataFrame(uncertain_hips(40, seed=7))
+        whole = telmarion.compute_frame(df, threads=1)
+        self.assertGreater(whole["pmaxWb_hi95"].notna().sum(), 10)
+        parts = [telmarion.compute_frame(df.iloc[part], threads=2) for part in [slice(25, 40), slice(0, 25)]]
+        pd.testing.assert_frame_equal(pd.concat(parts).loc[df.index], whole, check_exact=True)
+        pd.testing.assert_frame_equal(telmarion.compute_frame(df[::-1])[::-1], whole, check_exact=True)
+
+    def test_let_other_threads_run(self):
+        done = threading.Event()
+        thread = threading.Thread(target=lambda: (telmarion.compute_frame(table(lizm_u=0.1), trials=2**22, threads=1),
+                                                  done.set()))
+        thread.start()
+        steps = 0
+        while not done.wait(0.001):
+            steps += 1
+        thread.join()
+        self.assertGreater(steps, 5)
+
+    def test_end_on_ctrl_c(self):
+        df = table(2_000, lizm_u=0.1)
+        threading.Timer(0.1, os.kill, (os.getpid(), signal.SIGINT)).start()
+        begin = time.monotonic()
+        with self.assertRaises(KeyboardInterrupt):
+            telmarion.compute_frame(df, trials=2**16)
+        self.assertLess(time.monotonic() - begin, 2)
+
+    def test_in_columns_that_cannot_be_used_are_refused_with_the_reason(self):
+        for error, words, wrong in [
+                (ValueError, "^there is a column pmax_lo95 already", table(lizm_u=0.1, pmax_lo95=1)),
+                (ValueError, "^there are two columns lizm_u", table(lizm_u=0.1, LIZM_U=0.1)),
+                (TypeError, "^the column lizm_u must hold numbers", table(lizm_u="0.1"))]:
+            with self.assertRaisesRegex(error, words):
+                telmarion.compute_frame(wrong)
+        for wrong in [{"coverage": 1}, {"trials": 0}, {"trials": "all"}, {"seed": -1}]:
+            with self.assertRaisesRegex(ValueError, next(iter(wrong))):
+                telmarion.compute_frame(table(lizm_u=0.1), **wrong)
+
+    def test_add_nothing_to_a_table_that_has_none(self):
+        found = telmarion.compute_frame(table(pmax_lo95=1), coverage=0.5)
+        self.assertEqual(list(found.columns), [*KEYS, "pmax_lo95", *RESULTS, "status"])
+
+    def test_may_be_of_no_hip(self):
+        found = telmarion.compute_frame(table(0, lizm_u=np.zeros(0)))
+        self.assertEqual((len(found), found["mc_ok"].dtype, found["status"].dtype), (0, "Int64", object))
 
 
 class Table(unittest.TestCase):
