@@ -14,7 +14,7 @@ inline constexpr std::size_t kNumberRoom = 40;
 char* WriteShortest(char* out, double value);
 
 inline void AppendNumber(std::string& out, double value) {
-  std::array<char, kNumberRoom> text;
+  std::array<char, kNumberRoom> text{};
   out.append(text.data(), WriteShortest(text.data(), value));
 }
 

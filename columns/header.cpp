@@ -19,6 +19,7 @@ std::string KeyOf(Sila::Measurement id) {
 
 std::vector<std::string> ResultNames() {
   std::vector<std::string> names;
+  names.reserve(Sila::kResultCount + 1);
   for (const Sila::ResultRow& result : Sila::kResults) names.emplace_back(result.key);
   names.emplace_back(kStatusName);
   return names;

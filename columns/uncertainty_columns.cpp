@@ -16,7 +16,7 @@ constexpr std::string_view kEnding = "_u";
 // product.
 std::string PercentText(double probability) {
   constexpr int kDigits = 12;
-  std::array<char, 32> text;
+  std::array<char, 32> text{};
   const auto written = std::to_chars(text.data(), text.data() + text.size(), 100.0 * probability,
                                      std::chars_format::general, kDigits);
   return {text.data(), written.ptr};
@@ -53,10 +53,10 @@ std::vector<std::string> AddedUncertaintyNames(double coverage) {
   const std::string percent = PercentText(coverage);
   std::vector<std::string> names;
   for (const Sila::ResultRow& result : Sila::kResults) {
-    const std::string key(result.key);
-    names.push_back(UncertaintyName(key));
-    names.push_back(key + "_lo" + percent);
-    names.push_back(key + "_hi" + percent);
+    names.push_back(UncertaintyName(result.key));
+    for (const char* ending : {"_lo", "_hi"}) {
+      names.emplace_back(result.key).append(ending).append(percent);
+    }
   }
   names.insert(names.end(), {"mc_trials", "mc_ok"});
   return names;

@@ -29,7 +29,7 @@ QImage Read(QBuffer& buffer, const PictureLimits& limits) {
   if (format == "jpeg" && !JpegEnds(bytes)) Refuse(ReadTrouble::CutShort);
   if (format == "bmp" && !BmpEnds(bytes)) Refuse(ReadTrouble::CutShort);
   QImageReader::setAllocationLimit(static_cast<int>(limits.bytes >> 20));
-  const QImage image = reader.read();
+  QImage image = reader.read();
   if (!image.isNull()) return image;
   Refuse(ReadTrouble::Damaged, reader.errorString().toStdString());
 }
