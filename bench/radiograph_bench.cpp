@@ -9,6 +9,8 @@
 #include "radiograph/windowing.h"
 #include "tests/support/phantom_dicom.h"
 
+using namespace Radiography;
+
 namespace {
 
 constexpr int kSide = 3000;

@@ -8,6 +8,8 @@
 
 #include "radiograph/limits.h"
 
+namespace Radiography {
+
 namespace {
 
 using std::string;
@@ -230,3 +232,5 @@ ReadResult ParseAnswer(string_view bytes) {
   const Reader reader(bytes.substr(kMagic.size() + 1));
   return isPicture ? Take<Radiograph>(reader) : Take<ReadFailure>(reader);
 }
+
+}  // namespace Radiography

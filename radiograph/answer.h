@@ -7,6 +7,8 @@
 
 #include "radiograph/radiograph.h"
 
+namespace Radiography {
+
 std::string ComposeAnswer(const ReadResult& result);
 
 // A decoder that died while it answered gives a failure too. Whatever the bytes are, the radiograph
@@ -15,3 +17,5 @@ ReadResult ParseAnswer(std::string_view bytes);
 
 // No answer is longer, in bytes: the grey levels of the largest picture, tables and texts.
 inline constexpr std::size_t kLongestAnswer = (std::size_t{1} << 30) + (std::size_t{1} << 24);
+
+}  // namespace Radiography

@@ -12,6 +12,8 @@
 #include <system_error>
 #include <thread>
 
+namespace Radiography {
+
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -154,3 +156,5 @@ ChildRun RunChild(const std::vector<std::string>& command, std::chrono::millisec
   if (run.end == ChildEnd::Finished) run.end = child.Wait();
   return run;
 }
+
+}  // namespace Radiography

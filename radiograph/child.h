@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+namespace Radiography {
+
 enum class ChildEnd { Finished, NotStarted, TookTooLong, Cancelled, WroteTooMuch };
 
 struct ChildRun {
@@ -18,3 +20,5 @@ struct ChildRun {
 // this returns. `mostOutput` in bytes.
 ChildRun RunChild(const std::vector<std::string>& command, std::chrono::milliseconds time,
                   std::size_t mostOutput, const std::stop_token& stop);
+
+}  // namespace Radiography

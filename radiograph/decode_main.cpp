@@ -17,6 +17,8 @@
 #include "radiograph/answer.h"
 #include "radiograph/decoding/decode.h"
 
+using namespace Radiography;
+
 namespace {
 
 // The sanitizers reserve address space of their own by the terabyte.

@@ -4,6 +4,8 @@
 #include <chrono>
 #include <cstdint>
 
+namespace Radiography {
+
 struct PictureLimits {
   std::int64_t side = 16384;                   // pixels
   std::int64_t bytes = std::int64_t{1} << 30;  // of the decoded picture, and of the file
@@ -20,3 +22,5 @@ inline bool IsTooLarge(std::int64_t width, std::int64_t height, std::int64_t byt
   return width > limits.side || height > limits.side ||
          width * height > limits.bytes / bytesPerPixel;
 }
+
+}  // namespace Radiography

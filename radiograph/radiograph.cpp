@@ -1,5 +1,7 @@
 #include "radiograph/radiograph.h"
 
+namespace Radiography {
+
 namespace {
 
 const char* Sentence(ReadTrouble trouble) {
@@ -40,3 +42,5 @@ std::string FailureText(const ReadFailure& failure) {
   const std::string sentence = Sentence(failure.trouble);
   return failure.detail.empty() ? sentence + "." : sentence + ": " + failure.detail + ".";
 }
+
+}  // namespace Radiography

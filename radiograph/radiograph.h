@@ -11,6 +11,8 @@
 
 #include "radiograph/scale.h"
 
+namespace Radiography {
+
 enum class PatientSex : std::uint8_t { Unknown, Male, Female, Other };
 
 // How a window turns values into brightness; DICOM's VOI LUT Function.
@@ -103,3 +105,5 @@ using ReadResult = std::variant<Radiograph, ReadFailure>;
 
 // The message for the user, one sentence.
 std::string FailureText(const ReadFailure& failure);
+
+}  // namespace Radiography

@@ -7,6 +7,8 @@
 #include "radiograph/answer.h"
 #include "radiograph/child.h"
 
+namespace Radiography {
+
 std::string FindDecoder(const QString& programFolder) {
   const QDir folder(programFolder);
   for (const char* place :
@@ -35,3 +37,5 @@ ReadResult ReadRadiograph(const std::string& path, const RadiographReader& reade
   }
   return ReadFailure{ReadTrouble::DecoderDied, {}};
 }
+
+}  // namespace Radiography

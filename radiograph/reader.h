@@ -9,6 +9,8 @@
 #include "radiograph/limits.h"
 #include "radiograph/radiograph.h"
 
+namespace Radiography {
+
 struct RadiographReader {
   std::string decoder;  // path of telmarion-decode, in the system's bytes
   DecoderLimits limits;
@@ -22,3 +24,5 @@ std::string FindDecoder(const QString& programFolder);
 // says.
 ReadResult ReadRadiograph(const std::string& path, const RadiographReader& reader,
                           const std::stop_token& stop = {});
+
+}  // namespace Radiography

@@ -6,6 +6,8 @@
 
 #include "radiograph/scale_values.h"
 
+namespace Radiography {
+
 namespace {
 
 using std::optional;
@@ -219,3 +221,5 @@ optional<Scale> WithHipHeight(const Scale& scale, double height, optional<double
   corrected.name += ", brought to the hip " + Text(height) + " mm above it";
   return corrected;
 }
+
+}  // namespace Radiography

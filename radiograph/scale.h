@@ -11,6 +11,8 @@
 
 #include "radiograph/pixel_spacing.h"
 
+namespace Radiography {
+
 // As the file has them: no value where the attribute is missing or empty, NaN for a text that is no
 // number. Nothing is checked yet.
 struct ScaleAttributes {
@@ -70,3 +72,5 @@ std::optional<Scale> WithMagnification(const Scale& scale, double magnification)
 // below it.
 std::optional<Scale> WithHipHeight(const Scale& scale, double height,
                                    std::optional<double> sourceToTable = {});
+
+}  // namespace Radiography

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace Radiography {
+
 namespace {
 
 const char* Trouble(double value) {
@@ -64,3 +66,5 @@ std::optional<double> UsableRatio(const char* name, const std::vector<double>& v
   if (!AreUsable(name, values, 2, notes)) return {};
   return values[0] / values[1];
 }
+
+}  // namespace Radiography

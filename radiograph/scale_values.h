@@ -7,6 +7,8 @@
 
 #include "radiograph/pixel_spacing.h"
 
+namespace Radiography {
+
 using ScaleNotes = std::vector<std::string>;
 std::optional<PixelSpacing> UsableSpacing(const char* name, const std::vector<double>& values,
                                           ScaleNotes& notes);
@@ -18,3 +20,5 @@ std::optional<double> UsableFactor(const char* name, const std::vector<double>& 
 // Height ÷ width of a pixel.
 std::optional<double> UsableRatio(const char* name, const std::vector<double>& values,
                                   ScaleNotes& notes);
+
+}  // namespace Radiography

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace Radiography {
+
 namespace {
 
 constexpr double kWhite = 255.0;
@@ -81,3 +83,5 @@ void PaintLevels(const Radiograph& radiograph, const std::vector<std::uint8_t>& 
                    [table](std::uint16_t level) { return table[level]; });
   }
 }
+
+}  // namespace Radiography

@@ -7,6 +7,8 @@
 
 #include "radiograph/radiograph.h"
 
+namespace Radiography {
+
 // From the lowest to the highest value in the picture, for a file that proposes nothing.
 Window FullWindow(const Radiograph& radiograph);
 
@@ -19,3 +21,5 @@ std::vector<std::uint8_t> ComputeBrightness(const Radiograph& radiograph,
 // `brightness` comes from ComputeBrightness of the same radiograph.
 void PaintLevels(const Radiograph& radiograph, const std::vector<std::uint8_t>& brightness,
                  QImage& image);
+
+}  // namespace Radiography

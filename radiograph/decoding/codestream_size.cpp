@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+namespace Radiography {
+
 namespace {
 
 // Big-endian numbers, each from a place that is there.
@@ -110,3 +112,5 @@ std::optional<CodestreamSize> Jpeg2000Size(Bytes codestream) {
   return CodestreamSize{right - left, bottom - top, numbers.Two(kSizes + 32), (depth & 0x7F) + 1,
                         static_cast<std::uint32_t>(across * down)};
 }
+
+}  // namespace Radiography

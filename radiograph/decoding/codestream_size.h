@@ -6,6 +6,8 @@
 
 #include "radiograph/decoding/refusal.h"
 
+namespace Radiography {
+
 struct CodestreamSize {
   std::uint32_t width = 0;
   std::uint32_t height = 0;
@@ -27,3 +29,5 @@ bool JpegEnds(Bytes codestream);
 
 // Whether the pixels that a BMP file speaks of are there; its decoder fills up with black.
 bool BmpEnds(Bytes file);
+
+}  // namespace Radiography

@@ -9,6 +9,8 @@
 #include "radiograph/decoding/dicom_picture.h"
 #include "radiograph/decoding/plain_picture.h"
 
+namespace Radiography {
+
 namespace {
 
 using std::string_view;
@@ -55,3 +57,5 @@ ReadResult DecodePicture(Bytes file, const PictureLimits& limits) {
     return ReadFailure{ReadTrouble::TooMuchMemory, {}};
   }
 }
+
+}  // namespace Radiography

@@ -6,4 +6,8 @@
 #include "radiograph/limits.h"
 #include "radiograph/radiograph.h"
 
+namespace Radiography {
+
 ReadResult DecodePicture(Bytes file, const PictureLimits& limits = {});
+
+}  // namespace Radiography

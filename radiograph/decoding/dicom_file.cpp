@@ -4,6 +4,8 @@
 #include "radiograph/decoding/dicom_picture.h"
 #include "radiograph/decoding/dicom_values.h"
 
+namespace Radiography {
+
 namespace {
 
 void Silence() {
@@ -106,3 +108,5 @@ Radiograph DecodeDicom(Bytes bytes, const PictureLimits& limits) {
   ReadTexts(dataset, radiograph);
   return radiograph;
 }
+
+}  // namespace Radiography

@@ -4,6 +4,8 @@
 #include "radiograph/decoding/dicom_picture.h"
 #include "radiograph/decoding/dicom_values.h"
 
+namespace Radiography {
+
 namespace {
 
 int Needed(DcmItem& dataset, const DcmTagKey& tag) {
@@ -75,3 +77,5 @@ std::vector<std::uint16_t> ToLevels(PixelWords pixels, const PixelFormat& format
   for (std::uint16_t& word : pixels.words) word = table[word];
   return std::move(pixels.words);
 }
+
+}  // namespace Radiography

@@ -9,6 +9,8 @@
 #include "radiograph/limits.h"
 #include "radiograph/radiograph.h"
 
+namespace Radiography {
+
 Radiograph DecodeDicom(Bytes file, const PictureLimits& limits);
 
 // The parts of it.
@@ -57,3 +59,5 @@ void ReadShown(DcmItem& dataset, const PixelFormat& format, Radiograph& radiogra
 
 // Patient, dates, orientation and scale.
 void ReadTexts(DcmItem& dataset, Radiograph& radiograph);
+
+}  // namespace Radiography

@@ -12,6 +12,8 @@
 #include "radiograph/decoding/codestream_size.h"
 #include "radiograph/decoding/dicom_picture.h"
 
+namespace Radiography {
+
 namespace {
 
 // DCMTK keeps its decompressors in a list of the process.
@@ -172,3 +174,5 @@ PixelWords ReadFirstFrame(DcmDataset& dataset, const PixelFormat& format) {
   }
   return {Decompress(dataset, pixels, format), precision, !syntax.lossy};
 }
+
+}  // namespace Radiography

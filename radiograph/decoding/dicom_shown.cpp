@@ -6,6 +6,8 @@
 #include "radiograph/decoding/dicom_picture.h"
 #include "radiograph/decoding/dicom_values.h"
 
+namespace Radiography {
+
 namespace {
 
 using std::string;
@@ -150,3 +152,5 @@ void ReadShown(DcmItem& dataset, const PixelFormat& format, Radiograph& radiogra
   radiograph.tables = ReadTables(dataset, DCM_VOILUTSequence, reachesBelowZero, radiograph.notes);
   radiograph.inverted = IsInverted(dataset);
 }
+
+}  // namespace Radiography

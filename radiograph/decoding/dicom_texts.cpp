@@ -7,6 +7,8 @@
 #include "radiograph/decoding/dicom_picture.h"
 #include "radiograph/decoding/dicom_values.h"
 
+namespace Radiography {
+
 namespace {
 
 using std::string;
@@ -111,3 +113,5 @@ void ReadTexts(DcmItem& dataset, Radiograph& radiograph) {
   radiograph.sopInstanceUid = FirstTextOf(dataset, DCM_SOPInstanceUID);
   radiograph.scale = ReadScale(dataset);
 }
+
+}  // namespace Radiography

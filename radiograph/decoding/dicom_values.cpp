@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 
+namespace Radiography {
+
 namespace {
 
 // DICOM allows a plus sign, which from_chars does not.
@@ -74,3 +76,5 @@ std::optional<std::uint16_t> WordOf(DcmItem& item, const DcmTagKey& tag, unsigne
   }
   return {};
 }
+
+}  // namespace Radiography

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+namespace Radiography {
+
 // All values as text, as they stand; empty when the attribute is missing or no text.
 std::string TextOf(DcmItem& item, const DcmTagKey& tag);
 // One for each value: without blanks at its ends and control characters.
@@ -23,3 +25,5 @@ std::optional<std::uint16_t> WordOf(DcmItem& item, const DcmTagKey& tag, unsigne
 
 // Without control characters, and without blanks at the ends.
 std::string Cleaned(const std::string& text);
+
+}  // namespace Radiography

@@ -9,6 +9,8 @@
 #include "radiograph/decoding/codestream_size.h"
 #include "radiograph/decoding/dicom_picture.h"
 
+namespace Radiography {
+
 namespace {
 
 // More tiles than any device writes; OpenJPEG takes some kilobytes for each before it decodes.
@@ -133,3 +135,5 @@ PixelWords DecodeJpeg2000(Bytes codestream, const PixelFormat& format) {
   }
   return {Words(component, std::size_t{width} * height), static_cast<int>(component.prec), false};
 }
+
+}  // namespace Radiography

@@ -8,6 +8,8 @@
 
 #include "radiograph/decoding/codestream_size.h"
 
+namespace Radiography {
+
 namespace {
 
 constexpr std::array kFormats = {"png", "jpeg", "tiff", "bmp"};
@@ -76,3 +78,5 @@ Radiograph DecodePlainPicture(Bytes file, const PictureLimits& limits) {
   CopyLevels(Grey(Read(buffer, limits)), radiograph);
   return radiograph;
 }
+
+}  // namespace Radiography

@@ -5,4 +5,8 @@
 #include "radiograph/limits.h"
 #include "radiograph/radiograph.h"
 
+namespace Radiography {
+
 Radiograph DecodePlainPicture(Bytes file, const PictureLimits& limits);
+
+}  // namespace Radiography

@@ -7,6 +7,8 @@
 
 #include "radiograph/radiograph.h"
 
+namespace Radiography {
+
 using Bytes = std::span<const std::uint8_t>;
 
 // Thrown by Refuse; whoever decodes a whole file turns it into a result.
@@ -14,3 +16,5 @@ struct Refusal {
   ReadFailure failure;
 };
 [[noreturn]] void Refuse(ReadTrouble trouble, const std::string& detail = {});
+
+}  // namespace Radiography

@@ -8,6 +8,8 @@
 #include "radiograph/windowing.h"
 #include "tests/fuzz/require.h"
 
+using namespace Radiography;
+
 namespace {
 
 // Small pictures hold every fault that large ones do.

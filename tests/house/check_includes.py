@@ -22,7 +22,7 @@ ALLOWED = {
     "report": {"case", "diagram", "platform"},
     "view3d": {"case", "platform", "storage"},
     "radiograph": set(),
-    "measuring": {"landmarks", "model", "uncertainty"},
+    "measuring": {"case", "diagram", "landmarks", "model", "platform", "radiograph", "uncertainty"},
     "batch": {"case", "columns", "model", "storage", "uncertainty"},
     "python": {"columns", "model", "uncertainty"},
 }

@@ -8,6 +8,8 @@
 
 #include "tests/support/row_name.h"
 
+using namespace Radiography;
+
 namespace {
 
 using namespace std::chrono;

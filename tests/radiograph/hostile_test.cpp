@@ -6,6 +6,8 @@
 #include "tests/radiograph/sample_files.h"
 #include "tests/support/row_name.h"
 
+using namespace Radiography;
+
 namespace {
 
 using namespace std::chrono_literals;

@@ -11,6 +11,8 @@
 #include "tests/radiograph/sample_files.h"
 #include "tests/support/phantom.h"
 
+using namespace Radiography;
+
 namespace {
 
 using Landmarks::Circle;

@@ -10,6 +10,8 @@
 #include "tests/radiograph/sample_files.h"
 #include "tests/support/row_name.h"
 
+using namespace Radiography;
+
 namespace {
 
 using namespace std::chrono_literals;

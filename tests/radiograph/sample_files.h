@@ -98,27 +98,29 @@ class ReadingFiles : public testing::Test {
     return to;
   }
 
-  ReadResult Read(const std::string& path) const { return ReadRadiograph(path, reader); }
+  Radiography::ReadResult Read(const std::string& path) const {
+    return Radiography::ReadRadiograph(path, reader);
+  }
 
-  Radiograph MustRead(const std::string& path) const {
-    const ReadResult result = Read(path);
-    if (const auto* failure = std::get_if<ReadFailure>(&result)) {
+  Radiography::Radiograph MustRead(const std::string& path) const {
+    const Radiography::ReadResult result = Read(path);
+    if (const auto* failure = std::get_if<Radiography::ReadFailure>(&result)) {
       ADD_FAILURE() << FailureText(*failure);
       return {};
     }
-    return std::get<Radiograph>(result);
+    return std::get<Radiography::Radiograph>(result);
   }
 
   // Why the file was refused.
-  ReadFailure MustFail(const std::string& path) const {
-    const ReadResult result = Read(path);
-    const auto* failure = std::get_if<ReadFailure>(&result);
+  Radiography::ReadFailure MustFail(const std::string& path) const {
+    const Radiography::ReadResult result = Read(path);
+    const auto* failure = std::get_if<Radiography::ReadFailure>(&result);
     if (failure != nullptr) return *failure;
     ADD_FAILURE() << path << " was read";
     return {};
   }
 
-  RadiographReader reader{TELMARION_DECODE, {}};
+  Radiography::RadiographReader reader{TELMARION_DECODE, {}};
 
  private:
   QTemporaryDir folder_;

@@ -7,6 +7,8 @@
 
 #include "tests/support/row_name.h"
 
+using namespace Radiography;
+
 namespace {
 
 using Numbers = std::vector<double>;

@@ -9,6 +9,8 @@
 #include "tests/radiograph/sample_files.h"
 #include "tests/support/row_name.h"
 
+using namespace Radiography;
+
 namespace {
 
 using Notes = std::vector<std::string>;

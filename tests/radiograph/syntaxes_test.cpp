@@ -2,6 +2,8 @@
 #include "tests/radiograph/sample_files.h"
 #include "tests/support/row_name.h"
 
+using namespace Radiography;
+
 namespace {
 
 struct Packing {
