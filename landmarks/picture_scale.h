@@ -20,6 +20,7 @@ struct PixelSpacing {
 struct PixelPlace {
   double column = 0.0;
   double row = 0.0;
+  bool operator==(const PixelPlace&) const = default;
 };
 
 Point OnPicture(PixelPlace place, const PixelSpacing& spacing);
