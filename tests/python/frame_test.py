@@ -180,6 +180,8 @@ class Uncertainties(unittest.TestCase):
         self.assertEqual(list(budget["result"]), list(wanted["result"]))
         np.testing.assert_array_equal(budget.drop(columns="result"), wanted[[*KEYS, "magnification"]])
         self.assertTrue(budget["thetaCE"].isna().any() and (budget["thetaCE"] > 0.5).any())
+        _, true_lengths = telmarion.compute_frame(table(), budget=True, defaults={"bodyWeight": 1})
+        self.assertEqual(list(true_lengths["magnification"]), [0] * 5)
 
     def test_that_are_not_there_have_no_budget(self):
         with self.assertRaisesRegex(ValueError, "there is no uncertainty to make a budget of"):
