@@ -143,11 +143,11 @@ void WriteEight(char* out, std::uint64_t digits) {
 
 constexpr std::uint64_t kEightDigits = 100'000'000;
 
-// Above 0.
 char* WriteWhole(char* out, std::uint64_t whole) {
   if (whole >= kEightDigits) return std::to_chars(out, out + kNumberRoom / 2, whole).ptr;
   const std::uint64_t digits = EightDigits(whole);
-  const int zeros = std::countr_zero(digits) / 8;
+  constexpr std::uint64_t kLastDigit = std::uint64_t{1} << 56;  // of a 0 is left
+  const int zeros = std::countr_zero(digits | kLastDigit) / 8;
   WriteEight(out, digits >> (8 * zeros));
   return out + 8 - zeros;
 }

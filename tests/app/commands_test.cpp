@@ -22,7 +22,7 @@ CaseData OpenAfterAChange(RunningProgram& program) {
   program.window.Change();
   program.Type("Text1", "11");
   program.PressOk();
-  const CaseData changed = program.window.Session().Record().data;
+  CaseData changed = program.window.Session().Record().data;
   program.messages.Answers(Answer::No);
   program.files.Answers(path);
   program.window.Open();
