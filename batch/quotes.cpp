@@ -15,7 +15,9 @@ std::size_t FindOutsideQuotes(std::string_view text, std::size_t from, std::stri
     // The search for one character is much the quicker.
     const std::size_t found =
         wanted.size() == 1 ? text.find(wanted.front(), from) : text.find_first_of(wanted, from);
-    if (HasOddQuotes(text.substr(from, found - from))) quoted = !quoted;
+    const std::string_view before = text.substr(from, found - from);
+    // Most texts hold none at all, which is sooner seen than none counted.
+    if (before.find('"') != std::string_view::npos && HasOddQuotes(before)) quoted = !quoted;
     if (found == std::string_view::npos || !quoted) return found;
     from = found + 1;
   }

@@ -19,10 +19,13 @@ bool IsSpace(char c) {
   return c == ' ' || c == '\t';
 }
 
+std::string_view WithoutSpaces(const char* begin, const char* end) {
+  while (begin != end && IsSpace(*begin)) ++begin;
+  while (begin != end && IsSpace(end[-1])) --end;
+  return {begin, static_cast<std::size_t>(end - begin)};
+}
 std::string_view WithoutSpaces(std::string_view text) {
-  while (!text.empty() && IsSpace(text.front())) text.remove_prefix(1);
-  while (!text.empty() && IsSpace(text.back())) text.remove_suffix(1);
-  return text;
+  return WithoutSpaces(text.data(), text.data() + text.size());
 }
 
 // A bit for each of eight bytes, the first one's lowest: whether it is `wanted`.
@@ -58,21 +61,22 @@ bool RecordParser::IsBlank(std::string_view record) const {
 std::string_view RecordParser::Copy(std::string_view record) {
   if (copy_.size() < record.size() + kBlock) copy_.resize(record.size() + kBlock);
   char* const end = std::copy(record.begin(), record.end(), copy_.data());
-  std::fill_n(end, kBlock, '\0');
+  std::memset(end, 0, kBlock);
   return {copy_.data(), record.size()};
 }
 
 void RecordParser::SplitPlain(std::string_view record) {
-  std::size_t begin = 0;
-  for (std::size_t block = 0; block < record.size(); block += kBlock) {
-    std::uint64_t found = FindInBlock(record.data() + block, delimiter_);
+  const char* begin = record.data();
+  const char* const end = begin + record.size();
+  for (const char* block = begin; block < end; block += kBlock) {
+    std::uint64_t found = FindInBlock(block, delimiter_);
     for (; found != 0; found &= found - 1) {
-      const std::size_t end = block + static_cast<std::size_t>(std::countr_zero(found));
-      fields_.push_back(WithoutSpaces(record.substr(begin, end - begin)));
-      begin = end + 1;
+      const char* const delimiter = block + std::countr_zero(found);
+      fields_.push_back(WithoutSpaces(begin, delimiter));
+      begin = delimiter + 1;
     }
   }
-  fields_.push_back(WithoutSpaces(record.substr(begin)));
+  fields_.push_back(WithoutSpaces(begin, end));
 }
 
 // `field` begins with a quote.

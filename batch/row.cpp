@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 #include <variant>
 
 #include "batch/field_text.h"
@@ -105,17 +106,25 @@ std::string NoMeasurements(std::span<const std::string_view> fields, const Heade
   return serves ? "error: " + std::string(fault) : std::string(kNoMeasurements);
 }
 
+// By a row that the compiler knows: a loop would call a function for every result of a hip.
+template <std::size_t result>
+void TakeResult(const Sila::HipInputs& inputs, const Sila::HipResults& results, RowResult& taken) {
+  constexpr Sila::ResultRow row = Sila::kResults[result];
+  const bool known =
+      (taken.kind == RowKind::Ok || !row.isStress) && (inputs.bodyWeight || !row.needsWeight);
+  const double value = row.value(results);
+  if (known && std::isfinite(value)) taken.values[result] = value;
+}
+
 RowResult RunModel(const Sila::HipInputs& inputs, Sila::HipState& state) {
   const Sila::HipOutcome outcome = Sila::ComputeHip(inputs, state);
-  const bool ok = outcome == Sila::HipOutcome::Ok;
   RowResult result;
-  result.kind = ok ? RowKind::Ok : RowKind::Refused;
+  result.kind = outcome == Sila::HipOutcome::Ok ? RowKind::Ok : RowKind::Refused;
   result.status = StatusOf(outcome);
-  for (const Sila::ResultRow& row : Sila::kResults) {
-    const bool known = (ok || !row.isStress) && (inputs.bodyWeight || !row.needsWeight);
-    const double value = row.value(state.results);
-    if (known && std::isfinite(value)) result.values[Sila::IndexOf(row.id)] = value;
-  }
+  const auto take = [&]<std::size_t... i>(std::index_sequence<i...>) {
+    (TakeResult<i>(inputs, state.results, result), ...);
+  };
+  take(std::make_index_sequence<Sila::kResultCount>());
   return result;
 }
 

@@ -12,8 +12,7 @@
 #include "batch/record_parser.h"
 #include "case/number_text.h"
 #include "columns/cohort_error.h"
-#include "columns/near_title.h"
-#include "columns/uncertainty_columns.h"
+#include "columns/default_reading.h"
 #include "columns/visible_text.h"
 
 namespace Cohort {
@@ -73,19 +72,15 @@ class DefaultsReader {
     Parse(row);
     if (parser_.Fields().empty()) return;
     const std::string_view name = Field(places_.column);
-    Title title = ReadTitle(name);
-    if (title.name == kMagnificationName) title.name = UncertaintyName(kMagnificationName);
-    std::optional<Sila::Measurement> measurement = MeasurementNamed(title);
-    const std::optional<UncertaintyTitle> named = UncertaintyNamed(title);
-    if (!measurement && !named) RefuseName(name);
-    if (!measurement) measurement = named->measurement;
-    Uncertainty::ReadingError& error =
-        measurement ? defaults_.errors[Sila::IndexOf(*measurement)] : defaults_.magnification;
+    const DefaultReading reading = DefaultReadingNamed(name);
+    Uncertainty::ReadingError& error = reading.measurement
+                                           ? defaults_.errors[Sila::IndexOf(*reading.measurement)]
+                                           : defaults_.magnification;
     if (std::find(taken_.begin(), taken_.end(), &error) != taken_.end()) {
       throw CohortError(Quoted(name) + " is there twice");
     }
     taken_.push_back(&error);
-    error = ReadError(measurement);
+    error = ReadError(reading);
   }
 
   const UncertaintyDefaults& Defaults() const { return defaults_; }
@@ -108,31 +103,10 @@ class DefaultsReader {
                                                      : std::string_view();
   }
 
-  [[noreturn]] static void RefuseName(std::string_view name) {
-    std::string meant;
-    if (const auto near = FindNearUncertainty(name)) meant = "; is " + *near + " meant?";
-    if (const auto near = FindNearTitle(name)) {
-      meant = "; is " + std::string(Sila::RowOf(near->measurement).key) + " meant?";
-    }
-    throw CohortError(Quoted(name) + " is no measurement" + meant);
-  }
-
-  // A magnification has no unit.
-  Uncertainty::ReadingError ReadError(std::optional<Sila::Measurement> measurement) const {
+  Uncertainty::ReadingError ReadError(const DefaultReading& reading) const {
     const double u = ReadU(Field(places_.u));
     const auto distribution = ReadDistribution(Field(places_.distribution));
-    const std::string unitText = PlainName(Field(places_.unit));
-    if (!measurement) {
-      if (unitText.empty() || unitText == "1") return {u, distribution};
-      throw CohortError("a magnification has no unit, not " + Quoted(unitText));
-    }
-    Title title;
-    if (!unitText.empty()) title.unit = unitText;
-    const Sila::Kind kind = Sila::RowOf(*measurement).kind();
-    const std::optional<Sila::Unit> unit = UnitIn(title, *measurement);
-    if (unit) return {Sila::ToHeld(kind, *unit, u), distribution};
-    throw CohortError("the unit " + Quoted(unitText) + " does not fit; known are " +
-                      KnownUnits(kind));
+    return {HeldDefault(reading, Field(places_.unit), u), distribution};
   }
 
   RecordParser parser_;

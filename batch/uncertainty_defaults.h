@@ -16,9 +16,9 @@ struct UncertaintyDefaults {
 };
 
 // Reads CSV with a header row and the columns "column" (a measurement or "magnification"), "u" and,
-// if wanted, "unit" (the first of the measurement's kind where it is empty) and "distribution"
-// (normal where it is empty, uniform or triangular). Throws CohortError with the file, the row and
-// what is wrong.
+// if wanted, "unit" (where it is empty that in the name, or the first of the measurement's kind)
+// and "distribution" (normal where it is empty, uniform or triangular). Throws CohortError with the
+// file, the row and what is wrong.
 UncertaintyDefaults ReadUncertaintyDefaults(const std::string& path);
 
 // The same for the bytes of such a table; the sentence then begins with the row.

@@ -55,17 +55,5 @@ void Paste(benchmark::State& state, const QString& text) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  for (const auto& [name, text] : Mebibytes()) {
-    benchmark::RegisterBenchmark(("Show/" + name).c_str(), Show, text)
-        ->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark(("Open/" + name).c_str(), Open, text)
-        ->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark(("Paste/" + name).c_str(), Paste, text)
-        ->Unit(benchmark::kMillisecond);
-  }
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
+  return RunWithMebibytes(argc, argv, {{"Show", Show}, {"Open", Open}, {"Paste", Paste}});
 }

@@ -1,7 +1,11 @@
-// Comments of a mebibyte in a file, each of one kind.
+// Comments of a mebibyte in a file, each of one kind, and the benchmarks that take them.
 #pragma once
 
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
 #include <QString>
+#include <initializer_list>
 #include <string>
 #include <utility>
 #include <vector>
@@ -27,4 +31,25 @@ inline std::vector<std::pair<std::string, QString>> Mebibytes() {
     texts.emplace_back(name, unit.repeated(kMebibyte / unit.toUtf8().size()));
   }
   return texts;
+}
+
+struct TextBenchmark {
+  std::string name;
+  void (*run)(benchmark::State&, const QString&);
+};
+
+// Runs each with every mebibyte, and what else is registered, without a screen.
+inline int RunWithMebibytes(int argc, char** argv,
+                            std::initializer_list<TextBenchmark> benchmarks) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QApplication application(argc, argv);
+  benchmark::Initialize(&argc, argv);
+  for (const auto& [kind, text] : Mebibytes()) {
+    for (const TextBenchmark& each : benchmarks) {
+      const std::string name = each.name + '/' + kind;
+      benchmark::RegisterBenchmark(name.c_str(), each.run, text)->Unit(benchmark::kMillisecond);
+    }
+  }
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
 }

@@ -2,7 +2,6 @@
 // of a mebibyte.
 #include <benchmark/benchmark.h>
 
-#include <QApplication>
 #include <QTemporaryDir>
 #include <cstdlib>
 
@@ -50,13 +49,5 @@ BENCHMARK(FiftyPages)->Unit(benchmark::kMillisecond);
 }  // namespace
 
 int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  for (const auto& [name, text] : Mebibytes()) {
-    benchmark::RegisterBenchmark(("Mebibyte/" + name).c_str(), PrintReport, text)
-        ->Unit(benchmark::kMillisecond);
-  }
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
+  return RunWithMebibytes(argc, argv, {{"Mebibyte", PrintReport}});
 }

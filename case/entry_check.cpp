@@ -47,15 +47,6 @@ bool IsYear(const QString& text) {
 
 }  // namespace
 
-CheckedNumber CheckMeasurement(Sila::Kind kind, std::string_view text, Sila::Unit unit) {
-  const std::optional<double> number = ReadNumber(text);
-  if (!number) return IsTooLarge(text) ? FaultKind::TooLarge : FaultKind::NotANumber;
-  if (unit == Sila::Unit::Radian && *number > Sila::kLargestRadians) {
-    return FaultKind::AngleTooLarge;
-  }
-  return Sila::ToHeld(kind, unit, *number);
-}
-
 bool IsDateOfBirth(const QString& text, const QLocale& locale) {
   return text.trimmed().isEmpty() || text == kUnknown || IsValidDate(text, locale) || IsYear(text);
 }

@@ -12,6 +12,7 @@
 
 #include "case/case_entries.h"
 #include "case/case_record.h"
+#include "case/number_text.h"
 #include "model/vocabulary.h"
 
 namespace Vse {
@@ -25,7 +26,15 @@ enum class FaultKind {
 
 // A measurement in its held unit, or what is wrong with it. `unit` is one of the kind's.
 using CheckedNumber = std::variant<double, FaultKind>;
-CheckedNumber CheckMeasurement(Sila::Kind kind, std::string_view text, Sila::Unit unit);
+// In this header since a cohort checks every field: most of a call's time was its own.
+inline CheckedNumber CheckMeasurement(Sila::Kind kind, std::string_view text, Sila::Unit unit) {
+  const std::optional<double> number = ReadNumber(text);
+  if (!number) return IsTooLarge(text) ? FaultKind::TooLarge : FaultKind::NotANumber;
+  if (unit == Sila::Unit::Radian && *number > Sila::kLargestRadians) {
+    return FaultKind::AngleTooLarge;
+  }
+  return Sila::ToHeld(kind, unit, *number);
+}
 
 // Whether a date of birth is accepted: an empty text, "Unknown", a valid date in this locale, and a
 // whole year from 1001 to 2999.

@@ -75,41 +75,11 @@ bool ConvertWithComma(std::string_view text, std::size_t comma, double& value) {
   return ConvertWithPoint(copy, value);
 }
 
-// Appends the digits that stand at a place to a number. Gives the place behind them.
-std::size_t AppendDigits(std::string_view text, std::size_t at, std::int64_t& number) {
-  for (; at < text.size() && IsDigit(text[at]); ++at) number = 10 * number + (text[at] - '0');
-  return at;
-}
-
-// Up to fifteen digits and a separator, as nearly all entries are; false for anything else. The
-// digits and the power of ten are exact, so their quotient is the nearest double.
-bool ConvertShort(std::string_view text, double& value) {
-  static constexpr std::array kPowers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6, 1e7,
-                                         1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14};
-  if (text.empty() || text.size() > kPowers.size()) return false;
-  std::int64_t digits = 0;
-  const std::size_t before = AppendDigits(text, 0, digits);
-  std::size_t decimals = 0;
-  if (before < text.size()) {
-    const bool separated = text[before] == '.' || text[before] == ',';
-    decimals = text.size() - before - 1;
-    if (!separated || before + decimals == 0) return false;
-    if (AppendDigits(text, before + 1, digits) < text.size()) return false;
-  }
-  value = static_cast<double>(digits) / kPowers[decimals];
-  return true;
-}
-
-// Any other number. Not inlined: its copies would burden every short one.
-[[gnu::noinline]] bool ConvertLong(std::string_view text, double& value) {
+// A number without sign and blanks; infinite when it is too large for a double.
+bool Convert(std::string_view text, double& value) {
   const std::size_t comma = text.find(',');
   return comma == std::string_view::npos ? ConvertWithPoint(text, value)
                                          : ConvertWithComma(text, comma, value);
-}
-
-// A number without sign and blanks; infinite when it is too large for a double.
-bool Convert(std::string_view text, double& value) {
-  return ConvertShort(text, value) || ConvertLong(text, value);
 }
 
 std::string_view WithoutSign(std::string_view text) {
@@ -117,13 +87,51 @@ std::string_view WithoutSign(std::string_view text) {
   return text;
 }
 
-}  // namespace
-
-std::optional<double> ReadNumber(std::string_view text) {
+// Not inlined: its copies would burden every short number.
+[[gnu::noinline]] std::optional<double> ReadLong(std::string_view text) {
   text = Trimmed(text);
   double size = 0.0;
   if (!Convert(WithoutSign(text), size) || size > Sila::kLargestNumber) return std::nullopt;
   return text.starts_with('-') ? 0.0 - size : size;
+}
+
+// Takes the digits off the front of a text and appends them to a number. Gives how many.
+std::size_t TakeDigits(std::string_view& text, std::uint64_t& number) {
+  std::size_t count = 0;
+  for (; count < text.size() && IsDigit(text[count]); ++count) {
+    number = 10 * number + static_cast<unsigned>(text[count] - '0');
+  }
+  text.remove_prefix(count);
+  return count;
+}
+
+// Up to fifteen characters: digits with at most a minus and a separator, as nearly all entries are.
+// False for anything else. The digits and the power of ten are exact, so their quotient is the
+// nearest double.
+bool ReadShort(std::string_view text, double& value) {
+  static constexpr std::array kPowers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6, 1e7,
+                                         1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14};
+  if (text.size() > kPowers.size()) return false;
+  const bool negative = text.starts_with('-');
+  if (negative) text.remove_prefix(1);
+  std::uint64_t digits = 0;
+  const std::size_t whole = TakeDigits(text, digits);
+  std::size_t decimals = 0;
+  if (text.starts_with('.') || text.starts_with(',')) {
+    text.remove_prefix(1);
+    decimals = TakeDigits(text, digits);
+  }
+  if (!text.empty() || whole + decimals == 0) return false;
+  const double size = static_cast<double>(digits) / kPowers[decimals];
+  value = negative ? 0.0 - size : size;
+  return true;
+}
+
+}  // namespace
+
+std::optional<double> ReadNumber(std::string_view text) {
+  double value = 0.0;
+  return ReadShort(text, value) ? std::optional(value) : ReadLong(text);
 }
 
 bool IsTooLarge(std::string_view text) {

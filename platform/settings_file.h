@@ -14,11 +14,10 @@ class SettingsFile {
   QJsonObject Section(const QString& name) const;
 
   // Puts the section in place of what was kept under its name; the others stay as they are in the
-  // file by now. Gives the reason when it cannot be kept, else an empty text.
+  // file by now. Gives the reason when it cannot be kept, which is also when they cannot be read;
+  // else an empty text.
   QString Keep(const QString& name, const QJsonObject& section) const;
 
  private:
-  QJsonObject Read() const;
-
   QString path_;
 };

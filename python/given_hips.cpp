@@ -6,6 +6,7 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <utility>
 #include <variant>
 
 #include "python/shared_work.h"
@@ -15,6 +16,7 @@ namespace Python {
 namespace {
 
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+constexpr double kJustAboveZero = std::numeric_limits<double>::denorm_min();
 constexpr std::size_t kBlock = 64;                // hips
 constexpr std::size_t kBlocksBetweenAsks = 1024;  // some hundredths of a second
 
@@ -59,20 +61,30 @@ class BlockReader {
  private:
   void ReadColumn(const Sila::MeasurementRow& row, const GivenColumn& column) {
     const Sila::Kind kind = row.kind();
-    const bool aboveZero = Cohort::MustBeAboveZero(kind);
     const bool isHeld = Sila::ToHeld(kind, column.unit, 1.0) == 1.0;  // most are
+    const bool plain = isHeld ? HoldColumn(row, column, [](double given) { return given; })
+                              : HoldColumn(row, column, [&](double given) {
+                                  return Sila::ToHeld(kind, column.unit, given);
+                                });
+    if (plain) return;
+    for (std::size_t i = 0; i < count_; ++i) NoteFault(row, column, i);
+  }
+
+  // False when a number looks wrong. Only a block with such a one is looked at closely.
+  template <class ToHeld>
+  bool HoldColumn(const Sila::MeasurementRow& row, const GivenColumn& column, ToHeld toHeld) {
     const double limit =
         column.unit == Sila::Unit::Radian ? Sila::kLargestRadians : Sila::kLargestNumber;
-    std::visit(
+    const double low = Cohort::MustBeAboveZero(row.kind()) ? kJustAboveZero : -limit;
+    return std::visit(
         [&](auto member) {
+          bool plain = true;
           for (std::size_t i = 0; i < count_; ++i) {
             const double given = NumberAt(column, first_ + i);
-            const double held = isHeld ? given : Sila::ToHeld(kind, column.unit, given);
-            Hold(block_.inputs[i].*member, held);
-            // Only the few that look wrong are looked at closely.
-            const bool plain = std::abs(given) <= limit && !(aboveZero && given <= 0.0);
-            if (!plain) NoteFault(row, column, i);
+            Hold(block_.inputs[i].*member, toHeld(given));
+            plain &= given >= low && given <= limit;
           }
+          return plain;
         },
         row.member);
   }
@@ -123,6 +135,16 @@ void ComputeBlock(const GivenHips& given, const ComputedHips& computed, std::siz
       computed.status[first + i] = static_cast<std::uint8_t>(found);
     }
   }
+}
+
+// By a row that the compiler knows: a loop would call a function for every result of a hip.
+template <std::size_t result>
+void WriteResult(const Sila::HipInputs& inputs, const Sila::HipResults& results, bool isOk,
+                 double* place) {
+  constexpr Sila::ResultRow row = Sila::kResults[result];
+  const bool known = (isOk || !row.isStress) && (inputs.bodyWeight || !row.needsWeight);
+  const double value = row.value(results);
+  *place = known && std::isfinite(value) ? value : kNone;
 }
 
 }  // namespace
@@ -196,12 +218,11 @@ std::string TextOf(HipStatus status) {
 HipStatus ComputeUsableHip(const Sila::HipInputs& inputs, Sila::HipState& state,
                            const ComputedHips& computed, std::size_t hip) {
   const HipStatus status = StatusOf(Sila::ComputeHip(inputs, state));
-  for (const Sila::ResultRow& row : Sila::kResults) {
-    const bool known =
-        (status == HipStatus::Ok || !row.isStress) && (inputs.bodyWeight || !row.needsWeight);
-    const double value = known ? row.value(state.results) : kNone;
-    computed.results[Sila::IndexOf(row.id)][hip] = std::isfinite(value) ? value : kNone;
-  }
+  const bool isOk = status == HipStatus::Ok;
+  const auto write = [&]<std::size_t... i>(std::index_sequence<i...>) {
+    (WriteResult<i>(inputs, state.results, isOk, computed.results[i] + hip), ...);
+  };
+  write(std::make_index_sequence<Sila::kResultCount>());
   return status;
 }
 

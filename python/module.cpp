@@ -97,10 +97,11 @@ std::string FaultsOfRow(const std::vector<std::optional<Python::Numbers>>& array
 }
 
 // Where the uncertainty of each measurement is and in which units, where the magnification and its
-// uncertainty are, and the names of what is added; None without any such column.
-py::object FindUncertainties(const Cohort::Columns& columns, double coverage) {
+// uncertainty are, and the names of what is added; None without any such column, unless there are
+// defaults.
+py::object FindUncertainties(const Cohort::Columns& columns, double coverage, bool defaults) {
   const Cohort::UncertaintyColumns& found = columns.uncertainty;
-  if (!found.Any()) return py::none();
+  if (!found.Any() && !defaults) return py::none();
   const std::vector<std::string> added = Cohort::AddedUncertaintyNames(coverage);
   Cohort::CheckAreNotAdded(columns, added);
   std::array<std::optional<std::size_t>, Sila::kMeasurementCount> fields;
@@ -115,7 +116,7 @@ py::object FindUncertainties(const Cohort::Columns& columns, double coverage) {
 
 // Where each measurement is, None where it has no column; in which units; the same for the
 // uncertainties; and remarks.
-py::tuple FindColumns(std::vector<std::string> names, double coverage) {
+py::tuple FindColumns(std::vector<std::string> names, double coverage, bool defaults) {
   const Cohort::Columns columns = Cohort::FindColumns(std::move(names));
   const std::string missing = Cohort::MissingColumns(columns);
   if (!missing.empty()) throw Cohort::CohortError(missing);
@@ -126,7 +127,8 @@ py::tuple FindColumns(std::vector<std::string> names, double coverage) {
     fields[i] = columns.inputs[i]->field;
     units[i] = columns.inputs[i]->unit;
   }
-  return py::make_tuple(fields, units, FindUncertainties(columns, coverage), columns.remarks);
+  return py::make_tuple(fields, units, FindUncertainties(columns, coverage, defaults),
+                        columns.remarks);
 }
 
 py::tuple StatusTexts() {
@@ -158,6 +160,7 @@ PYBIND11_MODULE(_core, module) {
   module.def("compute_columns", &ComputeColumns, py::arg("arrays"), py::arg("units"),
              py::arg("count"), py::arg("threads"));
   module.def("faults_of_row", &FaultsOfRow, py::arg("arrays"), py::arg("units"), py::arg("row"));
-  module.def("find_columns", &FindColumns, py::arg("names"), py::arg("coverage"));
+  module.def("find_columns", &FindColumns, py::arg("names"), py::arg("coverage"),
+             py::arg("defaults"));
   Python::AddUncertainty(module);
 }

@@ -1,6 +1,7 @@
 // Each hip by itself: beside its trials the rest costs nothing.
 #include "python/uncertain_hips.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -13,6 +14,7 @@ namespace {
 
 using Uncertainty::HipReading;
 using Uncertainty::HipUncertainty;
+using Uncertainty::ReadingError;
 
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
@@ -22,21 +24,22 @@ class SpreadReader {
   SpreadReader(const GivenUncertainties& given, std::size_t hip, std::string& faults)
       : given_(given), hip_(hip), faults_(faults) {}
 
-  // In the held unit.
-  double ErrorOf(const Sila::MeasurementRow& row) const {
+  // The hip's own u in the held unit, or the default.
+  ReadingError ErrorOf(const Sila::MeasurementRow& row, ReadingError byDefault) const {
     const std::optional<GivenUncertainty>& column = given_.u[Sila::IndexOf(row.id)];
-    if (!column || std::isnan(NumberAt(column->numbers, hip_))) return 0.0;
+    if (!column || std::isnan(NumberAt(column->numbers, hip_))) return byDefault;
     const std::string name = Cohort::UncertaintyName(row.key);
     if (!column->unitFits) {
       Cohort::AddFault(faults_, name, Cohort::kUnitDoesNotFit);
-      return 0.0;
+      return {};
     }
-    return Sila::ToHeld(row.kind(), column->numbers.unit, ReadU(name, column->numbers));
+    const double u = Sila::ToHeld(row.kind(), column->numbers.unit, ReadU(name, column->numbers));
+    return {u, byDefault.distribution};
   }
 
-  std::optional<Uncertainty::Source> Magnification() const {
-    Uncertainty::Source factor{.value = 1.0};
-    if (given_.magnificationU) {
+  std::optional<Uncertainty::Source> Magnification(ReadingError byDefault) const {
+    Uncertainty::Source factor{1.0, byDefault.u, byDefault.distribution};
+    if (given_.magnificationU && !std::isnan(NumberAt(*given_.magnificationU, hip_))) {
       factor.u = ReadU(Cohort::UncertaintyName(Cohort::kMagnificationName), *given_.magnificationU);
     }
     if (given_.magnification) {
@@ -51,7 +54,7 @@ class SpreadReader {
   double ReadU(std::string_view name, const GivenColumn& column) const {
     const double u = NumberAt(column, hip_);
     AddFaultIfAny(name, Cohort::FaultOfUncertainty(u));
-    return std::isnan(u) ? 0.0 : u;
+    return u;
   }
 
   void AddFaultIfAny(std::string_view name, std::string_view fault) const {
@@ -67,15 +70,24 @@ HipReading ReadHip(const UncertaintyTask& task, std::size_t hip, std::string& fa
   HipReading reading{.values = InputsOf(task.hips, hip)};
   const SpreadReader reader(task.uncertainties, hip, faults);
   for (const Sila::MeasurementRow& row : Sila::kMeasurements) {
-    reading.errors[Sila::IndexOf(row.id)].u = reader.ErrorOf(row);
+    const std::size_t index = Sila::IndexOf(row.id);
+    reading.errors[index] = reader.ErrorOf(row, task.defaults.errors[index]);
   }
-  reading.magnification = reader.Magnification();
+  reading.magnification = reader.Magnification(task.defaults.magnification);
   return reading;
 }
 
 void LeaveOut(const ComputedUncertainties& computed, std::size_t hip) {
   for (double* const spreads : computed.spreads) spreads[hip] = kNone;
+  if (computed.budget != nullptr) std::fill_n(computed.budget + hip * kParts, kParts, kNone);
   computed.trials[hip] = computed.ok[hip] = 0;
+}
+
+// A source that the hip does not have, the magnification, has no part.
+void WriteParts(const std::vector<double>& parts, double* place) {
+  if (parts.empty()) return;
+  std::fill_n(place, Uncertainty::kReadingSources, 0.0);
+  std::copy(parts.begin(), parts.end(), place);
 }
 
 void Write(const HipUncertainty& found, const ComputedUncertainties& computed, std::size_t hip) {
@@ -84,6 +96,9 @@ void Write(const HipUncertainty& found, const ComputedUncertainties& computed, s
     const Uncertainty::Spread& spread = found.results[i]->spread;
     const std::size_t first = i * kSpreadsPerResult;
     computed.spreads[first][hip] = spread.u.value_or(kNone);
+    if (computed.budget != nullptr) {
+      WriteParts(spread.budget, computed.budget + hip * kParts + i * Uncertainty::kReadingSources);
+    }
     if (!spread.interval) continue;
     computed.spreads[first + 1][hip] = spread.interval->low;
     computed.spreads[first + 2][hip] = spread.interval->high;

@@ -20,19 +20,29 @@ struct GivenUncertainty {
   bool unitFits = true;
 };
 
-// An uncertainty that has no column or is NaN is 0. Without a magnification lengths are true ones.
+// An uncertainty that has no column or is NaN is the default. Without a magnification lengths are
+// true ones.
 struct GivenUncertainties {
   std::array<std::optional<GivenUncertainty>, Sila::kMeasurementCount> u = {};
   std::optional<GivenColumn> magnification;
   std::optional<GivenColumn> magnificationU;
 };
 
+// For the hips that have none of their own, in held units; a distribution is for all hips.
+struct DefaultErrors {
+  std::array<Uncertainty::ReadingError, Sila::kMeasurementCount> errors = {};
+  Uncertainty::ReadingError magnification;
+};
+
 inline constexpr std::size_t kSpreadsPerResult = 3;  // u and the ends of the interval
+// Of a hip's budget: for each result that of each source.
+inline constexpr std::size_t kParts = Sila::kResultCount * Uncertainty::kReadingSources;
 
 // Room for as many hips as are given. What there is not is NaN, or 0 trials.
 struct ComputedUncertainties {
   ComputedHips hips;
   std::array<double*, kSpreadsPerResult* Sila::kResultCount> spreads = {};
+  double* budget = nullptr;  // kParts a hip; null where none is wanted
   std::int64_t* trials = nullptr;
   std::int64_t* ok = nullptr;       // trials with an answer
   std::vector<std::string> status;  // as in a cohort
@@ -41,6 +51,7 @@ struct ComputedUncertainties {
 struct UncertaintyTask {
   const GivenHips& hips;
   const GivenUncertainties& uncertainties;
+  const DefaultErrors& defaults;
   const Uncertainty::Points& points;
   const Uncertainty::Settings& settings;
 };

@@ -4,9 +4,15 @@
 #include <pybind11/stl.h>
 
 #include <optional>
+#include <set>
+#include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
+#include "columns/cohort_error.h"
+#include "columns/default_reading.h"
+#include "columns/visible_text.h"
 #include "python/arrays.h"
 #include "python/given_hips.h"
 #include "python/uncertain_hips.h"
@@ -112,30 +118,54 @@ GivenUncertainties ReadUncertainties(const OptionalNumbers& arrays, const Option
   return given;
 }
 
-ComputedUncertainties AddRoom(py::tuple& out, std::size_t count) {
+// Name, unit in words, u in that unit, distribution.
+using GivenDefault = std::tuple<std::string, std::string, double, Distribution>;
+
+DefaultErrors ReadDefaults(const std::vector<GivenDefault>& rows) {
+  DefaultErrors defaults;
+  std::set<std::optional<Sila::Measurement>> taken;
+  for (const auto& [name, unit, u, distribution] : rows) {
+    const Cohort::DefaultReading reading = Cohort::DefaultReadingNamed(name);
+    if (!taken.insert(reading.measurement).second) {
+      throw Cohort::CohortError(Cohort::Quoted(name) + " is there twice");
+    }
+    Uncertainty::ReadingError& error = reading.measurement
+                                           ? defaults.errors[Sila::IndexOf(*reading.measurement)]
+                                           : defaults.magnification;
+    error = {Cohort::HeldDefault(reading, unit, u), distribution};
+  }
+  return defaults;
+}
+
+ComputedUncertainties AddRoom(py::tuple& out, std::size_t count, bool budget) {
   ComputedUncertainties computed;
   std::size_t place = 0;
   for (double*& results : computed.hips.results) results = AddArray<double>(out, place++, count);
   for (double*& spreads : computed.spreads) spreads = AddArray<double>(out, place++, count);
   computed.trials = AddArray<std::int64_t>(out, place++, count);
-  computed.ok = AddArray<std::int64_t>(out, place, count);
+  computed.ok = AddArray<std::int64_t>(out, place++, count);
+  computed.budget = AddArray<double>(out, place, budget ? count * kParts : 0);
+  if (!budget) computed.budget = nullptr;
   return computed;
 }
 
-// Results, spreads, trials, those with an answer, and the status in words.
+// Results, spreads, trials, those with an answer, the budgets one after the other, and the status
+// in words.
 py::tuple ComputeUncertainColumns(const OptionalNumbers& arrays, const Units& units,
                                   const OptionalNumbers& errors, const OptionalUnits& errorUnits,
                                   const std::array<std::optional<Numbers>, 2>& magnification,
-                                  std::size_t count, unsigned threads, const Points& points,
+                                  const DefaultErrors& defaults, std::size_t count,
+                                  unsigned threads, const Points& points,
                                   const Settings& settings) {
   const GivenHips hips = ReadColumns(arrays, units, count);
   const GivenUncertainties given = ReadUncertainties(errors, errorUnits, magnification);
-  py::tuple out((1 + kSpreadsPerResult) * Sila::kResultCount + 3);
-  ComputedUncertainties computed = AddRoom(out, count);
+  py::tuple out((1 + kSpreadsPerResult) * Sila::kResultCount + 4);
+  ComputedUncertainties computed = AddRoom(out, count, settings.budget);
   bool complete = false;
   {
     const py::gil_scoped_release released;
-    complete = ComputeUncertainHips({hips, given, points, settings}, computed, threads, NoSignal);
+    const UncertaintyTask task{hips, given, defaults, points, settings};
+    complete = ComputeUncertainHips(task, computed, threads, NoSignal);
   }
   if (!complete) throw py::error_already_set();
   out[out.size() - 1] = py::cast(computed.status);
@@ -162,12 +192,15 @@ void AddUncertainty(py::module_& module) {
            }),
            py::arg("coverage"), py::arg("trials"), py::arg("automatic"), py::arg("budget"))
       .def_readonly("coverage", &Settings::coverage);
+  py::class_<DefaultErrors>(module, "Defaults", py::module_local())
+      .def(py::init(&ReadDefaults), py::arg("rows"));
   module.def("compute_uncertainty", &ComputeUncertainty, py::arg("values"), py::arg("errors"),
              py::arg("magnification"), py::arg("distributions"), py::arg("points"),
              py::arg("settings"));
   module.def("compute_uncertain_columns", &ComputeUncertainColumns, py::arg("arrays"),
              py::arg("units"), py::arg("errors"), py::arg("error_units"), py::arg("magnification"),
-             py::arg("count"), py::arg("threads"), py::arg("points"), py::arg("settings"));
+             py::arg("defaults"), py::arg("count"), py::arg("threads"), py::arg("points"),
+             py::arg("settings"));
 }
 
 }  // namespace Python

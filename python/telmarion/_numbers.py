@@ -29,8 +29,9 @@ def as_floats(name: str, value: Any) -> Floats:
     """
     if isinstance(value, np.ma.MaskedArray):
         raise TypeError(f"{name} is a masked array; give filled(nan) instead")
-    kind = getattr(getattr(value, "dtype", None), "kind", "O")
-    if kind in "iuf" and hasattr(value, "to_numpy"):
+    dtype = getattr(value, "dtype", None)
+    # pandas' own types of numbers, which know missing ones. To ask NumPy's costs a copy.
+    if not isinstance(dtype, np.dtype) and getattr(dtype, "kind", "O") in "iuf" and hasattr(value, "to_numpy"):
         return np.asarray(value.to_numpy(dtype=np.float64, na_value=np.nan), dtype=np.float64)
     try:
         array = np.asarray(value)

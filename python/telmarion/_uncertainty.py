@@ -12,7 +12,7 @@ from ._hips import Status
 from ._numbers import as_count, as_number
 
 _MOST_AUTOMATIC_TRIALS = 2**20
-_SOURCES = (*_core.MEASUREMENTS, "magnification")
+SOURCES = (*_core.MEASUREMENTS, "magnification")
 
 
 @dataclasses.dataclass(frozen=True)
@@ -89,11 +89,11 @@ def _magnification(value: Any, u: Any) -> tuple[float, float] | None:
 def _distributions(given: Mapping[str, str] | None) -> list[_core.Distribution]:
     given = {} if given is None else dict(given)
     for name, kind in given.items():
-        if name not in _SOURCES:
+        if name not in SOURCES:
             raise ValueError(f"distributions: there is no reading {name!r}")
         if kind not in _core.Distribution.__members__:
             raise ValueError(f"distributions: {name} must be normal, uniform or triangular, not {kind!r}")
-    return [_core.Distribution.__members__[given.get(name, "normal")] for name in _SOURCES]
+    return [_core.Distribution.__members__[given.get(name, "normal")] for name in SOURCES]
 
 
 def points_from(seed: Any) -> _core.Points:
@@ -118,7 +118,7 @@ def _result(found: _core._FoundResult | None) -> ResultUncertainty | None:
         return None
     estimate, u, ends, budget = found
     low, high = (np.nan, np.nan) if ends is None else ends
-    return ResultUncertainty(estimate, np.nan if u is None else u, low, high, dict(zip(_SOURCES, budget)))
+    return ResultUncertainty(estimate, np.nan if u is None else u, low, high, dict(zip(SOURCES, budget)))
 
 
 def uncertainty(*, lizm: float, xizm: float, zizm: float, Cizm: float, Hizm: float, zasuk: float,

@@ -1,11 +1,8 @@
 // A weight that was left out: who may take the number that stands in for it for the patient's.
 #include <gtest/gtest.h>
 
-#include <QTemporaryDir>
-#include <memory>
-
+#include "tests/support/restarted_program.h"
 #include "tests/support/row_name.h"
-#include "tests/support/running_program.h"
 
 namespace {
 
@@ -15,23 +12,8 @@ const QString kNotice =
     "This weight counts as not known because OK was pressed without one. "
     "New or Change starts over.";
 
-class AssumedWeight : public testing::Test {
+class AssumedWeight : public RestartedProgram {
  protected:
-  std::unique_ptr<RunningProgram> Start() {
-    return std::make_unique<RunningProgram>(QLocale::c(), QStringList(), kept_.path());
-  }
-
-  // The system ends the program; the next start goes on with what was kept.
-  std::unique_ptr<RunningProgram> EndAndGoOn(std::unique_ptr<RunningProgram> program) {
-    program->window.EndForSystem();
-    program.reset();
-    program = Start();
-    program->messages.Answers(Answer::Yes);
-    program->window.OfferKeptWork();
-    program->messages.Take();
-    return program;
-  }
-
   // OK fails for another box, after it has found the weight box empty.
   static void PressOkInVain(RunningProgram& program) {
     program.Type("Text10", "");
@@ -56,8 +38,6 @@ class AssumedWeight : public testing::Test {
     EXPECT_TRUE(bytes.contains("Body weight   : Unknown kg\n"));
     EXPECT_FALSE(bytes.contains("Pmax ="));
   }
-
-  QTemporaryDir kept_;
 };
 
 TEST_F(AssumedWeight, StaysUnknownWhileAFormIsOpenAndCancelled) {

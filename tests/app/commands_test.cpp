@@ -13,27 +13,38 @@ namespace {
 
 using Answer = MessageDoor::Answer;
 
+// Saves, changes the case, and opens what was saved, leaving the change unsaved. Gives the changed
+// case.
+CaseData OpenAfterAChange(RunningProgram& program) {
+  const QString path = program.Path("before.txt");
+  program.files.Answers(path);
+  program.window.Save();
+  program.window.Change();
+  program.Type("Text1", "11");
+  program.PressOk();
+  CaseData changed = program.window.Session().Record().data;
+  program.messages.Answers(Answer::No);
+  program.files.Answers(path);
+  program.window.Open();
+  program.messages.Take();
+  return changed;
+}
+
 // The states that the prompts tell apart.
 enum class State { Fresh, Unsaved, Saved, Opened };
 
 void BringTo(RunningProgram& program, State state) {
-  const QString path = program.Path("before.txt");
   if (state == State::Fresh) return;
   program.ConfirmDefaultCase();
-  if (state == State::Unsaved) return;
-  program.files.Answers(path);
-  program.window.Save();
-  if (state == State::Saved) return;
-  // Opened and unsaved before: only openOK is set.
-  program.window.Change();
-  program.Type("Text1", "10.5");
-  program.PressOk();
-  program.messages.Answers(Answer::No);
-  program.files.Answers(path);
-  program.window.Open();
-  program.PressOk();
-  program.messages.Take();
-  program.files.Take();
+  if (state == State::Saved) {
+    program.files.Answers(program.Path("before.txt"));
+    program.window.Save();
+  }
+  if (state == State::Opened) {
+    OpenAfterAChange(program);
+    program.PressOk();  // only openOK is set
+    program.files.Take();
+  }
 }
 
 struct Path {
@@ -266,16 +277,7 @@ TEST(Commands, ConfirmingUnchangedLeavesTheFlags) {
 TEST(Commands, CancellingTheFormAfterOpenKeepsTheCaseOnScreen) {
   RunningProgram program;
   program.ConfirmDefaultCase();
-  program.files.Answers(program.Path("case.txt"));
-  program.window.Save();
-  program.window.Change();
-  program.Type("Text1", "11");
-  program.PressOk();
-  const CaseData before = program.window.Session().Record().data;
-  program.messages.Answers(Answer::No);
-  program.files.Answers(program.Path("case.txt"));
-  program.window.Open();
-  program.messages.Take();
+  const CaseData before = OpenAfterAChange(program);
   EXPECT_EQ(program.Entry("Text1"), "10.4");
   program.PressCancel();
   EXPECT_TRUE(program.window.Session().Record().data == before);
@@ -287,15 +289,7 @@ TEST(Commands, ACancelledOpenLeavesTheCaseOnScreenUnsaved) {
   for (const char* command : {"mnuNew", "mnuExit", "close"}) {
     RunningProgram program;
     program.ConfirmDefaultCase();
-    program.files.Answers(program.Path("case.txt"));
-    program.window.Save();
-    program.window.Change();
-    program.Type("Text1", "11");
-    program.PressOk();
-    program.messages.Answers(Answer::No);
-    program.files.Answers(program.Path("case.txt"));
-    program.window.Open();
-    program.messages.Take();
+    OpenAfterAChange(program);
     EXPECT_TRUE(program.InWindow<QLabel>("lblUnsaved")->isVisible());
     program.PressCancel();
     EXPECT_TRUE(program.InWindow<QLabel>("lblUnsaved")->isVisible());

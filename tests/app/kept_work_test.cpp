@@ -5,19 +5,15 @@
 #include <QTemporaryDir>
 #include <memory>
 
-#include "tests/support/running_program.h"
+#include "tests/support/restarted_program.h"
 
 namespace {
 
 using Answer = MessageDoor::Answer;
 
-class KeptWorkTest : public testing::Test {
+class KeptWorkTest : public RestartedProgram {
  protected:
-  QStringList Kept() { return QDir(folder_.path()).entryList({"*.json"}, QDir::Files); }
-
-  std::unique_ptr<RunningProgram> Start() {
-    return std::make_unique<RunningProgram>(QLocale::c(), QStringList(), folder_.path());
-  }
+  QStringList Kept() { return QDir(kept_.path()).entryList({"*.json"}, QDir::Files); }
 
   // A second start, its question answered.
   std::unique_ptr<RunningProgram> StartAgain(Answer answer) {
@@ -47,8 +43,6 @@ class KeptWorkTest : public testing::Test {
   }
 
   void EndBySystem(std::unique_ptr<RunningProgram> program) { program->window.EndForSystem(); }
-
-  QTemporaryDir folder_;
 };
 
 TEST_F(KeptWorkTest, AnUnsavedCaseComesBackComputedAndUnsaved) {
@@ -295,7 +289,7 @@ TEST_F(KeptWorkTest, WorkThatCannotBeKeptIsToldInTheStatusLine) {
   auto program = Start();
   const auto* notice = program->InWindow<QLabel>("lblNotice");
   EXPECT_EQ(notice->text(), "");
-  const QString place = folder_.filePath("unsaved-case-1.json");
+  const QString place = kept_.filePath("unsaved-case-1.json");
   ASSERT_TRUE(QDir().mkpath(place + "/inside"));
   program->ConfirmDefaultCase();
   EXPECT_EQ(notice->text(), "Unsaved work cannot be kept for the next start.");
@@ -308,7 +302,7 @@ TEST_F(KeptWorkTest, WorkThatCannotBeKeptIsToldInTheStatusLine) {
 }
 
 TEST_F(KeptWorkTest, AFolderThatCannotBeWrittenIsToldInTheStatusLine) {
-  QFile file(folder_.filePath("taken"));
+  QFile file(kept_.filePath("taken"));
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   RunningProgram program(QLocale::c(), QStringList(), file.fileName());
   const auto* notice = program.InWindow<QLabel>("lblNotice");
@@ -341,7 +335,7 @@ TEST_F(KeptWorkTest, DamagedWorkIsToldAndTheProgramGoesOn) {
   auto program = Start();
   program->ConfirmDefaultCase();
   EndBySystem(std::move(program));
-  ASSERT_TRUE(QFile::resize(folder_.filePath(Kept().first()), 10));
+  ASSERT_TRUE(QFile::resize(kept_.filePath(Kept().first()), 10));
   program = Start();
   program->messages.Answers(Answer::Yes);
   program->window.OfferKeptWork();

@@ -2,12 +2,9 @@
 // tell.
 #include <gtest/gtest.h>
 
-#include <QTemporaryDir>
-#include <memory>
-
 #include "tests/support/pdf_pages.h"
+#include "tests/support/restarted_program.h"
 #include "tests/support/row_name.h"
-#include "tests/support/running_program.h"
 
 namespace {
 
@@ -21,23 +18,8 @@ const Message kNoStresses = {"warning yes/no", "Sorry",
                              "There are no stresses for this case. Go on all the same?"};
 const QStringList kBoxes = {"txtRWb", "txtThetaR", "txtThetaPol", "txtPmaxWb", "txtPmax"};
 
-class RefusedCases : public testing::Test {
+class RefusedCases : public RestartedProgram {
  protected:
-  std::unique_ptr<RunningProgram> Start() {
-    return std::make_unique<RunningProgram>(QLocale::c(), QStringList(), kept_.path());
-  }
-
-  // The system ends the program; the next start goes on with what was kept.
-  std::unique_ptr<RunningProgram> EndAndGoOn(std::unique_ptr<RunningProgram> program) {
-    program->window.EndForSystem();
-    program.reset();
-    program = Start();
-    program->messages.Answers(Answer::Yes);
-    program->window.OfferKeptWork();
-    program->messages.Take();
-    return program;
-  }
-
   // Measurements that the model has no answer for, in the form that is open.
   static void Refuse(RunningProgram& program, const char* box = "Text9",
                      const QString& text = "-20") {
@@ -75,8 +57,6 @@ class RefusedCases : public testing::Test {
     EXPECT_EQ(program.messages.Take(), QList<Message>{question});
     return program.Bytes(program.Path("refused.txt"));
   }
-
-  QTemporaryDir kept_;
 };
 
 TEST_F(RefusedCases, GreyTheResultsOfTheCaseBeforeUntilTheNextComputedOne) {

@@ -234,8 +234,9 @@ class Defaults(Case):
         self.assertAlmostEqual(ends["normal"], 0.05 * NORMAL_975, delta=1e-4)
         self.assertAlmostEqual(ends["uniform"], 0.05 * math.sqrt(3) * 0.95, delta=1e-4)
         self.assertAlmostEqual(ends["triangular"], 0.05 * math.sqrt(6) * (1 - math.sqrt(0.05)), delta=1e-4)
-        for unit, u in (("mm", "0.5"), ("m", "0.0005"), ("", "0.0005")):
-            path = self.defaults(f"column,u,unit\nheadRadius,{u},{unit}\n")
+        for name, unit, u in (("headRadius", "mm", "0.5"), ("headRadius", "m", "0.0005"), ("headRadius", "", "0.0005"),
+                              ("headRadius[mm]", "", "0.5"), ("headRadius_u (mm)", "mm", "0.5")):
+            path = self.defaults(f"column,u,unit\n{name},{u},{unit}\n")
             row = rows(run("--uncertainty", path, text=f"{HEADER}\n{HIP}\n").stdout)[0]
             own = rows(run(text=table("headRadius_u[mm]", "0.5")).stdout)[0]
             self.assertAlmostEqual(float(row["pmax_u"]) / float(own["pmax_u"]), 1, delta=1e-9)
@@ -255,6 +256,8 @@ class Defaults(Case):
                            ("column,u\ntheta_ce,1\n", 'row 2: "theta_ce" is no measurement; is thetaCE meant?'),
                            ("column,u\nlizm,1\nlizm_u,1\n", 'row 3: "lizm_u" is there twice'),
                            ("column,u,unit\nlizm,1,deg\n", 'row 2: the unit "deg" does not fit; known are cm, mm'),
+                           ("column,u,unit\nlizm[mm],1,cm\n",
+                            'row 2: the unit "cm" is not that of the name, "mm"'),
                            ("column,u,unit\nmagnification,1,cm\n", 'row 2: a magnification has no unit, not "cm"'),
                            ("column,u,unit,distribution\nlizm,1,,flat\n", 'row 2: the distribution "flat" is not '
                             "known; known are normal, uniform, triangular")]:

@@ -105,6 +105,42 @@ class CohortFaults(unittest.TestCase):
             self.assertEqual(self.run_program([self.table, "-o", self.target]).returncode, 0)
             self.assertEqual(self.target.read_bytes(), self.whole)
 
+    def write_budget(self, fault, number):
+        self.target.write_bytes(OLD)
+        self.budget.write_bytes(OLD)
+        return self.run_with_fault(fault, number, [self.table, "--output", self.target, *self.wanted])
+
+    def check_each_old_or_new(self, done):
+        """Neither file is ever a part of one; the one that the message names is the old one."""
+        self.assertEqual(sorted(os.listdir(self.folder)),
+                         ["budget.csv", "cases", "hips.csv", "out.csv", "u.csv"])
+        found = self.target.read_bytes(), self.budget.read_bytes()
+        if done.returncode == 0:
+            self.assertEqual(found, (self.whole, self.whole_budget))
+            return False
+        self.check_told(done)
+        self.assertIn(found[0], [OLD, self.whole])
+        self.assertIn(found[1], [OLD, self.whole_budget])
+        for file in [self.target, self.budget]:
+            if str(file).encode() in done.stderr:
+                self.told.add(file)
+                self.assertEqual(file.read_bytes(), OLD)
+        return True
+
+    def test_a_budget_is_whole_or_the_old_one(self):
+        defaults = self.folder / "u.csv"
+        defaults.write_text("column,u,unit,distribution\nthetaCE,2.5,deg,normal\n")
+        self.budget = self.folder / "budget.csv"
+        self.wanted = ["--uncertainty", defaults, "--budget", self.budget, "--trials", "1000"]
+        self.whole = self.run_program([self.table, *self.wanted]).stdout
+        self.whole_budget = self.budget.read_bytes()
+        self.assertEqual(len(self.whole_budget.splitlines()), 1 + 5 * 20)
+        self.told = set()
+        for fault in FAULTS:
+            refused = self.walk(fault, self.write_budget, self.check_each_old_or_new)
+            self.assertEqual(refused > 0, fault[0] != "part")
+        self.assertEqual(self.told, {self.target, self.budget})
+
     def write_to_standard_output(self, fault, number):
         with open(self.target, "wb") as target:
             return self.run_with_fault(fault, number, [self.table], target)

@@ -2,6 +2,7 @@
 import io
 import os
 import signal
+import tempfile
 import threading
 import time
 import unittest
@@ -132,6 +133,59 @@ class Uncertainties(unittest.TestCase):
         self.assertGreater(found["rWb_u"][0], 0)
         self.assertEqual([found[name][1] for name in ["rWb_u", "rWb_lo95", "rWb_hi95"]],
                          [0, found["rWb"][1], found["rWb"][1]])
+
+    def test_by_default_are_what_the_program_gives_for_a_file_of_them(self):
+        path = hips.SOURCE / "examples" / "uncertainties.csv"
+        given = uncertain_hips(40, seed=8)
+        program = hips.run_program(hips.table_of(given), "--uncertainty", str(path))
+        self.check_same(pd.DataFrame(given), program, defaults=pd.read_csv(path))
+        plain = hips.random_hips(20, seed=9)
+        program = hips.run_program(hips.table_of(plain), "--uncertainty", str(path))
+        found = self.check_same(pd.DataFrame(plain), program, defaults={
+            "thetaCE": 2.5, "headRadius[mm]": 0.5, "lizm_u (mm)": np.float64(1), "bodyWeight": (0.5, "uniform"),
+            "magnification": 0.03})
+        self.assertTrue((found["mc_trials"] > 0).any())
+
+    def test_by_default_may_be_none_at_all(self):
+        found = telmarion.compute_frame(table(), defaults={})
+        self.assertEqual(found["pmax_u"][0], 0)
+
+    def test_by_default_that_cannot_be_used_are_refused_with_the_reason(self):
+        rows = pd.DataFrame({"column": ["lizm", "lizm_u"], "u": [1, 1]})
+        for defaults, error, words in [
+                ({"theta_ce": 1}, ValueError, 'defaults: "theta_ce" is no measurement; is thetaCE meant?'),
+                ({"lizm[deg]": 1}, ValueError, 'defaults: the unit "deg" does not fit; known are cm, mm'),
+                ({"magnification[cm]": 1}, ValueError, 'defaults: a magnification has no unit, not "cm"'),
+                ({"lizm": -1}, ValueError, "defaults: lizm must be finite and at least 0, not -1.0"),
+                ({"lizm": np.nan}, ValueError, "defaults: lizm must be finite and at least 0, not nan"),
+                ({"lizm": "1"}, TypeError, "defaults: lizm must hold numbers"),
+                ({"lizm": (1, "flat")}, ValueError, "defaults: lizm must be normal, uniform or triangular"),
+                (rows, ValueError, 'defaults: "lizm_u" is there twice'),
+                (rows[["u"]], ValueError, "defaults must have the columns column and u"),
+                ("u.csv", TypeError, "defaults must be a mapping or a table, not str")]:
+            with self.assertRaises(error) as raised:
+                telmarion.compute_frame(table(), defaults=defaults)
+            self.assertIn(words, str(raised.exception))
+
+    def test_have_the_budget_that_the_program_writes(self):
+        given = uncertain_hips(30, seed=10)
+        with tempfile.TemporaryDirectory() as folder:
+            path = os.path.join(folder, "budget.csv")
+            hips.run_program(hips.table_of(given), "--budget", path)
+            wanted = pd.read_csv(path, float_precision="round_trip")
+        df = pd.DataFrame(given, index=np.arange(100, 130))
+        results, budget = telmarion.compute_frame(df, budget=True)
+        pd.testing.assert_frame_equal(results, telmarion.compute_frame(df))
+        self.assertEqual(list(budget.index), list(np.repeat(df.index, 5)))
+        self.assertEqual(list(budget["result"]), list(wanted["result"]))
+        np.testing.assert_array_equal(budget.drop(columns="result"), wanted[[*KEYS, "magnification"]])
+        self.assertTrue(budget["thetaCE"].isna().any() and (budget["thetaCE"] > 0.5).any())
+        _, true_lengths = telmarion.compute_frame(table(), budget=True, defaults={"bodyWeight": 1})
+        self.assertEqual(list(true_lengths["magnification"]), [0] * 5)
+
+    def test_that_are_not_there_have_no_budget(self):
+        with self.assertRaisesRegex(ValueError, "there is no uncertainty to make a budget of"):
+            telmarion.compute_frame(table(), budget=True)
 
     def test_depend_neither_on_other_rows_nor_on_their_order_nor_on_threads(self):
         df = pd.DataFrame(uncertain_hips(40, seed=7))

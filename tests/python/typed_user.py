@@ -1,4 +1,6 @@
 """What a user's type checker is to find in the module; read by types_test.py, never run."""
+from typing import Any
+
 import numpy as np
 import telmarion
 
@@ -14,5 +16,8 @@ sure = telmarion.uncertainty(lizm=10.4, xizm=0.5, zizm=6, Cizm=4.4, Hizm=16, zas
                              headRadius=0.025, lizm_u=0.1, trials="auto")
 reveal_type(sure.pmax)  # Union[telmarion._uncertainty.ResultUncertainty, None]
 reveal_type(sure.trials)  # builtins.int
+table: Any = None
+reveal_type(telmarion.compute_frame(table, defaults={"thetaCE": 2.5, "lizm": (0.1, "uniform")}))  # Any
+reveal_type(telmarion.compute_frame(table, budget=True))  # Tuple[Any, Any]
 telmarion.compute(lism=10.4)  # error: No overload variant of "compute"
 telmarion.uncertainty(lism=10.4)  # error: Unexpected keyword argument "lism"

@@ -21,7 +21,7 @@ class Types(unittest.TestCase):
         cls.addClassCleanup(folder.cleanup)
         # Classes made in C++ have a metaclass of their own.
         cls.known = pathlib.Path(folder.name) / "known"
-        cls.known.write_text("telmarion._core.(Distribution|Points|Settings|Unit)\n", encoding="utf-8")
+        cls.known.write_text("telmarion._core.(Defaults|Distribution|Points|Settings|Unit)\n", encoding="utf-8")
         cls.environment = {**os.environ, "MYPYPATH": str(PACKAGE.parent), "MYPY_CACHE_DIR": folder.name}
 
     def run_tool(self, *command):
