@@ -6,9 +6,9 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "app/uncertainty_texts.h"
 #include "platform/choice_list.h"
 #include "platform/length_units.h"
+#include "report/uncertain_rows.h"
 
 namespace {
 
@@ -157,8 +157,8 @@ void Builder::AddCoverage(QGridLayout* grid, int row) {
 }
 
 QLabel* Builder::Note() {
-  auto* note =
-      new QLabel(kUncertaintyNote.toString() + QStringLiteral(" An empty u counts as no error."));
+  auto* note = new QLabel(Print::kUncertaintyNote.toString() +
+                          QStringLiteral(" An empty u counts as no error."));
   note->setObjectName(QStringLiteral("lblNote"));
   note->setWordWrap(true);
   return note;

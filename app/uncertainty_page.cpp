@@ -4,16 +4,18 @@
 #include <cstddef>
 #include <vector>
 
-#include "app/uncertainty_texts.h"
 #include "case/case_texts.h"
 #include "case/date_text.h"
 #include "case/number_text.h"
 #include "report/comments.h"
 #include "report/sheet.h"
+#include "report/uncertain_rows.h"
 
 namespace {
 
+using Print::IntervalTitle;
 using Print::Sheet;
+using Print::UncertainRow;
 using Uncertainty::kMagnification;
 
 // Right ends of the columns of numbers, twips from the paper's edge.
@@ -114,7 +116,8 @@ void PrintBudget(PrinterPage& page, const UncertaintyPage& printed,
 void PrintBody(const Sheet& sheet, const UncertaintyPage& printed) {
   PrinterPage& page = sheet.page;
   const bool weightKnown = printed.data.inputs.bodyWeight.has_value();
-  const std::vector<UncertainRow> rows = UncertainRows(printed.hip, weightKnown, printed.locale);
+  const std::vector<UncertainRow> rows =
+      Print::UncertainRows(printed.hip, weightKnown, printed.locale);
   page.Print(QStringLiteral("How sure is this case"));
   page.SetFontSize(10);
   page.LineFeed();
@@ -124,14 +127,30 @@ void PrintBody(const Sheet& sheet, const UncertaintyPage& printed) {
   page.LineFeed();
   PrintResults(page, printed, rows);
   page.LineFeed();
-  const QString notice = UncertaintyNotice(printed.hip);
+  const QString notice = Print::UncertaintyNotice(printed.hip);
   if (!notice.isEmpty()) Print::PrintComments(sheet, notice + "\n\n");
   PrintBudget(page, printed, rows);
   page.LineFeed();
-  Print::PrintComments(sheet, kUncertaintyNote.toString());
+  Print::PrintComments(sheet, Print::kUncertaintyNote.toString());
 }
 
 }  // namespace
+
+std::vector<ShareBar> BudgetBars(const std::optional<Uncertainty::HipUncertainty>& hip,
+                                 Sila::Result result, bool weightKnown) {
+  const Uncertainty::HipResultUncertainty* found = Print::Find(hip, result);
+  std::vector<ShareBar> bars;
+  for (std::size_t i = 0; i < kSourceCount; ++i) {
+    if (i == Sila::IndexOf(Sila::Measurement::BodyWeight) && !weightKnown) continue;
+    ShareBar bar = {CaptionOfSource(i), {}};
+    if (found != nullptr && !found->spread.budget.empty()) {
+      const auto& budget = found->spread.budget;
+      bar.share = i < budget.size() ? budget[i] : 0.0;  // true lengths have no magnification
+    }
+    bars.push_back(bar);
+  }
+  return bars;
+}
 
 QString PrintUncertainty(PrintTarget& target, const UncertaintyPage& printed, QDate date) {
   PrinterPage page(target);

@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "app/uncertainty_page.h"
-#include "app/uncertainty_texts.h"
+#include "report/uncertain_rows.h"
 
 namespace {
 
@@ -23,13 +23,6 @@ bool IsOfSamePicture(const CaseData& one, const CaseData& other) {
   const Patient& b = other.patient;
   if (a.name != b.name || a.dateOfBirth != b.dateOfBirth || a.hip != b.hip) return false;
   return !a.name.isEmpty() || one.inputs == other.inputs;
-}
-
-QStringList CellsOf(const UncertainRow& row) {
-  const Vse::UncertainTexts& texts = row.texts;
-  const QString caption = row.unit.isEmpty() ? row.caption : row.caption + ", " + row.unit;
-  const QString interval = texts.low.isEmpty() ? QString() : texts.low + " to " + texts.high;
-  return {caption, texts.estimate, texts.u, interval};
 }
 
 }  // namespace
@@ -114,12 +107,13 @@ void UncertaintyWindow::Recompute() {
 
 void UncertaintyWindow::ShowResults() {
   std::vector<QStringList> rows;
-  for (const UncertainRow& row : UncertainRows(hip_, WeightKnown(), needs_.locale)) {
-    rows.push_back(CellsOf(row));
+  for (const Print::UncertainRow& row : Print::UncertainRows(hip_, WeightKnown(), needs_.locale)) {
+    rows.push_back(Print::CellsOf(row));
   }
-  controls_.results->SetTitle(kIntervalColumn, IntervalTitle(checked_.coverage, needs_.locale));
+  controls_.results->SetTitle(kIntervalColumn,
+                              Print::IntervalTitle(checked_.coverage, needs_.locale));
   controls_.results->Show(rows);
-  controls_.notice->setText(UncertaintyNotice(hip_));
+  controls_.notice->setText(Print::UncertaintyNotice(hip_));
 }
 
 // Rows are results: the only one that can be missing is the last.
@@ -151,9 +145,10 @@ void UncertaintyWindow::closeEvent(QCloseEvent* event) {
 }
 
 void UncertaintyWindow::CopyTable() {
-  const std::vector<UncertainRow> rows = UncertainRows(hip_, WeightKnown(), needs_.locale);
+  const std::vector<Print::UncertainRow> rows =
+      Print::UncertainRows(hip_, WeightKnown(), needs_.locale);
   QGuiApplication::clipboard()->setText(
-      TabbedTable(rows, IntervalTitle(checked_.coverage, needs_.locale)));
+      Print::TabbedTable(rows, Print::IntervalTitle(checked_.coverage, needs_.locale)));
 }
 
 void UncertaintyWindow::PrintPage() {

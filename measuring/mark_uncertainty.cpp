@@ -20,14 +20,6 @@ using Uncertainty::Column;
 
 constexpr std::size_t kMeasured = Landmarks::kMeasurementMarks.size();
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-using Numbers = std::array<double, kMeasured>;  // not a number: cannot be taken
-
-// In the order of kMeasurementMarks.
-Numbers NumbersOf(const Measurements& m) {
-  const auto value = [](const auto& measured) { return measured ? measured->value : kNan; };
-  return {value(m.halfInterhip), value(m.trochanterX), value(m.trochanterZ), value(m.crestWidth),
-          value(m.crestHeight),  value(m.centreEdge),  value(m.headRadius)};
-}
 
 constexpr const Sila::MeasurementRow& RowOf(std::size_t measured) {
   for (const Sila::MeasurementRow& row : Sila::kMeasurements) {
@@ -42,12 +34,6 @@ static_assert(RowOf(3).id == Sila::Measurement::Cizm);
 static_assert(RowOf(4).id == Sila::Measurement::Hizm);
 static_assert(RowOf(5).id == Sila::Measurement::ThetaCE);
 static_assert(RowOf(6).id == Sila::Measurement::HeadRadius);
-
-double Held(std::size_t measured, double number) {
-  const Sila::Kind kind = RowOf(measured).kind();
-  const Sila::Unit unit = kind == Sila::Kind::Angle ? Sila::Unit::Radian : Sila::Unit::Millimetre;
-  return Sila::ToHeld(kind, unit, number);
-}
 
 // The lower triangle whose product with its transpose is the covariance, so that it turns
 // independent errors into those of the circle. A direction without error gives a row of zeros.
@@ -139,6 +125,22 @@ std::array<bool, kMeasured> IsMeasured(const MarkedHip& hip) {
 
 }  // namespace
 
+Numbers NumbersOf(const Measurements& m) {
+  const auto value = [](const auto& measured) { return measured ? measured->value : kNan; };
+  return {value(m.halfInterhip), value(m.trochanterX), value(m.trochanterZ), value(m.crestWidth),
+          value(m.crestHeight),  value(m.centreEdge),  value(m.headRadius)};
+}
+
+const Sila::MeasurementRow& RowOfMeasured(std::size_t measured) {
+  return RowOf(measured);
+}
+
+double HeldOf(std::size_t measured, double number) {
+  const Sila::Kind kind = RowOf(measured).kind();
+  const Sila::Unit unit = kind == Sila::Kind::Angle ? Sila::Unit::Radian : Sila::Unit::Millimetre;
+  return Sila::ToHeld(kind, unit, number);
+}
+
 CircleCovariance ErrorOfCircle(const Landmarks::CircleFit& fit, double markU) {
   const double u = std::max(markU, fit.residual);
   CircleCovariance covariance = fit.perMark;
@@ -207,12 +209,13 @@ Sila::HipInputs InputsOf(const MarkedHip& hip) {
   Sila::HipInputs inputs = hip.rest.values;
   const Numbers numbers = NumbersOf(Measure(hip.marks, hip.magnification));
   for (std::size_t i = 0; i < kMeasured; ++i) {
-    if (!std::isnan(numbers[i])) SetValue(inputs, RowOf(i), Held(i, numbers[i]));
+    if (!std::isnan(numbers[i])) SetValue(inputs, RowOf(i), HeldOf(i, numbers[i]));
   }
   return inputs;
 }
 
 Uncertainty::HipUncertainty ComputeHipUncertainty(const MarkedHip& hip,
+                                                  const Sila::HipInputs& inputs,
                                                   const Uncertainty::Points& points,
                                                   const Uncertainty::Settings& settings) {
   const auto map = [trials = TrialsOf(hip), measured = IsMeasured(hip)](
@@ -228,11 +231,11 @@ Uncertainty::HipUncertainty ComputeHipUncertainty(const MarkedHip& hip,
     for (std::size_t k = 0; k < count; ++k) {
       const Numbers numbers = Remeasured(trials, {sources, k});
       for (std::size_t i = 0; i < kMeasured; ++i) {
-        if (measured[i]) out.computed[IndexOf(RowOf(i).id)].at[k] = Held(i, numbers[i]);
+        if (measured[i]) out.computed[IndexOf(RowOf(i).id)].at[k] = HeldOf(i, numbers[i]);
       }
     }
   };
-  return Uncertainty::ComputeHipUncertainty(InputsOf(hip), SourcesOf(hip), map, points, settings);
+  return Uncertainty::ComputeHipUncertainty(inputs, SourcesOf(hip), map, points, settings);
 }
 
 }  // namespace Measuring

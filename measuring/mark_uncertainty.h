@@ -34,6 +34,14 @@ struct MarkErrors {
 // scatter more than that about the outline, their scatter counts.
 Landmarks::CircleCovariance ErrorOfCircle(const Landmarks::CircleFit& fit, double markU);
 
+// In the order of kMeasurementMarks, in true mm and rad; not a number where it cannot be taken.
+using Numbers = std::array<double, Landmarks::kMeasurementMarks.size()>;
+Numbers NumbersOf(const Landmarks::Measurements& measurements);
+
+// The vocabulary's row for a measurement, by kMeasurementMarks, and its number in the held unit.
+const Sila::MeasurementRow& RowOfMeasured(std::size_t measured);
+double HeldOf(std::size_t measured, double number);
+
 struct MarkedHip {
   Landmarks::Marks marks;
   MarkErrors errors;
@@ -76,8 +84,10 @@ MeasurementSpreads ComputeMeasurementUncertainty(const MarkedHip& hip,
 // In held units: what is measured, and the rest.
 Sila::HipInputs InputsOf(const MarkedHip& hip);
 
-// Every trial moves the marks and takes the measurements anew.
+// Every trial moves the marks and takes the measurements anew. The estimates are the model's for
+// `inputs`: those of InputsOf, or what they are rounded to where the user sees them.
 Uncertainty::HipUncertainty ComputeHipUncertainty(const MarkedHip& hip,
+                                                  const Sila::HipInputs& inputs,
                                                   const Uncertainty::Points& points,
                                                   const Uncertainty::Settings& settings);
 

@@ -19,10 +19,11 @@ ALLOWED = {
     "platform": {"storage"},
     "diagram": {"case", "platform"},
     "caseform": {"case", "platform"},
-    "report": {"case", "diagram", "platform"},
+    "report": {"case", "diagram", "model", "platform", "uncertainty"},
     "view3d": {"case", "platform", "storage"},
     "radiograph": set(),
-    "measuring": {"case", "diagram", "landmarks", "model", "platform", "radiograph", "uncertainty"},
+    "measuring": {"case", "diagram", "landmarks", "model", "platform", "radiograph", "report",
+                  "uncertainty"},
     "batch": {"case", "columns", "model", "storage", "uncertainty"},
     "python": {"columns", "model", "uncertainty"},
 }

@@ -188,7 +188,7 @@ TEST(MarkErrors, AreNotThoseOfIndependentMeasurements) {
   hip.errors.head = CentreAndRadius(1.0, 1.0, 0.3);
   const Numbers u = SpreadsOf(hip);
   const Uncertainty::Settings settings = {.trials = 1U << 15};
-  const auto shared = ComputeHipUncertainty(hip, SharedPoints(), settings);
+  const auto shared = ComputeHipUncertainty(hip, InputsOf(hip), SharedPoints(), settings);
   Uncertainty::HipReading reading{.values = InputsOf(hip)};
   for (std::size_t i = 0; i < kMeasured; ++i) {
     const auto id = std::array{Measurement::Lizm,      Measurement::Xizm, Measurement::Zizm,
@@ -292,7 +292,7 @@ TEST(MarkedHip, GivesTheModelItsMeasurementsInHeldUnitsAndTheRest) {
   EXPECT_EQ(inputs.bodyWeight.value(), 70.0);
   Sila::HipState state;
   ASSERT_EQ(ComputeHip(inputs, state), Sila::HipOutcome::Ok);
-  const auto found = ComputeHipUncertainty(hip, SharedPoints(), {});
+  const auto found = ComputeHipUncertainty(hip, InputsOf(hip), SharedPoints(), {});
   ASSERT_EQ(found.outcome, Sila::HipOutcome::Ok);
   for (const Sila::ResultRow& row : Sila::kResults) {
     EXPECT_EQ(found.results[IndexOf(row.id)]->estimate, row.value(state.results));
@@ -310,7 +310,7 @@ TEST(MarkedHip, TakesATypedReadingWhereMarksAreMissing) {
   EXPECT_EQ(InputsOf(hip).Hizm, 15.0);
   EXPECT_FALSE(ComputeMeasurementUncertainty(hip, SharedPoints(), {})[kHizm]);
   EXPECT_TRUE(ComputeMeasurementUncertainty(hip, SharedPoints(), {})[kXizm]);
-  const auto mixed = ComputeHipUncertainty(hip, SharedPoints(), {});
+  const auto mixed = ComputeHipUncertainty(hip, InputsOf(hip), SharedPoints(), {});
   Uncertainty::HipReading reading{.values = InputsOf(hip)};
   reading.errors[IndexOf(Measurement::Hizm)].u = 0.4;
   const auto typed = ComputeHipUncertainty(reading, SharedPoints(), {});
@@ -335,7 +335,7 @@ TEST(MarkedHip, WhoseScaleMayBeBelowZeroHasRefusedTrials) {
   hip.magnification.u = 0.6;
   const auto spreads = ComputeMeasurementUncertainty(hip, SharedPoints(), {});
   EXPECT_FALSE(spreads[kLizm].value().u);
-  const auto found = ComputeHipUncertainty(hip, SharedPoints(), {});
+  const auto found = ComputeHipUncertainty(hip, InputsOf(hip), SharedPoints(), {});
   EXPECT_LT(found.ok, found.trials);
 }
 

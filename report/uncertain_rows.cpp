@@ -1,11 +1,11 @@
 // Numbers of a propagation as words.
-#include "app/uncertainty_texts.h"
+#include "report/uncertain_rows.h"
 
-#include <QStringList>
 #include <string_view>
 
-#include "app/reading_errors.h"
 #include "case/number_text.h"
+
+namespace Print {
 
 namespace {
 
@@ -15,12 +15,6 @@ using Uncertainty::HipUncertainty;
 
 QString Text(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-const HipResultUncertainty* Find(const std::optional<HipUncertainty>& hip, Sila::Result id) {
-  if (!hip) return nullptr;
-  const auto& result = hip->results[Sila::IndexOf(id)];
-  return result ? &*result : nullptr;
 }
 
 Vse::UncertainTexts TextsOf(const HipResultUncertainty& result, const QLocale& locale) {
@@ -40,6 +34,19 @@ QString RefusalOf(Sila::HipOutcome outcome) {
 }
 
 }  // namespace
+
+const HipResultUncertainty* Find(const std::optional<HipUncertainty>& hip, Sila::Result id) {
+  if (!hip) return nullptr;
+  const auto& result = hip->results[Sila::IndexOf(id)];
+  return result ? &*result : nullptr;
+}
+
+QStringList CellsOf(const UncertainRow& row) {
+  const Vse::UncertainTexts& texts = row.texts;
+  const QString caption = row.unit.isEmpty() ? row.caption : row.caption + ", " + row.unit;
+  const QString interval = texts.low.isEmpty() ? QString() : texts.low + " to " + texts.high;
+  return {caption, texts.estimate, texts.u, interval};
+}
 
 std::vector<UncertainRow> UncertainRows(const std::optional<HipUncertainty>& hip, bool weightKnown,
                                         const QLocale& locale) {
@@ -81,22 +88,6 @@ QString UncertaintyNotice(const std::optional<HipUncertainty>& hip) {
                        "such errors the case is too near the edge of what the model covers.");
 }
 
-std::vector<ShareBar> BudgetBars(const std::optional<HipUncertainty>& hip, Sila::Result result,
-                                 bool weightKnown) {
-  const HipResultUncertainty* found = Find(hip, result);
-  std::vector<ShareBar> bars;
-  for (std::size_t i = 0; i < kSourceCount; ++i) {
-    if (i == Sila::IndexOf(Sila::Measurement::BodyWeight) && !weightKnown) continue;
-    ShareBar bar = {CaptionOfSource(i), {}};
-    if (found != nullptr && !found->spread.budget.empty()) {
-      const auto& budget = found->spread.budget;
-      bar.share = i < budget.size() ? budget[i] : 0.0;  // true lengths have no magnification
-    }
-    bars.push_back(bar);
-  }
-  return bars;
-}
-
 QString TabbedTable(const std::vector<UncertainRow>& rows, const QString& intervalTitle) {
   QString table = QStringList{QStringLiteral("Result"),
                               QStringLiteral("Unit"),
@@ -115,3 +106,5 @@ QString TabbedTable(const std::vector<UncertainRow>& rows, const QString& interv
   }
   return table;
 }
+
+}  // namespace Print

@@ -1,15 +1,18 @@
-// What the window on uncertainty says of a hip: the same on screen, on paper and on the clipboard.
+// What the windows say of the results of a hip and how sure they are: the same on screen, on paper
+// and on the clipboard.
 #pragma once
 
 #include <QLocale>
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 #include <optional>
 #include <vector>
 
 #include "case/uncertain_text.h"
-#include "platform/share_bars.h"
 #include "uncertainty/hip_uncertainty.h"
+
+namespace Print {
 
 // What a reader has to know of the numbers, on screen and on paper.
 inline constexpr QStringView kUncertaintyNote =
@@ -30,15 +33,20 @@ struct UncertainRow {
 std::vector<UncertainRow> UncertainRows(const std::optional<Uncertainty::HipUncertainty>& hip,
                                         bool weightKnown, const QLocale& locale);
 
+// Caption with unit, estimate, u, interval: the cells of a table on screen.
+QStringList CellsOf(const UncertainRow& row);
+
+// The result's own part; null where there is none.
+const Uncertainty::HipResultUncertainty* Find(const std::optional<Uncertainty::HipUncertainty>& hip,
+                                              Sila::Result id);
+
 // "95 % interval".
 QString IntervalTitle(double coverage, const QLocale& locale);
 
 // Why there is less than a user expects; empty when nothing is missing.
 QString UncertaintyNotice(const std::optional<Uncertainty::HipUncertainty>& hip);
 
-// A bar for each source that the hip has; without lengths where there is no budget.
-std::vector<ShareBar> BudgetBars(const std::optional<Uncertainty::HipUncertainty>& hip,
-                                 Sila::Result result, bool weightKnown);
-
 // Lines of fields with tabs between, for a spreadsheet.
 QString TabbedTable(const std::vector<UncertainRow>& rows, const QString& intervalTitle);
+
+}  // namespace Print
