@@ -15,8 +15,8 @@ using Radiography::WindowShape;
 
 namespace {
 
-constexpr double kDarkShare = 0.5;  // of the pixels are darker than the window for bone
-constexpr double kBrightShare = 0.998;
+constexpr double kDarkShare = 0.3;  // of the pixels are darker than the window for bone
+constexpr double kBrightShare = 0.99;
 constexpr double kDoubling = 200.0;   // device-independent pixels
 constexpr double kWholeWidth = 400.0;  // device-independent pixels
 constexpr double kLeastWidth = 1.0 / 4096.0;  // of the full window's

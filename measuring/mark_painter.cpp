@@ -3,8 +3,10 @@
 #include <QFontMetricsF>
 #include <QLineF>
 #include <QPen>
+#include <QtMath>
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <vector>
 
 namespace Measuring {
@@ -23,6 +25,9 @@ constexpr double kSelectedRing = 9.5;
 constexpr double kArm = 10.0;
 constexpr double kCentreArm = 4.0;
 constexpr double kCaptionGap = 14.0;
+constexpr double kPlateEdge = 4.0;  // on both sides of a text
+
+constexpr QColor kHalo(0, 0, 0, 200);
 
 struct Style {
   QColor colour;
@@ -53,10 +58,38 @@ void AddLine(QPainterPath& path, QPointF a, QPointF b) {
   path.lineTo(line.pointAt(1.0 - gap / line.length()));
 }
 
-void AddCircle(QPainterPath& path, const ViewTransform& t, const CircleOnPicture& circle) {
-  const QPointF centre = PositionOf(t, circle.centre);
-  path.addEllipse(centre, circle.columns * t.zoom, circle.rows * t.zoom * t.aspect);
-  path.addPath(OpenCross(centre, 0.0, kCentreArm));
+// Where on the outline the handles are, in degrees, counterclockwise from the right; the first once
+// more at the end.
+std::vector<double> HandleAngles(const QRectF& outline, const std::vector<QPointF>& points) {
+  std::vector<double> angles;
+  for (const QPointF point : points) {
+    const QPointF way = point - outline.center();
+    const double share = std::hypot(way.x() / outline.width(), way.y() / outline.height()) * 2.0;
+    if (std::abs(share - 1.0) * outline.width() / 2.0 > kSquare) continue;
+    const double angle = std::atan2(-way.y() / outline.height(), way.x() / outline.width());
+    angles.push_back(qRadiansToDegrees(angle));
+  }
+  std::sort(angles.begin(), angles.end());
+  if (!angles.empty()) angles.push_back(angles.front() + 360.0);
+  return angles;
+}
+
+// From handle to handle, so that the edge under them can be seen.
+void AddOutline(QPainterPath& path, const QRectF& outline, const std::vector<QPointF>& points) {
+  const std::vector<double> angles = HandleAngles(outline, points);
+  if (angles.empty()) return path.addEllipse(outline);
+  const double gap = qRadiansToDegrees(kSquare / (outline.width() / 2.0));
+  for (std::size_t i = 0; i + 1 < angles.size(); ++i) {
+    const double length = angles[i + 1] - angles[i] - 2.0 * gap;
+    if (length <= 0.0) continue;
+    path.arcMoveTo(outline, angles[i] + gap);
+    path.arcTo(outline, angles[i] + gap, length);
+  }
+}
+
+QRectF OutlineOf(const ViewTransform& t, const CircleOnPicture& circle) {
+  const QSizeF half(circle.columns * t.zoom, circle.rows * t.zoom * t.aspect);
+  return {PositionOf(t, circle.centre) - QPointF(half.width(), half.height()), half * 2.0};
 }
 
 struct PlacedMark {
@@ -89,7 +122,10 @@ void PaintMark(QPainter& painter, const ViewTransform& t, const MarkScene& scene
                const PlacedMark& mark) {
   QPainterPath path;
   const auto& circle = scene.circles[IndexOf(mark.row->id)];
-  if (circle) AddCircle(path, t, *circle);
+  if (circle) {
+    AddOutline(path, OutlineOf(t, *circle), mark.points);
+    path.addPath(OpenCross(PositionOf(t, circle->centre), 0.0, kCentreArm));
+  }
   if (mark.row->shape == MarkShape::Line && mark.points.size() == 2) {
     AddLine(path, mark.points[0], mark.points[1]);
   }
@@ -109,10 +145,7 @@ void PaintSelection(QPainter& painter, const ViewTransform& t, const MarkScene& 
 
 // What a caption stands beside.
 QRectF Extent(const PlacedMark& mark, const ViewTransform& t, const MarkScene& scene) {
-  if (const auto& circle = scene.circles[IndexOf(mark.row->id)]) {
-    const QSizeF half(circle->columns * t.zoom, circle->rows * t.zoom * t.aspect);
-    return {PositionOf(t, circle->centre) - QPointF(half.width(), half.height()), half * 2.0};
-  }
+  if (const auto& circle = scene.circles[IndexOf(mark.row->id)]) return OutlineOf(t, *circle);
   return {mark.points.front(), QSizeF(0.0, 0.0)};
 }
 
@@ -172,18 +205,21 @@ void PaintCaptions(QPainter& painter, const ViewTransform& t, const MarkScene& s
 }  // namespace
 
 void PaintStroke(QPainter& painter, const QPainterPath& path, QColor colour, double width) {
-  const QColor halo(0, 0, 0, 200);
-  painter.strokePath(path, QPen(halo, width + 2.0 * kHaloAround, Qt::SolidLine, Qt::RoundCap,
+  painter.strokePath(path, QPen(kHalo, width + 2.0 * kHaloAround, Qt::SolidLine, Qt::RoundCap,
                                 Qt::RoundJoin));
   painter.strokePath(path, QPen(colour, width, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
 }
 
 void PaintText(QPainter& painter, QPointF baseline, const QString& text, QColor colour) {
-  QPainterPath path;
-  path.addText(baseline, painter.font(), text);
-  painter.strokePath(path, QPen(QColor(0, 0, 0, 200), 3.0, Qt::SolidLine, Qt::RoundCap,
-                                Qt::RoundJoin));
-  painter.fillPath(path, colour);
+  const QFontMetricsF metrics(painter.font());
+  const QRectF plate(baseline.x() - kPlateEdge, baseline.y() - metrics.ascent(),
+                     metrics.horizontalAdvance(text) + 2.0 * kPlateEdge, metrics.height());
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(kHalo);
+  painter.drawRoundedRect(plate, kPlateEdge / 2.0, kPlateEdge / 2.0);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(colour);
+  painter.drawText(baseline, text);
 }
 
 QPainterPath OpenCross(QPointF at, double gap, double reach) {

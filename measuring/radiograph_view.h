@@ -136,6 +136,8 @@ class RadiographView : public QWidget {
   bool ActOnKey(const QKeyEvent& event);
   void MoveByKey(QPointF way);
   void StepSelection(int step);
+  void SetPointByKey();
+  void RemoveSelected();
   void Escape();
   std::optional<PixelPlace> KeyPlace() const;
   std::optional<PixelPlace> PlacedNow() const;

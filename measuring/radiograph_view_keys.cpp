@@ -41,9 +41,7 @@ bool RadiographView::ActOnKey(const QKeyEvent& event) {
   switch (event.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      if (crossHair_ && !scene_.selected && scene_.current) {
-        emit PointAdded(*scene_.current, *crossHair_);
-      }
+      SetPointByKey();
       return true;
     case Qt::Key_N:
     case Qt::Key_PageDown:
@@ -65,7 +63,7 @@ bool RadiographView::ActOnKey(const QKeyEvent& event) {
       return true;
     case Qt::Key_Delete:
     case Qt::Key_Backspace:
-      if (scene_.selected) emit PointRemoved(scene_.selected->kind, scene_.selected->index);
+      RemoveSelected();
       return true;
     case Qt::Key_Space:
       isSpaceDown_ = true;
@@ -107,6 +105,25 @@ void RadiographView::StepSelection(int step) {
   isKeyed_ = true;
   Select(point);
   Show(Showing(transform_, PlaceOf(scene_, *point)));
+}
+
+// Never at a place that is not seen: a cross-hair that a mouse has put away comes back first.
+void RadiographView::SetPointByKey() {
+  if (!crossHair_ || scene_.selected || !scene_.current || press_.act != Act::None) return;
+  if (isKeyed_) {
+    emit PointAdded(*scene_.current, *crossHair_);
+  } else {
+    isKeyed_ = true;
+    Show(Showing(transform_, *crossHair_));
+  }
+}
+
+// The point that takes its number is another one, which nobody has selected.
+void RadiographView::RemoveSelected() {
+  if (!scene_.selected || press_.act != Act::None) return;
+  const MarkPoint point = *scene_.selected;
+  Select({});
+  emit PointRemoved(point.kind, point.index);
 }
 
 // One thing at a time: what the mouse is doing, then the selection, then the cross-hair.

@@ -61,8 +61,9 @@ void SaveAll(const QDir& folder) {
   Phantom::Setup setup;
   setup.ball = Phantom::Ball();
   const Phantom::Picture picture = Phantom::Render({}, setup);
-  auto file = std::make_shared<Radiography::Radiograph>(DetectorFile(setup));
-  file->levels = picture.grey;
+  const auto file = MakeRadiograph(picture.width, picture.height, [&](int x, int y) {
+    return picture.grey[std::size_t(y) * std::size_t(picture.width) + std::size_t(x)];
+  });
   MarkedView view;
   view.resize(1200, 900);
   view.SetRadiograph(file, 1.0);
