@@ -17,8 +17,8 @@ namespace {
 
 constexpr double kDarkShare = 0.3;  // of the pixels are darker than the window for bone
 constexpr double kBrightShare = 0.99;
-constexpr double kDoubling = 200.0;   // device-independent pixels
-constexpr double kWholeWidth = 400.0;  // device-independent pixels
+constexpr double kDoubling = 200.0;           // device-independent pixels
+constexpr double kWholeWidth = 400.0;         // device-independent pixels
 constexpr double kLeastWidth = 1.0 / 4096.0;  // of the full window's
 constexpr double kMostWidth = 4.0;
 
@@ -80,7 +80,8 @@ Window WindowOf(const GreyLook& look) {
   if (const auto* window = std::get_if<Window>(&look)) return *window;
   const auto& table = std::get<BrightnessTable>(look);
   const double entries = static_cast<double>(table.entries.size());
-  return {table.first + (entries - 1.0) / 2.0, std::max(entries, 1.0), WindowShape::LinearExact, {}};
+  return {
+      table.first + (entries - 1.0) / 2.0, std::max(entries, 1.0), WindowShape::LinearExact, {}};
 }
 
 Window Dragged(const Window& window, QPointF way, const Window& full, bool lowIsBright) {

@@ -22,8 +22,8 @@ struct GreyPreset {
 // a picture with pixels.
 std::vector<GreyPreset> PresetsOf(const Radiography::Radiograph& radiograph);
 
-// From the level that three tenths of the pixels lie below, mostly air and the edges of the body, to
-// the one that a hundredth lies above: metal and markers, which must not take the range.
+// From the level that three tenths of the pixels lie below, mostly air and the edges of the body,
+// to the one that a hundredth lies above: metal and markers, which must not take the range.
 Radiography::Window BoneWindow(const Radiography::Radiograph& radiograph);
 
 // A table as the window that spans it.

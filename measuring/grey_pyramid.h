@@ -1,5 +1,5 @@
-// A radiograph at full size and halved again and again, so that what is seen of it is sampled finely
-// enough and fast at every zoom.
+// A radiograph at full size and halved again and again, so that what is seen of it is sampled
+// finely enough and fast at every zoom.
 #pragma once
 
 #include <QImage>

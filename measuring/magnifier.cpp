@@ -9,12 +9,12 @@ namespace Measuring {
 
 namespace {
 
-constexpr double kSide = 224.0;        // device-independent pixels
-constexpr double kShareOfView = 0.4;   // at most: the two corners never overlap
-constexpr double kGap = 8.0;           // to the edges of the view
-constexpr double kAway = 12.0;         // from the point, whose handle is seen too
+constexpr double kSide = 224.0;       // device-independent pixels
+constexpr double kShareOfView = 0.4;  // at most: the two corners never overlap
+constexpr double kGap = 8.0;          // to the edges of the view
+constexpr double kAway = 12.0;        // from the point, whose handle is seen too
 constexpr double kTimes = 4.0;
-constexpr double kLeastZoom = 4.0;     // device pixels a pixel
+constexpr double kLeastZoom = 4.0;  // device pixels a pixel
 constexpr double kCrossGap = 4.0;
 constexpr QRgb kGround = 0xFF000000U;
 

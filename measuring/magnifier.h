@@ -11,8 +11,8 @@
 
 namespace Measuring {
 
-// In one of the upper corners of the view, and never over `point`: it stays where `before` has it as
-// long as it can. Device-independent pixels.
+// In one of the upper corners of the view, and never over `point`: it stays where `before` has it
+// as long as it can. Device-independent pixels.
 QRectF MagnifierArea(QSizeF view, QPointF point, const QRectF& before);
 
 // Four times the view's zoom, at least four device pixels a pixel.

@@ -205,8 +205,8 @@ void PaintCaptions(QPainter& painter, const ViewTransform& t, const MarkScene& s
 }  // namespace
 
 void PaintStroke(QPainter& painter, const QPainterPath& path, QColor colour, double width) {
-  painter.strokePath(path, QPen(kHalo, width + 2.0 * kHaloAround, Qt::SolidLine, Qt::RoundCap,
-                                Qt::RoundJoin));
+  painter.strokePath(
+      path, QPen(kHalo, width + 2.0 * kHaloAround, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   painter.strokePath(path, QPen(colour, width, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
 }
 

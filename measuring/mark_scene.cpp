@@ -27,7 +27,8 @@ std::vector<MarkPoint> AllPoints(const MarkScene& scene) {
   return all;
 }
 
-double DistanceToOutline(const CircleOnPicture& circle, const ViewTransform& transform, QPointF at) {
+double DistanceToOutline(const CircleOnPicture& circle, const ViewTransform& transform,
+                         QPointF at) {
   const QPointF from = at - PositionOf(transform, circle.centre);
   const double across = circle.columns * transform.zoom;
   const double down = circle.rows * transform.zoom * transform.aspect;
@@ -55,7 +56,8 @@ bool IsUnder(const MarkScene& scene, const ViewTransform& transform, const MarkR
 QString StateOf(const MarkScene& scene, const MarkRow& row) {
   const auto count = PointsOf(scene, row.id).size();
   if (row.most() == 1) return QStringLiteral("set");
-  const QString points = count == 1 ? QStringLiteral("1 point") : QStringLiteral("%1 points").arg(count);
+  const QString points =
+      count == 1 ? QStringLiteral("1 point") : QStringLiteral("%1 points").arg(count);
   if (IsWhole(scene.points, row.id)) return points;
   return QStringLiteral("%1 of %2").arg(points).arg(row.least());
 }
@@ -85,8 +87,7 @@ std::optional<MarkPoint> PointUnder(const MarkScene& scene, const ViewTransform&
   std::optional<MarkPoint> nearest;
   double least = kReach;
   for (const MarkPoint point : AllPoints(scene)) {
-    const double distance =
-        QLineF(PositionOf(transform, PlaceOf(scene, point)), position).length();
+    const double distance = QLineF(PositionOf(transform, PlaceOf(scene, point)), position).length();
     const bool goesBefore = distance == least && scene.current == point.kind;
     if (distance > least || (distance == least && nearest && !goesBefore)) continue;
     nearest = point;

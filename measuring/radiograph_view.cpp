@@ -24,7 +24,7 @@ namespace {
 // Dark under every theme, so that the eye stays used to the picture; not black, so that its edges
 // are seen.
 constexpr QRgb kGround = 0xFF1C1E21U;
-constexpr double kMargin = 12.0;        // device-independent pixels
+constexpr double kMargin = 12.0;         // device-independent pixels
 constexpr double kLongestSide = 1200.0;  // device-independent pixels of a saved picture
 
 }  // namespace

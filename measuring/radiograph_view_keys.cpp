@@ -9,7 +9,7 @@ namespace Measuring {
 
 namespace {
 
-constexpr double kFineStep = 0.1;    // pixels of the picture
+constexpr double kFineStep = 0.1;  // pixels of the picture
 constexpr double kCoarseStep = 20.0;
 constexpr double kKeyZoom = 1.25;
 
@@ -75,7 +75,8 @@ bool RadiographView::ActOnKey(const QKeyEvent& event) {
 }
 
 void RadiographView::keyReleaseEvent(QKeyEvent* event) {
-  if (event->key() != Qt::Key_Space || event->isAutoRepeat()) return QWidget::keyReleaseEvent(event);
+  if (event->key() != Qt::Key_Space || event->isAutoRepeat())
+    return QWidget::keyReleaseEvent(event);
   isSpaceDown_ = false;
   if (press_.act == Act::None) setCursor(Qt::CrossCursor);
 }

@@ -91,8 +91,8 @@ RadiographView::Act RadiographView::ActOf(const QMouseEvent& event) const {
 }
 
 void RadiographView::BeginPress(const QMouseEvent& event, Act act) {
-  press_ = {act, event.button(), event.position(), event.position(), false, {}, transform_,
-            ShownWindow()};
+  press_ = {act, event.button(), event.position(), event.position(), false,
+            {},  transform_,     ShownWindow()};
   if (act == Act::Set) Select({});
   if (act == Act::Drag) {
     Select(PointUnder(scene_, transform_, event.position()));
@@ -120,8 +120,7 @@ void RadiographView::mouseMoveEvent(QMouseEvent* event) {
   if (press_.act != Act::None && Distance(press_.now, press_.from) > kSlip) press_.hasMoved = true;
   switch (press_.act) {
     case Act::Window:
-      ShowLook(Dragged(press_.window, way, full_,
-                       pyramid_.radiograph->inverted != isInverted_));
+      ShowLook(Dragged(press_.window, way, full_, pyramid_.radiograph->inverted != isInverted_));
       return;
     case Act::Pan:
       isFitted_ = false;

@@ -9,10 +9,10 @@ using Landmarks::PixelPlace;
 
 namespace {
 
-constexpr double kMostZoom = 64.0;       // device pixels a pixel
+constexpr double kMostZoom = 64.0;  // device pixels a pixel
 constexpr double kLeastOfFit = 1.0 / 20.0;
-constexpr double kLeastSeen = 16.0;      // of the picture, device-independent pixels
-constexpr double kEdge = 24.0;           // what is shown keeps this distance from the view's edges
+constexpr double kLeastSeen = 16.0;  // of the picture, device-independent pixels
+constexpr double kEdge = 24.0;       // what is shown keeps this distance from the view's edges
 
 double ColumnStep(const ViewTransform& t) {
   return t.flipped ? -t.zoom : t.zoom;
@@ -89,10 +89,10 @@ ViewTransform Panned(const ViewTransform& transform, QPointF way) {
 ViewTransform KeptInView(const ViewTransform& t, QSize picture) {
   const QRectF area = PictureOnView(t, picture);
   const auto seen = [](double size, double room) { return std::min({kLeastSeen, size, room}); };
-  const double x = MoveBack(area.left(), area.right(), t.view.width(),
-                            seen(area.width(), t.view.width()));
-  const double y = MoveBack(area.top(), area.bottom(), t.view.height(),
-                            seen(area.height(), t.view.height()));
+  const double x =
+      MoveBack(area.left(), area.right(), t.view.width(), seen(area.width(), t.view.width()));
+  const double y =
+      MoveBack(area.top(), area.bottom(), t.view.height(), seen(area.height(), t.view.height()));
   return Panned(t, {x, y});
 }
 

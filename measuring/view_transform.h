@@ -12,10 +12,10 @@
 namespace Measuring {
 
 struct ViewTransform {
-  QSizeF view;            // device-independent pixels
-  double zoom = 1.0;      // device-independent pixels a column is wide
-  double aspect = 1.0;    // height of a picture's pixel ÷ its width
-  bool flipped = false;   // left and right change sides
+  QSizeF view;                   // device-independent pixels
+  double zoom = 1.0;             // device-independent pixels a column is wide
+  double aspect = 1.0;           // height of a picture's pixel ÷ its width
+  bool flipped = false;          // left and right change sides
   Landmarks::PixelPlace middle;  // in the middle of the view
   bool operator==(const ViewTransform&) const = default;
 };
