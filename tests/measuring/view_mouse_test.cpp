@@ -229,14 +229,14 @@ TEST_F(ViewMouseTest, TwoFingersZoomAndSetNoPoint) {
 
 TEST_F(ViewMouseTest, ThePlaceUnderThePointerIsTold) {
   QSignalSpy pointer(&view_, &RadiographView::PointerMoved);
-  view_.resize(600, 300);  // the picture begins at 100
+  Wheel({201, 151}, -480);  // about pixel 100, 75
   const auto told = [&] { return pointer.last()[0].value<std::optional<PixelPlace>>(); };
-  Move({100 + 61, 41});
+  Move({201, 151});
   ASSERT_TRUE(told());
-  ExpectPlace(*told(), 30, 20);
-  Move({50, 41});
+  ExpectPlace(*told(), 100, 75);
+  Move({5, 5});
   EXPECT_FALSE(told());
-  Move({300, 100});
+  Move({201, 151});
   QEvent leave(QEvent::Leave);
   QApplication::sendEvent(&view_, &leave);
   EXPECT_FALSE(told());
