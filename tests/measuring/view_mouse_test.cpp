@@ -233,7 +233,8 @@ TEST_F(ViewMouseTest, ThePlaceUnderThePointerIsTold) {
   const auto told = [&] { return pointer.last()[0].value<std::optional<PixelPlace>>(); };
   Move({201, 151});
   ASSERT_TRUE(told());
-  ExpectPlace(*told(), 100, 75);
+  EXPECT_NEAR(told()->column, 100, 0.6) << "half a device pixel at an odd scale";
+  EXPECT_NEAR(told()->row, 75, 0.6);
   Move({5, 5});
   EXPECT_FALSE(told());
   Move({201, 151});
