@@ -6,13 +6,14 @@
 #include <QStringView>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "landmarks/picture_scale.h"
 
 namespace Measuring {
 
-enum class MarkKind : std::size_t {
+enum class MarkKind : std::uint8_t {
   Head,
   OtherHead,
   Midline,

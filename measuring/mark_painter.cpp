@@ -1,0 +1,245 @@
+#include "measuring/mark_painter.h"
+
+#include <QFontMetricsF>
+#include <QLineF>
+#include <QPen>
+#include <QtMath>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+namespace Measuring {
+
+using Landmarks::PixelPlace;
+
+namespace {
+
+// Device-independent pixels.
+constexpr double kThin = 1.25;
+constexpr double kThick = 2.0;
+constexpr double kHaloAround = 1.25;  // on each side of a stroke
+constexpr double kRing = 4.0;
+constexpr double kSquare = 4.5;
+constexpr double kSelectedRing = 9.5;
+constexpr double kArm = 10.0;
+constexpr double kCentreArm = 4.0;
+constexpr double kCaptionGap = 14.0;
+constexpr double kPlateEdge = 4.0;  // on both sides of a text
+
+constexpr QColor kHalo(0, 0, 0, 200);
+
+struct Style {
+  QColor colour;
+  double width;
+  bool isCurrent;
+};
+
+Style StyleOf(const MarkScene& scene, MarkKind kind) {
+  if (scene.current == kind) return {kCurrentColour, kThick, true};
+  const bool isScale = kind == MarkKind::Ball || kind == MarkKind::Line;
+  return {isScale ? kScaleColour : kMarkColour, kThin, false};
+}
+
+void AddHandle(QPainterPath& path, QPointF at, const Style& style) {
+  if (style.isCurrent) {
+    path.addRect(QRectF(at - QPointF(kSquare, kSquare), QSizeF(kSquare, kSquare) * 2.0));
+  } else {
+    path.addEllipse(at, kRing, kRing);
+  }
+}
+
+// From handle to handle, which stay free.
+void AddLine(QPainterPath& path, QPointF a, QPointF b) {
+  const double gap = kSquare * 1.5;
+  const QLineF line(a, b);
+  if (line.length() <= 2.0 * gap) return;
+  path.moveTo(line.pointAt(gap / line.length()));
+  path.lineTo(line.pointAt(1.0 - gap / line.length()));
+}
+
+// Where on the outline the handles are, in degrees, counterclockwise from the right; the first once
+// more at the end.
+std::vector<double> HandleAngles(const QRectF& outline, const std::vector<QPointF>& points) {
+  std::vector<double> angles;
+  for (const QPointF point : points) {
+    const QPointF way = point - outline.center();
+    const double share = std::hypot(way.x() / outline.width(), way.y() / outline.height()) * 2.0;
+    if (std::abs(share - 1.0) * outline.width() / 2.0 > kSquare) continue;
+    const double angle = std::atan2(-way.y() / outline.height(), way.x() / outline.width());
+    angles.push_back(qRadiansToDegrees(angle));
+  }
+  std::sort(angles.begin(), angles.end());
+  if (!angles.empty()) angles.push_back(angles.front() + 360.0);
+  return angles;
+}
+
+// From handle to handle, so that the edge under them can be seen.
+void AddOutline(QPainterPath& path, const QRectF& outline, const std::vector<QPointF>& points) {
+  const std::vector<double> angles = HandleAngles(outline, points);
+  if (angles.empty()) return path.addEllipse(outline);
+  const double gap = qRadiansToDegrees(kSquare / (outline.width() / 2.0));
+  for (std::size_t i = 0; i + 1 < angles.size(); ++i) {
+    const double length = angles[i + 1] - angles[i] - 2.0 * gap;
+    if (length <= 0.0) continue;
+    path.arcMoveTo(outline, angles[i] + gap);
+    path.arcTo(outline, angles[i] + gap, length);
+  }
+}
+
+QRectF OutlineOf(const ViewTransform& t, const CircleOnPicture& circle) {
+  const QSizeF half(circle.columns * t.zoom, circle.rows * t.zoom * t.aspect);
+  return {PositionOf(t, circle.centre) - QPointF(half.width(), half.height()), half * 2.0};
+}
+
+struct PlacedMark {
+  const MarkRow* row;
+  std::vector<QPointF> points;
+  Style style;
+};
+
+std::vector<QPointF> PositionsOf(const ViewTransform& t, const std::vector<PixelPlace>& places) {
+  std::vector<QPointF> positions;
+  positions.reserve(places.size());
+  for (const PixelPlace place : places) positions.push_back(PositionOf(t, place));
+  return positions;
+}
+
+// The current mark last: over the others.
+std::vector<PlacedMark> PlacedMarks(const MarkScene& scene, const ViewTransform& t) {
+  std::vector<PlacedMark> marks;
+  for (const MarkRow& row : kMarks) {
+    const auto& places = scene.points[IndexOf(row.id)];
+    if (places.empty()) continue;
+    marks.push_back({&row, PositionsOf(t, places), StyleOf(scene, row.id)});
+  }
+  std::stable_partition(marks.begin(), marks.end(),
+                        [](const PlacedMark& mark) { return !mark.style.isCurrent; });
+  return marks;
+}
+
+void PaintMark(QPainter& painter, const ViewTransform& t, const MarkScene& scene,
+               const PlacedMark& mark) {
+  QPainterPath path;
+  const auto& circle = scene.circles[IndexOf(mark.row->id)];
+  if (circle) {
+    AddOutline(path, OutlineOf(t, *circle), mark.points);
+    path.addPath(OpenCross(PositionOf(t, circle->centre), 0.0, kCentreArm));
+  }
+  if (mark.row->shape == MarkShape::Line && mark.points.size() == 2) {
+    AddLine(path, mark.points[0], mark.points[1]);
+  }
+  for (const QPointF at : mark.points) {
+    AddHandle(path, at, mark.style);
+    if (mark.row->shape == MarkShape::Point) path.addPath(OpenCross(at, kSquare, kArm));
+  }
+  PaintStroke(painter, path, mark.style.colour, mark.style.width);
+}
+
+void PaintSelection(QPainter& painter, const ViewTransform& t, const MarkScene& scene) {
+  if (!scene.selected || !Exists(scene, *scene.selected)) return;
+  QPainterPath path;
+  path.addEllipse(PositionOf(t, PlaceOf(scene, *scene.selected)), kSelectedRing, kSelectedRing);
+  PaintStroke(painter, path, kPlainColour, kThin);
+}
+
+// What a caption stands beside.
+QRectF Extent(const PlacedMark& mark, const ViewTransform& t, const MarkScene& scene) {
+  if (const auto& circle = scene.circles[IndexOf(mark.row->id)]) return OutlineOf(t, *circle);
+  return {mark.points.front(), QSizeF(0.0, 0.0)};
+}
+
+// Where a text of this size may stand, the best place first.
+std::array<QRectF, 4> PlacesBeside(const QRectF& extent, QSizeF size) {
+  const double w = size.width();
+  const double h = size.height();
+  const QPointF middle = extent.center();
+  return {QRectF(QPointF(extent.right() + kCaptionGap, middle.y() - h / 2.0), size),
+          QRectF(QPointF(extent.left() - kCaptionGap - w, middle.y() - h / 2.0), size),
+          QRectF(QPointF(middle.x() - w / 2.0, extent.top() - kCaptionGap - h), size),
+          QRectF(QPointF(middle.x() - w / 2.0, extent.bottom() + kCaptionGap), size)};
+}
+
+bool IsFree(const QRectF& place, QSizeF view, const std::vector<QRectF>& taken) {
+  return QRectF({0.0, 0.0}, view).contains(place) &&
+         std::none_of(taken.begin(), taken.end(),
+                      [&](const QRectF& other) { return other.intersects(place); });
+}
+
+// A mark that is in the view has its caption there, if need be over something else.
+QRectF CaptionPlace(const QRectF& extent, QSizeF size, QSizeF view,
+                    const std::vector<QRectF>& taken) {
+  const auto places = PlacesBeside(extent, size);
+  const auto free = std::find_if(places.begin(), places.end(),
+                                 [&](const QRectF& p) { return IsFree(p, view, taken); });
+  if (free != places.end()) return *free;
+  const double x = std::clamp(places[0].x(), 0.0, std::max(0.0, view.width() - size.width()));
+  const double y = std::clamp(places[0].y(), 0.0, std::max(0.0, view.height() - size.height()));
+  return {QPointF(x, y), size};
+}
+
+QRectF AroundPoint(QPointF at) {
+  return QRectF(at, QSizeF(0.0, 0.0)).adjusted(-kArm, -kArm, kArm, kArm);
+}
+
+void PaintCaptions(QPainter& painter, const ViewTransform& t, const MarkScene& scene,
+                   const std::vector<PlacedMark>& marks, Captions captions) {
+  const QFontMetricsF metrics(painter.font());
+  std::vector<QRectF> taken;
+  for (const PlacedMark& mark : marks) {
+    for (const QPointF at : mark.points) taken.push_back(AroundPoint(at));
+  }
+  const QRectF view({0.0, 0.0}, t.view);
+  for (const PlacedMark& mark : marks) {
+    if (captions == Captions::OfCurrent && !mark.style.isCurrent) continue;
+    const QRectF extent = Extent(mark, t, scene);
+    if (!view.intersects(extent.adjusted(-1.0, -1.0, 1.0, 1.0))) continue;
+    const QString text = mark.row->caption.toString();
+    const QSizeF size(metrics.horizontalAdvance(text), metrics.height());
+    taken.push_back(CaptionPlace(extent, size, t.view, taken));
+    const QPointF baseline(taken.back().left(), taken.back().top() + metrics.ascent());
+    PaintText(painter, baseline, text, mark.style.colour);
+  }
+}
+
+}  // namespace
+
+void PaintStroke(QPainter& painter, const QPainterPath& path, QColor colour, double width) {
+  painter.strokePath(
+      path, QPen(kHalo, width + 2.0 * kHaloAround, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.strokePath(path, QPen(colour, width, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+}
+
+void PaintText(QPainter& painter, QPointF baseline, const QString& text, QColor colour) {
+  const QFontMetricsF metrics(painter.font());
+  const QRectF plate(baseline.x() - kPlateEdge, baseline.y() - metrics.ascent(),
+                     metrics.horizontalAdvance(text) + 2.0 * kPlateEdge, metrics.height());
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(kHalo);
+  painter.drawRoundedRect(plate, kPlateEdge / 2.0, kPlateEdge / 2.0);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(colour);
+  painter.drawText(baseline, text);
+}
+
+QPainterPath OpenCross(QPointF at, double gap, double reach) {
+  QPainterPath path;
+  for (const QPointF way : {QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1), QPointF(0, -1)}) {
+    path.moveTo(at + gap * way);
+    path.lineTo(at + reach * way);
+  }
+  return path;
+}
+
+void PaintMarks(QPainter& painter, const ViewTransform& transform, const MarkScene& scene,
+                Captions captions) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  const std::vector<PlacedMark> marks = PlacedMarks(scene, transform);
+  for (const PlacedMark& mark : marks) PaintMark(painter, transform, scene, mark);
+  PaintSelection(painter, transform, scene);
+  if (captions != Captions::None) PaintCaptions(painter, transform, scene, marks, captions);
+  painter.restore();
+}
+
+}  // namespace Measuring
