@@ -6,6 +6,7 @@
 #include <variant>
 
 #include "case/case_entries.h"
+#include "case/case_places.h"
 #include "case/number_text.h"
 
 namespace {
@@ -15,21 +16,6 @@ using Uncertainty::kMagnification;
 
 constexpr double kLeastCoverage = 50.0;  // per cent
 constexpr double kMostCoverage = 99.9;   // leaves four of 8192 trials beyond either end
-
-struct SourceCaption {
-  Sila::Measurement id = Sila::Measurement::Lizm;
-  QStringView text;
-};
-constexpr std::array kCaptions = {SourceCaption{Sila::Measurement::Lizm, u"l/2"},
-                                  SourceCaption{Sila::Measurement::Xizm, u"x trochanter"},
-                                  SourceCaption{Sila::Measurement::Zizm, u"z trochanter"},
-                                  SourceCaption{Sila::Measurement::Cizm, u"C"},
-                                  SourceCaption{Sila::Measurement::Hizm, u"H"},
-                                  SourceCaption{Sila::Measurement::Zasuk, u"Rotation angle"},
-                                  SourceCaption{Sila::Measurement::ThetaCE, u"CE"},
-                                  SourceCaption{Sila::Measurement::HeadRadius, u"Radius of head"},
-                                  SourceCaption{Sila::Measurement::BodyWeight, u"Body weight"}};
-static_assert(Sila::StandAtTheirIds(kCaptions) && kCaptions.size() == Sila::kMeasurementCount);
 
 using Number = std::variant<double, EntryFault>;
 
@@ -88,7 +74,7 @@ QString KeyOfSource(std::size_t source) {
 
 QString CaptionOfSource(std::size_t source) {
   if (source == kMagnification) return QStringLiteral("Magnification");
-  return kCaptions[source].text.toString();
+  return Vse::kWindowCaptions[source].text.toString();
 }
 
 QString MeaningOfSource(std::size_t source) {

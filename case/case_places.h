@@ -1,5 +1,5 @@
-// Where measurements and results appear in the case file and on paper: one row each. The form has
-// its own table in caseform/case_form_controls.cpp.
+// Where measurements and results appear in the case file, in windows and on paper: one row each.
+// The form has its own table in caseform/case_form_controls.cpp.
 #pragma once
 
 #include <QStringView>
@@ -27,6 +27,24 @@ inline constexpr std::array kMeasurementPlaces = {
     MeasurementPlaces{Sila::Measurement::HeadRadius, u"radius of head= ", u"Radius of head"}};
 static_assert(Sila::StandAtTheirIds(kMeasurementPlaces) &&
               kMeasurementPlaces.size() == Sila::kRadiographCount);
+
+// Beside a measurement in windows other than the form.
+struct WindowCaption {
+  Sila::Measurement id = Sila::Measurement::Lizm;
+  QStringView text;
+};
+inline constexpr std::array kWindowCaptions = {
+    WindowCaption{Sila::Measurement::Lizm, u"l/2"},
+    WindowCaption{Sila::Measurement::Xizm, u"x trochanter"},
+    WindowCaption{Sila::Measurement::Zizm, u"z trochanter"},
+    WindowCaption{Sila::Measurement::Cizm, u"C"},
+    WindowCaption{Sila::Measurement::Hizm, u"H"},
+    WindowCaption{Sila::Measurement::Zasuk, u"Rotation angle"},
+    WindowCaption{Sila::Measurement::ThetaCE, u"CE"},
+    WindowCaption{Sila::Measurement::HeadRadius, u"Radius of head"},
+    WindowCaption{Sila::Measurement::BodyWeight, u"Body weight"}};
+static_assert(Sila::StandAtTheirIds(kWindowCaptions) &&
+              kWindowCaptions.size() == Sila::kMeasurementCount);
 
 // Behind a value in the case file and on the report. An angle's last blank stays with a value that
 // is read back.

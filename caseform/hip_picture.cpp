@@ -8,7 +8,7 @@
 #include <cmath>
 #include <utility>
 
-#include "caseform/hip_bones.h"
+#include "platform/hip_bones.h"
 
 namespace {
 

@@ -81,9 +81,16 @@ void PrinterPage::PaintPicture(const Picture& picture, const QRectF& target) {
   if (!painter_.isActive()) return;
   Picture onPaper = picture;
   onPaper.ground = std::nullopt;
-  const QRectF place(target.topLeft() * dotsPerTwip_, target.size() * dotsPerTwip_);
   const double lineUnit = target_.Device().logicalDpiX() / kPixelsPerInch;
-  onPaper.Paint(painter_, place, {QPalette(Qt::white), lineUnit, false});
+  onPaper.Paint(painter_, Device(target), {QPalette(Qt::white), lineUnit, false});
+}
+
+void PrinterPage::PaintImage(const QImage& image, const QRectF& target) {
+  if (painter_.isActive()) painter_.drawImage(Device(target), image);
+}
+
+QRectF PrinterPage::Device(const QRectF& twips) const {
+  return {twips.topLeft() * dotsPerTwip_, twips.size() * dotsPerTwip_};
 }
 
 void PrinterPage::NewPage() {

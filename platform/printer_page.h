@@ -4,6 +4,7 @@
 
 #include <QFont>
 #include <QFontMetricsF>
+#include <QImage>
 #include <QPainter>
 #include <QRectF>
 #include <QString>
@@ -50,6 +51,9 @@ class PrinterPage {
   // ground is left out: the paper is white, and texts already there stay readable.
   void PaintPicture(const Picture& picture, const QRectF& target);
 
+  // A photograph in grey or in colours, stretched over `target`.
+  void PaintImage(const QImage& image, const QRectF& target);
+
   void NewPage();
 
   // Closes the document and delivers it to its target. Returns what went wrong, for the user; empty
@@ -58,6 +62,7 @@ class PrinterPage {
 
  private:
   double Device(double twips) const { return twips * dotsPerTwip_; }
+  QRectF Device(const QRectF& twips) const;
   void Refuse();
 
   PrintTarget& target_;

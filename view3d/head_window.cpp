@@ -1,10 +1,8 @@
 // Loading and drawing of the 3D view.
 #include "view3d/head_window.h"
 
-#include <QBuffer>
 #include <QCloseEvent>
 #include <QGuiApplication>
-#include <QImageWriter>
 #include <QShowEvent>
 #include <QSignalBlocker>
 #include <algorithm>
@@ -12,7 +10,7 @@
 #include <utility>
 
 #include "case/number_text.h"
-#include "storage/whole_file.h"
+#include "platform/picture_file.h"
 #include "view3d/head_words.h"
 
 namespace {
@@ -53,17 +51,6 @@ void PlaceLabel(QLabel& label, QPointF centre) {
   const QPoint corner = (centre - QPointF(label.width(), label.height()) / 2.0).toPoint();
   label.move(std::clamp(corner.x(), 0, std::max(0, room.width())),
              std::clamp(corner.y(), 0, std::max(0, room.height())));
-}
-
-// The writer makes 24 bits per pixel of an image that has 32 and no transparency. Returns what to
-// tell the user when it failed: the file and the reason.
-QString WriteBitmapFile(const QImage& image, const QString& path) {
-  QBuffer bytes;
-  bytes.open(QIODevice::WriteOnly);
-  QImageWriter writer(&bytes, "bmp");
-  const bool made = writer.write(image.convertToFormat(QImage::Format_RGB32));
-  const QString reason = made ? WriteWholeFile(path, bytes.data()) : writer.errorString();
-  return reason.isEmpty() ? QString() : QStringLiteral("%1: %2").arg(path, reason);
 }
 
 }  // namespace
@@ -265,6 +252,6 @@ void FormGula::SavePicture() {
 
 // With the label of the pole, as it is seen.
 void FormGula::WriteBitmap(const QString& path) {
-  const QString failure = WriteBitmapFile(controls_.picture->grab().toImage(), path);
+  const QString failure = WritePictureFile(controls_.picture->grab().toImage(), path, "bmp");
   if (!failure.isEmpty()) needs_.messages.ShowError(this, failure, QStringLiteral("Error"));
 }

@@ -8,7 +8,7 @@
 #include <QTransform>
 #include <cmath>
 
-#include "caseform/hip_bones.h"
+#include "platform/hip_bones.h"
 #include "tests/support/golden_picture.h"
 #include "tests/support/row_name.h"
 

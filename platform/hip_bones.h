@@ -1,5 +1,5 @@
-// The bones of the case form's picture: the right hip with pelvis, sacrum and the beginning of the
-// other side, as on an anteroposterior radiograph.
+// The bones of drawings that explain what is measured: the right hip with pelvis, sacrum and the
+// beginning of the other side, as on an anteroposterior radiograph.
 #pragma once
 
 #include <QPainter>

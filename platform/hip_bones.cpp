@@ -1,5 +1,5 @@
 // The outlines are smooth curves through points laid out by hand.
-#include "caseform/hip_bones.h"
+#include "platform/hip_bones.h"
 
 #include <QColor>
 #include <QLinearGradient>
