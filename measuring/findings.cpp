@@ -21,22 +21,33 @@ using Landmarks::Point;
 
 constexpr std::size_t kTrials = 8192;
 
-QString CaptionOf(Mark mark) {
+MarkKind KindOf(Mark mark) {
   switch (mark) {
     case Mark::Head:
-      return RowOf(MarkKind::Head).caption.toString();
+      return MarkKind::Head;
     case Mark::Other:
-      return QStringLiteral("Other head or midline");
+      return MarkKind::OtherHead;
     case Mark::SocketEdge:
-      return RowOf(MarkKind::SocketEdge).caption.toString();
+      return MarkKind::SocketEdge;
     case Mark::CrestTop:
-      return RowOf(MarkKind::CrestTop).caption.toString();
+      return MarkKind::CrestTop;
     case Mark::CrestLateral:
-      return RowOf(MarkKind::CrestLateral).caption.toString();
+      return MarkKind::CrestLateral;
     case Mark::Trochanter:
       break;
   }
-  return RowOf(MarkKind::Trochanter).caption.toString();
+  return MarkKind::Trochanter;
+}
+
+QString CaptionOf(Mark mark) {
+  return RowOf(KindOf(mark)).caption.toString();
+}
+
+// By its number in the list of marks; the midline does as well as the other head.
+QString NumberOf(Mark mark) {
+  const QString number = QString::number(IndexOf(KindOf(mark)) + 1);
+  const QString midline = QString::number(IndexOf(MarkKind::Midline) + 1);
+  return mark == Mark::Other ? number + QStringLiteral(" or ") + midline : number;
 }
 
 void FitCircles(const Draft& draft, const Landmarks::PixelSpacing& spacing, Findings& found) {
@@ -81,11 +92,12 @@ Sila::Unit UnitOfForm(Sila::Kind kind) {
 }
 
 QString WhatIsMissing(const Marks& marks, std::size_t measured) {
-  QStringList names;
+  QStringList numbers;
   for (const Mark mark : Landmarks::MissingMarks(marks, Landmarks::kMeasurementMarks[measured])) {
-    names << CaptionOf(mark);
+    numbers << NumberOf(mark);
   }
-  return names.isEmpty() ? QString() : QStringLiteral("needs ") + names.join(QStringLiteral(", "));
+  return numbers.isEmpty() ? QString()
+                           : QStringLiteral("needs mark ") + numbers.join(QStringLiteral(", "));
 }
 
 void TakeMeasurements(const Marks& marks, const QLocale& locale, Findings& found) {
@@ -99,7 +111,7 @@ void TakeMeasurements(const Marks& marks, const QLocale& locale, Findings& found
     if (own.missing.isEmpty() && row.kind() != Sila::Kind::Angle && !hasSize) {
       own.missing = QStringLiteral("needs the scale");
     } else if (own.missing.isEmpty() && std::isnan(numbers[i])) {
-      own.missing = QStringLiteral("the marks leave the directions open");
+      own.missing = QStringLiteral("no direction in these marks");
     }
     if (!own.missing.isEmpty()) continue;
     const Sila::Unit unit = UnitOfForm(row.kind());

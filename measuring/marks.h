@@ -28,10 +28,10 @@ enum class MarkKind : std::uint8_t {
 enum class MarkShape { Point, Line, Circle };
 
 struct MarkRow {
-  MarkKind id;
+  MarkKind id = MarkKind::Head;
   QStringView key;      // in kept work
   QStringView caption;  // in lists
-  MarkShape shape;
+  MarkShape shape = MarkShape::Point;
   QStringView instruction;  // what to do to set it
 
   // Points that make it whole, and as many as it can have.

@@ -1,0 +1,116 @@
+#include "measuring/measured_texts.h"
+
+#include "case/case_places.h"
+#include "case/case_texts.h"
+#include "measuring/mark_uncertainty.h"
+
+namespace Measuring {
+
+namespace {
+
+QString HowMuch(const Draft& draft, const MarkRow& row) {
+  const std::size_t set = draft[row.id].size();
+  if (set == 0) return {};
+  if (set < row.least()) return QStringLiteral("%1 of %2").arg(set).arg(row.least());
+  return QStringLiteral("✓");
+}
+
+struct Caption {
+  QString name;
+  QString unit;
+};
+Caption CaptionOf(std::size_t measured) {
+  const Sila::MeasurementRow& row = RowOfMeasured(measured);
+  const bool isAngle = row.kind() == Sila::Kind::Angle;
+  return {Vse::kWindowCaptions[Sila::IndexOf(row.id)].text.toString(),
+          isAngle ? QStringLiteral("°") : QStringLiteral("cm")};
+}
+
+QString Text(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// The estimates alone, as the results panel will show them.
+std::vector<Print::UncertainRow> PlainRows(const Findings& found, const QLocale& locale) {
+  std::vector<Print::UncertainRow> rows;
+  const bool isComputed = found.record && found.outcome == Sila::HipOutcome::Ok;
+  const bool weightKnown = found.record && !found.record->data.weightUnknown();
+  for (const Sila::ResultRow& row : Sila::kResults) {
+    if (row.needsWeight && !weightKnown) continue;
+    Print::UncertainRow own = {row.id, Text(row.caption), Text(row.unit), {}};
+    if (isComputed) own.texts.estimate = Vse::ResultTextsOf(*found.record, locale)[row.id];
+    rows.push_back(own);
+  }
+  return rows;
+}
+
+QString Line(const QStringList& fields) {
+  return fields.join(u'\t') + u'\n';
+}
+
+}  // namespace
+
+std::vector<QStringList> MarkCells(const Draft& draft) {
+  std::vector<QStringList> cells;
+  for (const MarkRow& row : kMarks) {
+    const QString number = QString::number(IndexOf(row.id) + 1);
+    cells.push_back({number + QStringLiteral("  ") + row.caption.toString(), HowMuch(draft, row)});
+  }
+  return cells;
+}
+
+std::vector<QStringList> MeasurementCells(const Findings& found) {
+  std::vector<QStringList> cells;
+  for (std::size_t i = 0; i < found.measurements.size(); ++i) {
+    const Caption caption = CaptionOf(i);
+    const MeasurementFinding& own = found.measurements[i];
+    cells.push_back({caption.name + QStringLiteral(", ") + caption.unit,
+                     own.text.isEmpty() ? own.missing : own.text});
+  }
+  return cells;
+}
+
+std::vector<Print::UncertainRow> ResultRows(const Findings& found, const QLocale& locale) {
+  if (!found.sure) return PlainRows(found, locale);
+  return Print::UncertainRows(found.sure, !found.record->data.weightUnknown(), locale);
+}
+
+QStringList NoticesOf(const Findings& found) {
+  QStringList notices = found.notices;
+  for (const Sila::Measurement id : found.wrongEntries) {
+    notices << Vse::kWindowCaptions[Sila::IndexOf(id)].text.toString() +
+                   QStringLiteral(": not a number.");
+  }
+  if (!found.record) return notices;
+  if (found.outcome != Sila::HipOutcome::Ok) {
+    Uncertainty::HipUncertainty refused;
+    refused.outcome = found.outcome;
+    notices << Print::UncertaintyNotice(refused);
+  } else if (found.sure) {
+    notices << Print::UncertaintyNotice(found.sure);
+  } else {
+    notices << QStringLiteral(
+        "Intervals need the errors of your marks: enter them under \"How sure\".");
+  }
+  notices.removeAll(QString());
+  return notices;
+}
+
+QString SideText(const Findings& found) {
+  if (!found.side.side) return QStringLiteral("The side is not known yet.");
+  return *found.side.side == Landmarks::Side::Left ? QStringLiteral("Left hip")
+                                                   : QStringLiteral("Right hip");
+}
+
+QString MeasuredTable(const Findings& found, const QLocale& locale) {
+  QString table =
+      Line({QStringLiteral("Measurement"), QStringLiteral("Unit"), QStringLiteral("Value")});
+  for (std::size_t i = 0; i < found.measurements.size(); ++i) {
+    const Caption caption = CaptionOf(i);
+    table += Line({caption.name, caption.unit, found.measurements[i].text});
+  }
+  return table + u'\n' +
+         Print::TabbedTable(ResultRows(found, locale), Print::IntervalTitle(0.95, locale));
+}
+
+}  // namespace Measuring
