@@ -1,5 +1,6 @@
 // Start of the windowed program.
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QLocale>
 #include <QStandardPaths>
 
@@ -10,6 +11,26 @@
 #include "platform/readable_palette.h"
 #include "platform/system_end.h"
 
+namespace {
+
+// The radiograph to measure on; empty without one. Help, version and wrong arguments end the
+// program here.
+QString RadiographFromArguments(const QApplication& application) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(
+      QStringLiteral("Hip force and contact stress from a radiograph of the pelvis."));
+  parser.addHelpOption();
+  parser.addVersionOption();
+  const QCommandLineOption measure(QStringLiteral("measure"),
+                                   QStringLiteral("Open the measuring window on a radiograph."),
+                                   QStringLiteral("FILE"));
+  parser.addOption(measure);
+  parser.process(application);
+  return parser.value(measure);
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   const PopupEscape popupEscape;
@@ -17,16 +38,22 @@ int main(int argc, char** argv) {
   QApplication::setApplicationVersion(QStringLiteral(TELMARION_VERSION));
   QApplication::setDesktopFileName(QStringLiteral("telmarion"));
   QApplication::setWindowIcon(ApplicationIcon());
+  const QString radiograph = RadiographFromArguments(application);
   const PaletteKeeper readable;
 
   DialogMessageDoor messages;
   SystemFileDialog files;
   SystemPrintDialog printers;
-  MDIForm1 window({messages, files, printers, [] { return QDate::currentDate(); },
-                   QLocale::system(), HelpFolders(QCoreApplication::applicationDirPath()),
+  MDIForm1 window({messages,
+                   files,
+                   printers,
+                   [] { return QDate::currentDate(); },
+                   QLocale::system(),
+                   HelpFolders(QCoreApplication::applicationDirPath()),
                    QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation),
                    QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) +
-                       QStringLiteral("/settings.json")});
+                       QStringLiteral("/settings.json"),
+                   {Radiography::FindDecoder(QCoreApplication::applicationDirPath()), {}}});
   const SystemEnd systemEnd;
   QObject::connect(&systemEnd, &SystemEnd::SessionEnding, &window, &MDIForm1::KeepWork);
   QObject::connect(&systemEnd, &SystemEnd::Ended, &window, [&window](int exitStatus) {
@@ -34,6 +61,10 @@ int main(int argc, char** argv) {
     QCoreApplication::exit(exitStatus);
   });
   window.show();
-  QMetaObject::invokeMethod(&window, &MDIForm1::OfferKeptWork, Qt::QueuedConnection);
+  const auto begin = [&window, &radiograph] {
+    window.OfferKeptWork();
+    if (!radiograph.isEmpty()) window.MeasureOn(radiograph);
+  };
+  QMetaObject::invokeMethod(&window, begin, Qt::QueuedConnection);
   return QApplication::exec();
 }

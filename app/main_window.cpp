@@ -41,6 +41,7 @@ MDIForm1::MDIForm1(const AppDoors& doors)
   BuildMenus();
   BuildToolBar();
   BuildStatusLine();
+  setAcceptDrops(true);
   ShowStatus();
 }
 
@@ -229,7 +230,9 @@ void MDIForm1::closeEvent(QCloseEvent* event) {
     }
   }
   ending_ = true;
-  if (!systemEnds_) recovery_.Remove();
+  KeptWork left;
+  left.marks = MarksToKeep();  // nothing else saves them
+  if (!systemEnds_) recovery_.Keep(left);
   QMainWindow::closeEvent(event);
   QApplication::closeAllWindows();
 }

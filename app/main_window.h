@@ -16,6 +16,7 @@
 #include "app/uncertainty_window.h"
 #include "caseform/case_form.h"
 #include "diagram/diagram_view.h"
+#include "measuring/measuring_window.h"
 #include "platform/file_dialog.h"
 #include "platform/message_door.h"
 #include "platform/print_dialog.h"
@@ -32,6 +33,7 @@ struct AppDoors {
   QStringList helpFolders;      // where the help file may lie, see HelpFolders
   QString recoveryFolder = {};  // for the work that is not saved yet; empty: it is not kept
   QString settingsFile = {};    // of what the user has set; empty: it is not kept
+  Radiography::RadiographReader radiographs = {};
 };
 
 class MDIForm1 final : public QMainWindow {
@@ -49,6 +51,9 @@ class MDIForm1 final : public QMainWindow {
 
   // The window on uncertainty; null before it was asked for.
   UncertaintyWindow* SureView() { return sure_.get(); }
+
+  // The measuring window; null before it was asked for.
+  Measuring::MeasuringWindow* Measuring() { return measuring_.get(); }
 
   // Asks, when an earlier session ended without saving, whether to go on with its work.
   void OfferKeptWork();
@@ -68,12 +73,16 @@ class MDIForm1 final : public QMainWindow {
   void Change();
   void View3D();
   void HowSure();
+  void Measure();
+  void MeasureOn(const QString& path);  // the radiograph in this file
   void Help();
   void About();
   void Exit();
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   // Declined: the stresses are not the case's own, and the user would rather not save them.
@@ -109,6 +118,13 @@ class MDIForm1 final : public QMainWindow {
   void GoOnWithCase(const KeptWork& work);
   void GoOnWithForm(const KeptWork& work);
 
+  // Measuring on a radiograph.
+  void LoadMeasuring();
+  bool UseMeasured(const CaseEntries& measured);
+  bool AgreesToUse(const CaseEntries& measured);
+  QJsonObject MarksToKeep() const;
+  void GoOnWithMarks(const QJsonObject& marks);
+
   void LoadView3D();
   void ShowHelp(const QString& topic);
   SaveOutcome SaveCase();
@@ -127,6 +143,7 @@ class MDIForm1 final : public QMainWindow {
   std::unique_ptr<HelpWindow> help_;
   SettingsFile settings_;
   std::unique_ptr<UncertaintyWindow> sure_;
+  std::unique_ptr<Measuring::MeasuringWindow> measuring_;
   CaseEntries shownEntries_;  // of the form, before anything was typed
   bool ending_ = false;       // Exit has asked already
   bool systemEnds_ = false;

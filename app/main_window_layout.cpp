@@ -139,6 +139,7 @@ void MDIForm1::BuildToolsMenu() {
   tools->setObjectName(QStringLiteral("mnuTools"));
   caseCommands_ << AddCommand("mnuHowSure", "How &sure is this case…", &MDIForm1::HowSure);
   tools->addAction(caseCommands_.last());
+  tools->addAction(AddCommand("mnuMeasure", "&Measure on radiograph…", &MDIForm1::Measure));
 }
 
 void MDIForm1::BuildToolBar() {

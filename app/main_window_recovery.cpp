@@ -9,14 +9,19 @@ constexpr QStringView kQuestion =
     u"A case was not saved when TELMARION ended. It was kept.\n"
     u"Continue with it?\n\n"
     u"\"No\" discards it. \"Cancel\" keeps it for another start.";
+constexpr QStringView kMarksQuestion =
+    u"Marks on a radiograph were not used when TELMARION ended. They were kept.\n"
+    u"Continue with them?\n\n"
+    u"\"No\" discards them. \"Cancel\" keeps them for another start.";
 constexpr QStringView kTitle = u"TELMARION Start";
 
 }  // namespace
 
 void MDIForm1::OfferKeptWork() {
   if (!recovery_.IsPending()) return;
+  const QStringView question = recovery_.IsMarksOnly() ? kMarksQuestion : kQuestion;
   const MessageDoor::Answer answer =
-      doors_.messages.AskYesNoCancel(this, kQuestion.toString(), kTitle.toString());
+      doors_.messages.AskYesNoCancel(this, question.toString(), kTitle.toString());
   if (systemEnds_) return;
   if (answer == MessageDoor::Answer::No) return recovery_.Discard();
   if (answer == MessageDoor::Answer::Cancel) return recovery_.Leave();
@@ -30,6 +35,7 @@ void MDIForm1::OfferKeptWork() {
 void MDIForm1::GoOnWith(const KeptWork& work) {
   if (work.data) GoOnWithCase(work);
   if (work.entries) GoOnWithForm(work);
+  if (!work.marks.isEmpty()) GoOnWithMarks(work.marks);
   ShowStatus();
 }
 
@@ -66,6 +72,7 @@ KeptWork MDIForm1::WorkToKeep() const {
     work.entries = form_->Entries();
     work.weightUnknownInForm = form_->weightUnknown();
   }
+  work.marks = MarksToKeep();
   return work;
 }
 

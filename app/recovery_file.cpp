@@ -62,6 +62,13 @@ bool RecoveryFile::TakePlace(Wanted wanted) {
   return false;
 }
 
+bool RecoveryFile::IsMarksOnly() const {
+  QFile file(path_);
+  if (!IsFile(path_) || !file.open(QIODevice::ReadOnly)) return false;
+  const std::optional<KeptWork> work = Vse::ParseKeptWork(file.readAll());
+  return work && work->IsMarksOnly();
+}
+
 std::optional<KeptWork> RecoveryFile::Read(QString& trouble) {
   QFile file(path_);
   const bool isFile = IsFile(path_);

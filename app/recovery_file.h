@@ -24,6 +24,9 @@ class RecoveryFile {
   // alone until TakeOver, Discard or Leave.
   bool IsPending() const { return pending_; }
 
+  // Whether the earlier work is nothing but marks on a radiograph; false when it cannot be read.
+  bool IsMarksOnly() const;
+
   // The work of the earlier session. Empty when it cannot be read: its file is then put aside under
   // another name, or left alone where that fails; `trouble` says why and where it is, and nothing
   // is pending any more.

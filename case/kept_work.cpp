@@ -173,6 +173,7 @@ KeptWork WorkFromJson(const QJsonObject& object) {
   if (object.contains("computedBefore")) {
     work.computedBefore = CaseFromJson(ObjectIn(object, "computedBefore"));
   }
+  if (object.contains("marks")) work.marks = ObjectIn(object, "marks");
   if (!object.contains("form")) return work;
   const QJsonObject form = ObjectIn(object, "form");
   work.entries = EntriesFromJson(form);
@@ -192,6 +193,7 @@ QByteArray ComposeKeptWork(const KeptWork& work) {
     form.insert("weightUnknown", work.weightUnknownInForm);
     object.insert("form", form);
   }
+  if (!work.marks.isEmpty()) object.insert("marks", work.marks);
   return QJsonDocument(object).toJson();
 }
 

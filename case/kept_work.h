@@ -1,8 +1,9 @@
 // What is kept of a session that ends before its case is saved: the confirmed case, to the last
-// digit, and the entries of a form that is still open.
+// digit, the entries of a form that is still open, and marks on a radiograph.
 #pragma once
 
 #include <QByteArray>
+#include <QJsonObject>
 #include <QString>
 #include <optional>
 
@@ -17,7 +18,12 @@ struct KeptWork {
 
   // The case whose stresses a refused one still has; nothing when `data` was computed itself.
   std::optional<CaseData> computedBefore = {};
-  bool IsEmpty() const { return !data && !entries; }
+
+  // Of the measuring window, which alone knows what is in it: marks that were not used yet.
+  QJsonObject marks = {};
+
+  bool IsMarksOnly() const { return !data && !entries && !marks.isEmpty(); }
+  bool IsEmpty() const { return !data && !entries && marks.isEmpty(); }
   bool operator==(const KeptWork&) const = default;
 };
 

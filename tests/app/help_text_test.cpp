@@ -119,7 +119,7 @@ TEST_F(HelpText, TopicsOfTheProgramAreThere) {
                             "messages", "keyboard",   "l2",           "c",        "h",
                             "x",        "z",          "rotation",     "ce",       "radius",
                             "rwb",      "thetar",     "thetapol",     "pmaxwb",   "pmax",
-                            "weight",   "refused",    "uncertainty"}) {
+                            "weight",   "refused",    "uncertainty",  "measuring"}) {
     EXPECT_EQ(file_->engine().documentsForIdentifier(topic).size(), 1) << topic;
     EXPECT_TRUE(Leads(file_->Topic(topic))) << topic;
   }
@@ -175,7 +175,12 @@ TEST_F(HelpText, HasTheMessagesWordForWord) {
         "This weight counts as not known because OK was pressed without one. "
         "New or Change starts over.",
         "Unsaved work cannot be kept for the next start.",
-        "These entries cannot be kept for the next start: "}) {
+        "These entries cannot be kept for the next start: ",
+        "Marks on a radiograph were not used when TELMARION ended. They were kept.",
+        "The marks on this radiograph have not been used. Discard them and open another?",
+        "Open a new case with these measurements?",
+        ": The file has changed since it was marked. Its marks are kept.",
+        "Click three or more points on the edge instead."}) {
     EXPECT_TRUE(text.contains(message)) << message;
   }
 }

@@ -31,7 +31,7 @@ TEST(MainWindow, HasSixButtonsAndFourMenusAndNothingMore) {
   }
   EXPECT_EQ(menus, (QStringList{"&File New", "&File Open", "&File Save", "&File Print",
                                 "&File Exit", "&Edit Change", "&Tools How sure is this case…",
-                                "&Help Help", "&Help About"}));
+                                "&Tools Measure on radiograph…", "&Help Help", "&Help About"}));
 }
 
 TEST(MainWindow, ShortcutsAreTheUsualOnes) {

@@ -24,9 +24,17 @@ class RunningProgram {
  public:
   explicit RunningProgram(const QLocale& locale = QLocale::c(),
                           const QStringList& helpFolders = {TELMARION_HELP_DIR},
-                          const QString& recoveryFolder = {}, const QString& settingsFile = {})
-      : window({messages, files, printers, [] { return QDate(2026, 11, 15); }, locale, helpFolders,
-                recoveryFolder, settingsFile}) {
+                          const QString& recoveryFolder = {}, const QString& settingsFile = {},
+                          const std::string& decoder = {})
+      : window({messages,
+                files,
+                printers,
+                [] { return QDate(2026, 11, 15); },
+                locale,
+                helpFolders,
+                recoveryFolder,
+                settingsFile,
+                {decoder, {}}}) {
     window.show();
   }
 
