@@ -20,7 +20,7 @@ QJsonArray ToJson(const std::vector<PixelPlace>& points) {
 
 std::vector<PixelPlace> PointsFrom(const QJsonArray& array, std::size_t most) {
   std::vector<PixelPlace> points;
-  for (const QJsonValue& value : array) {
+  for (const auto& value : array) {
     const QJsonArray place = value.toArray();
     if (place.size() != 2 || !place[0].isDouble() || !place[1].isDouble()) continue;
     if (points.size() < most) points.push_back({place[0].toDouble(), place[1].toDouble()});

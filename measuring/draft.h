@@ -25,7 +25,7 @@ enum class Entry : std::size_t {
 };
 
 struct EntryRow {
-  Entry id;
+  Entry id = Entry::Magnification;
   QStringView key;  // in kept work and of the control
   QStringView caption;
   QStringView unit;  // empty for a factor

@@ -11,7 +11,7 @@ namespace Measuring {
 enum class ErrorOf : std::size_t { CircleEdge, SocketEdge, OtherPoint, Magnification, BodyWeight };
 
 struct ErrorRow {
-  ErrorOf id;
+  ErrorOf id = ErrorOf::CircleEdge;
   QStringView key;  // in the settings and of the control
   QStringView caption;
   QStringView unit;  // empty for the factor

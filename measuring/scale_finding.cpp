@@ -31,8 +31,8 @@ QString ShortText(double number, const QLocale& locale) {
 }
 
 struct KnownObject {
-  MarkKind mark;
-  Entry size;
+  MarkKind mark = MarkKind::Ball;
+  Entry size = Entry::BallDiameter;
   QStringView name;
 };
 constexpr std::array kObjects = {
