@@ -56,8 +56,7 @@ bool IsUnder(const MarkScene& scene, const ViewTransform& transform, const MarkR
 QString StateOf(const MarkScene& scene, const MarkRow& row) {
   const auto count = PointsOf(scene, row.id).size();
   if (row.most() == 1) return QStringLiteral("set");
-  QString points =
-      count == 1 ? QStringLiteral("1 point") : QStringLiteral("%1 points").arg(count);
+  QString points = count == 1 ? QStringLiteral("1 point") : QStringLiteral("%1 points").arg(count);
   if (IsWhole(scene.points, row.id)) return points;
   return QStringLiteral("%1 of %2").arg(points).arg(row.least());
 }
