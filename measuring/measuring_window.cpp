@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QMenuBar>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QVBoxLayout>
 #include <utility>
@@ -28,7 +29,6 @@ constexpr QLatin1String kHash("sha256");
 constexpr QLatin1String kMarksKey("marks");
 constexpr QLatin1String kSection("measuring");
 constexpr int kKeepDelay = 500;  // ms
-constexpr QRgb kSurround = 0x202020;
 
 QLabel* AddStatusLabel(QStatusBar& bar, const char* name) {
   auto* label = new QLabel;
@@ -102,6 +102,11 @@ void MeasuringWindow::BuildStatusLine() {
   statusBar()->setObjectName(QStringLiteral("statusBar"));
   pointerLabel_ = AddStatusLabel(*statusBar(), "lblPointer");
   viewLabel_ = AddStatusLabel(*statusBar(), "lblView");
+  cancelReading_ = new QShortcut(Qt::Key_Escape, this);
+  connect(cancelReading_, &QShortcut::activated, this, [this] {
+    loader_.Cancel();
+    ShowStatus();
+  });
 }
 
 QAction* MeasuringWindow::Add(QMenu* menu, const char* name, const QString& caption,
@@ -262,14 +267,6 @@ void MeasuringWindow::closeEvent(QCloseEvent* event) {
   keepTimer_.stop();
   ShowStatus();
   QMainWindow::closeEvent(event);
-}
-
-void MeasuringWindow::keyPressEvent(QKeyEvent* event) {
-  if (event->key() != Qt::Key_Escape || !loader_.IsBusy()) {
-    return QMainWindow::keyPressEvent(event);
-  }
-  loader_.Cancel();
-  ShowStatus();
 }
 
 bool MeasuringWindow::eventFilter(QObject* watched, QEvent* event) {

@@ -5,6 +5,7 @@
 #include <QJsonObject>
 #include <QLocale>
 #include <QMainWindow>
+#include <QShortcut>
 #include <QTimer>
 #include <QUndoStack>
 #include <functional>
@@ -63,7 +64,6 @@ class MeasuringWindow final : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -130,6 +130,7 @@ class MeasuringWindow final : public QMainWindow {
   QList<QAction*> pictureCommands_;  // of no use before there is a picture
   QAction* inverted_ = nullptr;
   QAction* flipped_ = nullptr;
+  QShortcut* cancelReading_ = nullptr;  // of use while a picture is read
   QLabel* pointerLabel_ = nullptr;
   QLabel* viewLabel_ = nullptr;
   QTimer keepTimer_;  // so that a drag does not write a file at every move

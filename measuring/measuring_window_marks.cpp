@@ -122,7 +122,6 @@ void MeasuringWindow::AddPoint(MarkKind kind, PixelPlace place) {
   Draft after = draft_;
   after[kind].push_back(place);
   Change(after, gesture_++);
-  view_->Select(MarkPoint{kind, draft_[kind].size() - 1});
   if (row.shape != MarkShape::Circle && IsWhole(draft_.points, kind)) GoToNextMark();
 }
 

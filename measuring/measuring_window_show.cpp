@@ -162,6 +162,7 @@ void MeasuringWindow::ShowErrorFaults() {
 }
 
 void MeasuringWindow::ShowStatus() {
+  cancelReading_->setEnabled(loader_.IsBusy());
   if (loader_.IsBusy()) {
     statusBar()->showMessage(QStringLiteral("Opening… Escape cancels."));
   } else {

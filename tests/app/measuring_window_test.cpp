@@ -176,6 +176,47 @@ TEST_F(Measure, HandsOverWhatTheFormThenComputesToTheDigit) {
   EXPECT_EQ(shown.size(), Sila::kResultCount);
 }
 
+// From the middle of the view to the place, in whole pixels, and Enter.
+TEST_F(Measure, GoesByKeysAloneFromThePictureToTheForm) {
+  MeasuringProgram measuring(folder.path());
+  measuring.Open(path);
+  RadiographView& view = measuring.Window().View();
+  const auto walk = [&](int key, int back, double way) {
+    const int pixels = static_cast<int>(std::lround(std::abs(way)));
+    for (int i = 0; i < pixels / 20; ++i) {
+      QTest::keyClick(&view, Qt::Key(way > 0.0 ? key : back), Qt::ControlModifier);
+    }
+    for (int i = 0; i < pixels % 20; ++i) QTest::keyClick(&view, Qt::Key(way > 0.0 ? key : back));
+  };
+  QTest::keyClick(&view, Qt::Key_Right);  // the cross-hair appears
+  const Landmarks::Circle& head = *Rendered().truth.left.head;
+  for (const PixelPlace& place : EdgePoints(head, MakeSetup().spacing, 3)) {
+    walk(Qt::Key_Right, Qt::Key_Left, place.column - view.CrossHair()->column);
+    walk(Qt::Key_Down, Qt::Key_Up, place.row - view.CrossHair()->row);
+    QTest::keyClick(&view, Qt::Key_Return);
+  }
+  measuring.Type("magnification", QString::number(Rendered().truth.magnification, 'g', 6));
+  QTest::keyClick(measuring.In<QLineEdit>("magnification"), Qt::Key_Return, Qt::ControlModifier);
+  ASSERT_TRUE(measuring.program.FormIsOpen());
+  const CaseEntries entries = measuring.program.Form().Entries();
+  EXPECT_NEAR(measuring.Number(entries[Sila::Measurement::HeadRadius].text), 2.4, 0.03);
+}
+
+TEST_F(Measure, EscapeGivesUpReadingAndLeavesTheWindowAsItWas) {
+  MeasuringProgram measuring(folder.path());
+  measuring.Open(path);
+  const QString title = measuring.Window().windowTitle();
+  const QString other = folder.filePath("other.dcm");
+  ASSERT_TRUE(QFile::copy(path, other));
+  measuring.Window().OpenPicture(other);
+  ASSERT_TRUE(measuring.Window().IsReading());
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&measuring.Window()));
+  QTest::keyClick(&measuring.Window().View(), Qt::Key_Escape);
+  EXPECT_FALSE(measuring.Window().IsReading());
+  QCoreApplication::processEvents();
+  EXPECT_EQ(measuring.Window().windowTitle(), title);
+}
+
 TEST_F(Measure, LeavesBoxesEmptyForWhatWasNotMarked) {
   MeasuringProgram measuring(folder.path());
   measuring.Open(path);
