@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "platform/choice_list.h"
+#include "platform/heading.h"
 #include "platform/length_units.h"
 #include "report/uncertain_rows.h"
 
@@ -19,14 +20,6 @@ constexpr int kLongestEntry = 32;  // letters
 
 // Of the entries.
 enum Column { kCaption, kValue, kU, kUnit, kDistribution, kFault };
-
-QLabel* Heading(const QString& text) {
-  auto* label = new QLabel(text);
-  QFont font = label->font();
-  font.setBold(true);
-  label->setFont(font);
-  return label;
-}
 
 template <class Widget>
 Widget* Named(Widget* widget, const QString& name, const QString& accessibleName,

@@ -47,7 +47,7 @@ void PrintNumbers(PrinterPage& page, const MeasuredPage& printed) {
     page.LineFeed();
   }
   page.LineFeed();
-  const QString title = Print::IntervalTitle(0.95, printed.locale);
+  const QString title = Print::IntervalTitle(Uncertainty::Settings{}.coverage, printed.locale);
   page.PrintWithoutFeed(QStringLiteral("Result"));
   PrintCell(page, QStringLiteral("Value"), kValueEnd);
   PrintCell(page, title + QStringLiteral(" from"), kLowEnd);

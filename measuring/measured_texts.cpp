@@ -110,7 +110,8 @@ QString MeasuredTable(const Findings& found, const QLocale& locale) {
     table += Line({caption.name, caption.unit, found.measurements[i].text});
   }
   return table + u'\n' +
-         Print::TabbedTable(ResultRows(found, locale), Print::IntervalTitle(0.95, locale));
+         Print::TabbedTable(ResultRows(found, locale),
+                            Print::IntervalTitle(Uncertainty::Settings{}.coverage, locale));
 }
 
 }  // namespace Measuring

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "platform/choice_list.h"
+#include "platform/heading.h"
 #include "platform/length_units.h"
 #include "report/uncertain_rows.h"
 
@@ -15,14 +16,6 @@ namespace Measuring {
 namespace {
 
 constexpr int kNumberWidth = 10 * kGrid;
-
-QLabel* Heading(const QString& text) {
-  auto* label = new QLabel(text);
-  QFont font = label->font();
-  font.setBold(true);
-  label->setFont(font);
-  return label;
-}
 
 QLabel* Words(const char* name) {
   auto* label = new QLabel;

@@ -27,6 +27,10 @@ constexpr QRgb kGround = 0xFF1C1E21U;
 constexpr double kMargin = 12.0;         // device-independent pixels
 constexpr double kLongestSide = 1200.0;  // device-independent pixels of a saved picture
 
+void PaintFlipped(QPainter& painter, double height) {
+  PaintText(painter, QPointF(kMargin, height - kMargin), QStringLiteral("Flipped"), kPlainColour);
+}
+
 }  // namespace
 
 RadiographView::RadiographView(QWidget* parent) : QWidget(parent) {
@@ -183,7 +187,7 @@ void RadiographView::paintEvent(QPaintEvent*) {
 void RadiographView::PaintOver(QPainter& painter) const {
   PaintMarks(painter, transform_, scene_, Captions::OfCurrent);
   if (DrawsRoughCircle()) PaintRoughCircle(painter);
-  if (transform_.flipped) PaintFlipped(painter);
+  if (transform_.flipped) PaintFlipped(painter, transform_.view.height());
   if (crossHair_ && !scene_.selected && isKeyed_) {
     PaintStroke(painter, OpenCross(PositionOf(transform_, *crossHair_), 4.0, 24.0), kPlainColour,
                 1.25);
@@ -201,11 +205,6 @@ void RadiographView::PaintRoughCircle(QPainter& painter) const {
   path.addEllipse(press_.from, radius, radius);
   path.addPath(OpenCross(press_.from, 0.0, 4.0));
   PaintStroke(painter, path, kCurrentColour, 1.25);
-}
-
-void RadiographView::PaintFlipped(QPainter& painter) const {
-  PaintText(painter, QPointF(kMargin, transform_.view.height() - kMargin),
-            QStringLiteral("Flipped"), kPlainColour);
 }
 
 void RadiographView::PaintFocus(QPainter& painter) const {
@@ -248,10 +247,7 @@ QImage RadiographView::PictureWithMarks() const {
   painter.setFont(font());
   painter.scale(ratio, ratio);
   PaintMarks(painter, transform, scene, Captions::OfAll);
-  if (transform.flipped) {
-    PaintText(painter, QPointF(kMargin, transform.view.height() - kMargin),
-              QStringLiteral("Flipped"), kPlainColour);
-  }
+  if (transform.flipped) PaintFlipped(painter, transform.view.height());
   return image;
 }
 

@@ -118,7 +118,6 @@ class RadiographView : public QWidget {
 
   void PaintOver(QPainter& painter) const;
   void PaintRoughCircle(QPainter& painter) const;
-  void PaintFlipped(QPainter& painter) const;
   void PaintFocus(QPainter& painter) const;
 
   bool ShowHoverWords(QPoint position, QPoint onScreen);
