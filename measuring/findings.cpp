@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 #include <variant>
 
 #include "case/entry_check.h"
@@ -191,43 +190,29 @@ MarkedHip MarkedHipOf(const PictureFacts& facts, const Marks& marks, const Check
   return hip;
 }
 
-// What shares a bar: the errors of one mark.
-struct BudgetPart {
-  QString caption;
-  std::size_t first = 0;
-  std::size_t end = 0;
-};
-
-std::vector<BudgetPart> BudgetParts(const Marks& marks, bool weightKnown) {
+// By kBudgetParts; of the rest, only the body weight has an error here.
+QStringList CaptionsOfParts(const Marks& marks, bool weightKnown) {
   const bool isMidline = std::holds_alternative<Landmarks::Midline>(marks.other);
-  const QString other =
-      RowOf(isMidline ? MarkKind::Midline : MarkKind::OtherHead).caption.toString();
-  std::vector<BudgetPart> parts = {
-      {CaptionOf(Mark::Head), kHeadSource, kOtherSource},
-      {other, kOtherSource, kSocketEdgeSource},
-      {CaptionOf(Mark::SocketEdge), kSocketEdgeSource, kCrestTopSource},
-      {CaptionOf(Mark::CrestTop), kCrestTopSource, kCrestLateralSource},
-      {CaptionOf(Mark::CrestLateral), kCrestLateralSource, kTrochanterSource},
-      {CaptionOf(Mark::Trochanter), kTrochanterSource, kMagnificationSource},
-      {QStringLiteral("Magnification"), kMagnificationSource, kRestSource}};
-  if (weightKnown) {
-    const std::size_t weight = kRestSource + Sila::IndexOf(Sila::Measurement::BodyWeight);
-    parts.push_back({QStringLiteral("Body weight"), weight, weight + 1});
-  }
-  return parts;
+  QStringList captions = {
+      CaptionOf(Mark::Head),
+      RowOf(isMidline ? MarkKind::Midline : MarkKind::OtherHead).caption.toString(),
+      CaptionOf(Mark::SocketEdge),
+      CaptionOf(Mark::CrestTop),
+      CaptionOf(Mark::CrestLateral),
+      CaptionOf(Mark::Trochanter),
+      QStringLiteral("Magnification")};
+  if (weightKnown) captions << QStringLiteral("Body weight");
+  return captions;
 }
 
-void ShareOut(const std::vector<BudgetPart>& parts, Findings& found) {
+void ShareOut(const QStringList& captions, Findings& found) {
   for (const Sila::ResultRow& row : Sila::kResults) {
     const auto& result = found.sure->results[Sila::IndexOf(row.id)];
-    for (const BudgetPart& part : parts) {
-      ShareBar bar = {part.caption, {}};
-      if (result && !result->spread.budget.empty()) {
-        const auto shares = result->spread.budget.begin();
-        bar.share = std::accumulate(shares + static_cast<std::ptrdiff_t>(part.first),
-                                    shares + static_cast<std::ptrdiff_t>(part.end), 0.0);
-      }
-      found.budget[Sila::IndexOf(row.id)].push_back(bar);
+    std::vector<ShareBar>& bars = found.budget[Sila::IndexOf(row.id)];
+    for (const QString& caption : captions) {
+      ShareBar bar = {caption, {}};
+      if (result && !result->spread.budget.empty()) bar.share = result->spread.budget[bars.size()];
+      bars.push_back(bar);
     }
   }
 }
@@ -237,8 +222,8 @@ void Propagate(const PictureFacts& facts, const Marks& marks, const CheckedError
   if (!found.record || !errors.isAnyGiven || !errors.IsGood()) return;
   const MarkedHip hip = MarkedHipOf(facts, marks, errors, found);
   found.sure = ComputeHipUncertainty(hip, found.record->data.inputs, points,
-                                     {.trials = kTrials, .budget = true});
-  ShareOut(BudgetParts(marks, hip.rest.values.bodyWeight.has_value()), found);
+                                     {.trials = kTrials, .budget = true, .parts = kBudgetParts});
+  ShareOut(CaptionsOfParts(marks, hip.rest.values.bodyWeight.has_value()), found);
 }
 
 void NoteMarks(const Marks& marks, Findings& found) {

@@ -67,6 +67,12 @@ enum FirstSource : std::size_t {
   kRestSource = kMagnificationSource + 1,
   kMarkedHipSources = kRestSource + Sila::kMeasurementCount
 };
+// A budget has a part for each mark, one for the magnification and one for the rest: the
+// coordinates of one mark are not read one by one.
+inline constexpr std::array<std::size_t, 9> kBudgetParts = {
+    kHeadSource,          kOtherSource,        kSocketEdgeSource,
+    kCrestTopSource,      kCrestLateralSource, kTrochanterSource,
+    kMagnificationSource, kRestSource,         kMarkedHipSources};
 std::vector<Uncertainty::Source> SourcesOf(const MarkedHip& hip);
 
 // One column a measurement, in the order of kMeasurementMarks, in true mm and rad. Those that

@@ -1,4 +1,4 @@
-// One source at a time.
+// One part of the sources at a time.
 #include "uncertainty/budget.h"
 
 #include <algorithm>
@@ -14,15 +14,24 @@ namespace {
 constexpr std::size_t kTrials = 1024;
 
 // Of each result; nothing when a trial is refused.
-std::vector<double> VariancesOfOne(Trials& trials, std::size_t source, std::vector<Sums> sums) {
+std::vector<double> VariancesOfOne(Trials& trials, SourceRange part, std::vector<Sums> sums) {
   for (std::size_t block = 0; block < kTrials / kBlockTrials; ++block) {
-    const std::span<Column> results = trials.RunOne(source, block);
+    const std::span<Column> results = trials.RunPart(part, block);
     if (std::count(results[0].at.begin(), results[0].at.end(), kRefused) != 0) return {};
     for (std::size_t i = 0; i < sums.size(); ++i) sums[i].Add(results[i], kBlockTrials);
   }
   std::vector<double> variances(sums.size());
   for (std::size_t i = 0; i < sums.size(); ++i) variances[i] = sums[i].Variance(kTrials);
   return variances;
+}
+
+std::vector<SourceRange> RangesOf(std::span<const std::size_t> parts, std::size_t sources) {
+  std::vector<SourceRange> ranges;
+  if (parts.empty()) {
+    for (std::size_t source = 0; source < sources; ++source) ranges.push_back({source, source + 1});
+  }
+  for (std::size_t i = 1; i < parts.size(); ++i) ranges.push_back({parts[i - 1], parts[i]});
+  return ranges;
 }
 
 void Normalise(std::vector<double>& parts) {
@@ -33,17 +42,17 @@ void Normalise(std::vector<double>& parts) {
 
 }  // namespace
 
-std::vector<std::vector<double>> ComputeBudget(Trials& trials) {
-  const std::span<const Source> sources = trials.sources();
+std::vector<std::vector<double>> ComputeBudget(Trials& trials, std::span<const std::size_t> parts) {
+  const std::vector<SourceRange> ranges = RangesOf(parts, trials.sources().size());
   const std::vector<Sums> sums = SumsAboutCentre(trials.RunCentre());
-  std::vector<std::vector<double>> budget(sums.size(), std::vector<double>(sources.size()));
-  for (std::size_t source = 0; source < sources.size(); ++source) {
-    if (sources[source].u == 0.0) continue;
-    const std::vector<double> variances = VariancesOfOne(trials, source, sums);
+  std::vector<std::vector<double>> budget(sums.size(), std::vector<double>(ranges.size()));
+  for (std::size_t part = 0; part < ranges.size(); ++part) {
+    if (!trials.Varies(ranges[part])) continue;
+    const std::vector<double> variances = VariancesOfOne(trials, ranges[part], sums);
     if (variances.empty()) return {};
-    for (std::size_t i = 0; i < budget.size(); ++i) budget[i][source] = variances[i];
+    for (std::size_t i = 0; i < budget.size(); ++i) budget[i][part] = variances[i];
   }
-  for (std::vector<double>& parts : budget) Normalise(parts);
+  for (std::vector<double>& shares : budget) Normalise(shares);
   return budget;
 }
 

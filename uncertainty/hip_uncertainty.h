@@ -44,7 +44,7 @@ Sila::HipInputs TrueInputs(const HipReading& reading);
 // The estimate is the model's own value for the entered numbers, to the last bit.
 struct HipResultUncertainty {
   double estimate = 0.0;
-  Spread spread;  // budget in the order of the sources
+  Spread spread;  // budget in the order of the sources or of their parts
 };
 
 struct HipUncertainty {

@@ -206,7 +206,7 @@ Propagated Propagate(std::span<const Source> sources, const BlockModel& model,
         SpreadOf(intervals[i], propagation.Variance(i), propagated.completeness);
   }
   if (!settings.budget || propagated.completeness != Completeness::Complete) return propagated;
-  std::vector<std::vector<double>> budget = ComputeBudget(trials);
+  std::vector<std::vector<double>> budget = ComputeBudget(trials, settings.parts);
   for (std::size_t i = 0; i < budget.size(); ++i) {
     propagated.results[i].budget = std::move(budget[i]);
   }

@@ -20,7 +20,10 @@ struct Settings {
   // than a hundredth of its width, or until there are this many.
   std::size_t trials = 8192;
   bool automatic = false;
-  bool budget = false;  // asked for: it takes a run of its own for each source
+  bool budget = false;  // asked for: it takes a run of its own for each part
+  // Where the parts of the budget begin among the sources, and where the last of them ends: sources
+  // of one part, such as the coordinates of a mark, vary together. Empty: each source is a part.
+  std::span<const std::size_t> parts = {};
 };
 
 struct Interval {
@@ -42,9 +45,9 @@ inline constexpr double kRefusedShare = 0.002;
 struct Spread {
   std::optional<double> u;           // standard uncertainty
   std::optional<Interval> interval;  // probabilistically symmetric (JCGM 101, 7.7)
-  // One part a source: of the variances that come out when one source varies at a time and the
-  // others keep their values (JCGM 101, annex B). The parts add up to 1; all are 0 when no source
-  // moves the result. Empty when not asked for, or when there is no u or no variance.
+  // Of the variances that come out when one part of the sources varies at a time and the others
+  // keep their values (JCGM 101, annex B). The parts add up to 1; all are 0 when no source moves
+  // the result. Empty when not asked for, or when there is no u or no variance.
   std::vector<double> budget;
 };
 

@@ -1,6 +1,8 @@
 // Blocks of drawn sources.
 #include "uncertainty/trials.h"
 
+#include <algorithm>
+
 namespace Uncertainty {
 
 Trials::Trials(std::span<const Source> sources, const BlockModel& model, std::size_t resultCount,
@@ -20,12 +22,18 @@ std::span<Column> Trials::Run(std::size_t block, std::size_t trials) {
   return results_;
 }
 
-std::span<Column> Trials::RunOne(std::size_t source, std::size_t block) {
+std::span<Column> Trials::RunPart(SourceRange part, std::size_t block) {
   RunCentre();
-  Vary(source, block);
+  for (std::size_t i = part.first; i < part.end; ++i) Vary(i, block);
   model_(drawn_, kBlockTrials, results_);
-  Rest(source);
+  for (std::size_t i = part.first; i < part.end; ++i) Rest(i);
   return results_;
+}
+
+bool Trials::Varies(SourceRange part) const {
+  const auto errs = [](const Source& source) { return source.u != 0.0; };
+  const std::span<const Source> sources = sources_.subspan(part.first, part.end - part.first);
+  return std::any_of(sources.begin(), sources.end(), errs);
 }
 
 std::span<const Column> Trials::RunCentre() {

@@ -11,6 +11,12 @@
 
 namespace Uncertainty {
 
+// The sources from `first` to before `end`.
+struct SourceRange {
+  std::size_t first = 0;
+  std::size_t end = 0;
+};
+
 class Trials {
  public:
   // Sources, model and points must outlive it. Every source stands at its value.
@@ -20,11 +26,14 @@ class Trials {
   // The results of the rows [0, trials) of one block. They stay until the next run.
   std::span<Column> Run(std::size_t block, std::size_t trials);
 
-  // The same for a whole block in which this source alone varies; it goes back to its value.
-  std::span<Column> RunOne(std::size_t source, std::size_t block);
+  // The same for a whole block in which these sources alone vary; they go back to their values.
+  std::span<Column> RunPart(SourceRange part, std::size_t block);
 
   // What the model gives for the values, in the first row.
   std::span<const Column> RunCentre();
+
+  // One of these sources has an error.
+  bool Varies(SourceRange part) const;
 
   std::size_t resultCount() const { return results_.size(); }
   std::span<const Source> sources() const { return sources_; }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <set>
 #include <string>
@@ -227,6 +228,24 @@ TEST(Budget, SharesOutWhatEachSourceMovesAlone) {
   const Propagated plain = Propagate(sources, model, 2, Points(2), {});
   EXPECT_TRUE(plain.results[0].budget.empty());
   EXPECT_EQ(plain.results[0].interval->low, got.results[0].interval->low);
+}
+
+// Neither coordinate moves x y alone.
+TEST(Budget, LetsTheSourcesOfOnePartVaryTogether) {
+  const BlockModel model = [](std::span<const Column> sources, std::size_t trials,
+                              std::span<Column> results) {
+    for (std::size_t k = 0; k < trials; ++k) {
+      results[0].at[k] = sources[0].at[k] * sources[1].at[k] + 2.0 * sources[2].at[k];
+    }
+  };
+  const std::vector<Source> sources = {{0.0, 1.0}, {0.0, 1.0}, {0.0, 1.0}};
+  const std::array<std::size_t, 3> parts = {0, 2, 3};
+  const Propagated apart = Propagate(sources, model, 1, Points(3), {.budget = true});
+  EXPECT_EQ(apart.results[0].budget, std::vector<double>({0.0, 0.0, 1.0}));
+  const Propagated got = Propagate(sources, model, 1, Points(3), {.budget = true, .parts = parts});
+  ASSERT_EQ(got.results[0].budget.size(), 2U);
+  EXPECT_NEAR(got.results[0].budget[0], 0.2, 0.01);
+  EXPECT_NEAR(got.results[0].budget[1], 0.8, 0.01);
 }
 
 const BlockModel kSmooth = ModelOf({[](double x, double y) { return x + 2.0 * y; }});
