@@ -25,8 +25,9 @@ constexpr Point operator*(double factor, Point p) {
 constexpr double Dot(Point a, Point b) {
   return a.x * b.x + a.y * b.y;
 }
+// A picture is neither so large nor so small that a square overflows or vanishes.
 inline double Length(Point p) {
-  return std::hypot(p.x, p.y);
+  return std::sqrt(Dot(p, p));
 }
 
 }  // namespace Landmarks

@@ -41,21 +41,37 @@ Style StyleOf(const MarkScene& scene, MarkKind kind) {
   return {isScale ? kScaleColour : kMarkColour, kThin, false};
 }
 
-void AddHandle(QPainterPath& path, QPointF at, const Style& style) {
+// What of a mark is in the view: strokes cost by their length, and the magnifier shows a small part
+// of large outlines.
+struct SeenPath {
+  QSizeF view;
+  QPainterPath path;
+
+  void Add(const QPainterPath& part) {
+    const QRectF reach = part.controlPointRect().adjusted(-kArm, -kArm, kArm, kArm);
+    if (reach.intersects(QRectF({0.0, 0.0}, view))) path.addPath(part);
+  }
+};
+
+QPainterPath Handle(QPointF at, const Style& style) {
+  QPainterPath path;
   if (style.isCurrent) {
     path.addRect(QRectF(at - QPointF(kSquare, kSquare), QSizeF(kSquare, kSquare) * 2.0));
   } else {
     path.addEllipse(at, kRing, kRing);
   }
+  return path;
 }
 
 // From handle to handle, which stay free.
-void AddLine(QPainterPath& path, QPointF a, QPointF b) {
+QPainterPath LineBetween(QPointF a, QPointF b) {
+  QPainterPath path;
   const double gap = kSquare * 1.5;
   const QLineF line(a, b);
-  if (line.length() <= 2.0 * gap) return;
+  if (line.length() <= 2.0 * gap) return path;
   path.moveTo(line.pointAt(gap / line.length()));
   path.lineTo(line.pointAt(1.0 - gap / line.length()));
+  return path;
 }
 
 // Where on the outline the handles are, in degrees, counterclockwise from the right; the first once
@@ -75,15 +91,21 @@ std::vector<double> HandleAngles(const QRectF& outline, const std::vector<QPoint
 }
 
 // From handle to handle, so that the edge under them can be seen.
-void AddOutline(QPainterPath& path, const QRectF& outline, const std::vector<QPointF>& points) {
+void AddOutline(SeenPath& seen, const QRectF& outline, const std::vector<QPointF>& points) {
   const std::vector<double> angles = HandleAngles(outline, points);
-  if (angles.empty()) return path.addEllipse(outline);
+  if (angles.empty()) {
+    QPainterPath whole;
+    whole.addEllipse(outline);
+    return seen.Add(whole);
+  }
   const double gap = qRadiansToDegrees(kSquare / (outline.width() / 2.0));
   for (std::size_t i = 0; i + 1 < angles.size(); ++i) {
     const double length = angles[i + 1] - angles[i] - 2.0 * gap;
     if (length <= 0.0) continue;
-    path.arcMoveTo(outline, angles[i] + gap);
-    path.arcTo(outline, angles[i] + gap, length);
+    QPainterPath arc;
+    arc.arcMoveTo(outline, angles[i] + gap);
+    arc.arcTo(outline, angles[i] + gap, length);
+    seen.Add(arc);
   }
 }
 
@@ -120,20 +142,20 @@ std::vector<PlacedMark> PlacedMarks(const MarkScene& scene, const ViewTransform&
 
 void PaintMark(QPainter& painter, const ViewTransform& t, const MarkScene& scene,
                const PlacedMark& mark) {
-  QPainterPath path;
+  SeenPath seen{t.view, {}};
   const auto& circle = scene.circles[IndexOf(mark.row->id)];
   if (circle) {
-    AddOutline(path, OutlineOf(t, *circle), mark.points);
-    path.addPath(OpenCross(PositionOf(t, circle->centre), 0.0, kCentreArm));
+    AddOutline(seen, OutlineOf(t, *circle), mark.points);
+    seen.Add(OpenCross(PositionOf(t, circle->centre), 0.0, kCentreArm));
   }
   if (mark.row->shape == MarkShape::Line && mark.points.size() == 2) {
-    AddLine(path, mark.points[0], mark.points[1]);
+    seen.Add(LineBetween(mark.points[0], mark.points[1]));
   }
   for (const QPointF at : mark.points) {
-    AddHandle(path, at, mark.style);
-    if (mark.row->shape == MarkShape::Point) path.addPath(OpenCross(at, kSquare, kArm));
+    seen.Add(Handle(at, mark.style));
+    if (mark.row->shape == MarkShape::Point) seen.Add(OpenCross(at, kSquare, kArm));
   }
-  PaintStroke(painter, path, mark.style.colour, mark.style.width);
+  PaintStroke(painter, seen.path, mark.style.colour, mark.style.width);
 }
 
 void PaintSelection(QPainter& painter, const ViewTransform& t, const MarkScene& scene) {

@@ -55,13 +55,14 @@ CircleCovariance Root(const CircleCovariance& covariance) {
 
 // A hip with what does not change from trial to trial.
 struct Trials {
-  MarkedHip hip;
+  Marks marks;
+  MarkErrors errors;
   CircleCovariance headRoot;
   CircleCovariance otherRoot;
 };
 
 Trials TrialsOf(const MarkedHip& hip) {
-  return {hip, Root(hip.errors.head), Root(hip.errors.other)};
+  return {hip.marks, hip.errors, Root(hip.errors.head), Root(hip.errors.other)};
 }
 
 // The errors of one trial, row `trial` of the sources.
@@ -85,8 +86,8 @@ Point Moved(Point point, double u, const Errors& errors, std::size_t first) {
 }
 
 Marks Moved(const Trials& trials, const Errors& errors) {
-  Marks marks = trials.hip.marks;
-  const MarkErrors& u = trials.hip.errors;
+  Marks marks = trials.marks;
+  const MarkErrors& u = trials.errors;
   if (marks.head) marks.head = Moved(*marks.head, trials.headRoot, errors, kHeadSource);
   if (auto* other = std::get_if<Circle>(&marks.other)) {
     *other = Moved(*other, trials.otherRoot, errors, kOtherSource);
@@ -121,6 +122,22 @@ std::array<bool, kMeasured> IsMeasured(const MarkedHip& hip) {
   std::array<bool, kMeasured> is{};
   for (std::size_t i = 0; i < kMeasured; ++i) is[i] = !std::isnan(numbers[i]);
   return is;
+}
+
+// A measurement that is taken in every trial.
+struct Taken {
+  std::size_t measured = 0;
+  std::size_t input = 0;  // its index among the model's inputs
+  double held = 0.0;      // one of its units in held units
+};
+
+std::vector<Taken> TakenOf(const MarkedHip& hip) {
+  const std::array<bool, kMeasured> measured = IsMeasured(hip);
+  std::vector<Taken> taken;
+  for (std::size_t i = 0; i < kMeasured; ++i) {
+    if (measured[i]) taken.push_back({i, IndexOf(RowOf(i).id), HeldOf(i, 1.0)});
+  }
+  return taken;
 }
 
 }  // namespace
@@ -218,20 +235,17 @@ Uncertainty::HipUncertainty ComputeHipUncertainty(const MarkedHip& hip,
                                                   const Sila::HipInputs& inputs,
                                                   const Uncertainty::Points& points,
                                                   const Uncertainty::Settings& settings) {
-  const auto map = [trials = TrialsOf(hip), measured = IsMeasured(hip)](
-                       std::span<const Column> sources, std::size_t count,
-                       Uncertainty::HipTrials& out) {
+  const auto map = [trials = TrialsOf(hip), taken = TakenOf(hip)](std::span<const Column> sources,
+                                                                  std::size_t count,
+                                                                  Uncertainty::HipTrials& out) {
     for (std::size_t i = 0; i < Sila::kMeasurementCount; ++i) {
       out.columns[i] = &sources[kRestSource + i];
     }
-    for (std::size_t i = 0; i < kMeasured; ++i) {
-      const std::size_t at = IndexOf(RowOf(i).id);
-      if (measured[i]) out.columns[at] = &out.computed[at];
-    }
+    for (const Taken& one : taken) out.columns[one.input] = &out.computed[one.input];
     for (std::size_t k = 0; k < count; ++k) {
       const Numbers numbers = Remeasured(trials, {sources, k});
-      for (std::size_t i = 0; i < kMeasured; ++i) {
-        if (measured[i]) out.computed[IndexOf(RowOf(i).id)].at[k] = HeldOf(i, numbers[i]);
+      for (const Taken& one : taken) {
+        out.computed[one.input].at[k] = one.held * numbers[one.measured];
       }
     }
   };
