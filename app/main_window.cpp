@@ -55,6 +55,7 @@ void MDIForm1::LoadForm() {
 
 void MDIForm1::ShowForm() {
   shownEntries_ = form_->Entries();
+  formIsMeasured_ = false;
   form_->setWindowModality(Qt::ApplicationModal);  // the 3D view waits as well
   form_->show();
   form_->activateWindow();

@@ -120,7 +120,7 @@ class MDIForm1 final : public QMainWindow {
 
   // Measuring on a radiograph.
   void LoadMeasuring();
-  bool UseMeasured(const CaseEntries& measured);
+  void UseMeasured(const CaseEntries& measured);
   bool AgreesToUse(const CaseEntries& measured);
   QJsonObject MarksToKeep() const;
   void GoOnWithMarks(const QJsonObject& marks);
@@ -144,8 +144,9 @@ class MDIForm1 final : public QMainWindow {
   SettingsFile settings_;
   std::unique_ptr<UncertaintyWindow> sure_;
   std::unique_ptr<Measuring::MeasuringWindow> measuring_;
-  CaseEntries shownEntries_;  // of the form, before anything was typed
-  bool ending_ = false;       // Exit has asked already
+  CaseEntries shownEntries_;     // of the form, before anything was typed
+  bool formIsMeasured_ = false;  // it came up with the entries of the measuring window
+  bool ending_ = false;          // Exit has asked already
   bool systemEnds_ = false;
   RecoveryFile recovery_;
   bool cannotKeep_ = false;  // the last try to keep work failed

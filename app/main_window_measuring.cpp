@@ -26,7 +26,7 @@ void MDIForm1::LoadMeasuring() {
   measuring_ = std::make_unique<Measuring::MeasuringWindow>(Measuring::MeasuringNeeds{
       doors_.messages, doors_.files, doors_.printers, settings_, doors_.radiographs, doors_.today,
       [this] { ShowHelp(QStringLiteral("measuring")); },
-      [this](const CaseEntries& measured) { return UseMeasured(measured); }, [this] { KeepWork(); },
+      [this](const CaseEntries& measured) { UseMeasured(measured); }, [this] { KeepWork(); },
       doors_.locale});
 }
 
@@ -63,15 +63,15 @@ bool MDIForm1::AgreesToUse(const CaseEntries& measured) {
          Answer::Yes;
 }
 
-bool MDIForm1::UseMeasured(const CaseEntries& measured) {
-  if (!AgreesToUse(measured)) return false;
+void MDIForm1::UseMeasured(const CaseEntries& measured) {
+  if (!AgreesToUse(measured)) return;
   LoadForm();
   session_.NoteNew();
   form_->SetEntries(measured);
   activateWindow();
   ShowForm();
+  formIsMeasured_ = true;
   shownEntries_ = {};  // all of it is to be kept when the system ends the program
-  return true;
 }
 
 QJsonObject MDIForm1::MarksToKeep() const {

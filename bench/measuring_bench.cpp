@@ -122,7 +122,7 @@ int main(int argc, char** argv) {
                           {TELMARION_DECODE, {}},
                           [] { return QDate(); },
                           [] {},
-                          [](const CaseEntries&) { return false; },
+                          [](const CaseEntries&) {},
                           [] {},
                           QLocale::c()});
   window.resize(1600, 1000);

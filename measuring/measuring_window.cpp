@@ -215,7 +215,7 @@ void MeasuringWindow::GoOnWith(const QJsonObject& work) {
 
 QJsonObject MeasuringWindow::WorkToKeep() const {
   if (!workToTakeUp_.isEmpty()) return workToTakeUp_;
-  if (!picture_ || draft_ == handedOver_) return {};
+  if (!picture_ || draft_ == used_) return {};
   return {{kPath, path_},
           {kHash, QString::fromStdString(picture_->sha256)},
           {kMarksKey, ToJson(draft_)}};
@@ -248,7 +248,7 @@ void MeasuringWindow::ShowPicture(const QString& path,
   picture_ = std::move(picture);
   facts_ = FactsOf(*picture_);
   undo_.clear();
-  handedOver_ = {};
+  used_ = {};
   for (QAction* action : {inverted_, flipped_}) action->setChecked(false);
   const Landmarks::PixelSpacing spacing = facts_.Spacing();
   view_->SetRadiograph(picture_, spacing.row / spacing.column);

@@ -33,8 +33,8 @@ struct MeasuringNeeds {
   Radiography::RadiographReader reader;
   std::function<QDate()> today;
   std::function<void()> showHelp;  // at the page on this window
-  // Opens the case form with these entries; false when the user thinks better of it.
-  std::function<bool(const CaseEntries&)> use;
+  // Opens the case form with these entries, unless the user thinks better of it.
+  std::function<void(const CaseEntries&)> use;
   std::function<void()> workChanged;  // what WorkToKeep gives is another
   QLocale locale;
 };
@@ -53,10 +53,12 @@ class MeasuringWindow final : public QMainWindow {
   void OpenPicture(const QString& path);
   bool IsReading() const { return loader_.IsBusy(); }
 
-  // The marks that were not handed over yet, with the picture they belong to; empty when there are
-  // none. GoOnWith reads the picture again and takes the marks up.
+  // The marks that were not used yet, with the picture they belong to; empty when there are none.
+  // GoOnWith reads the picture again and takes the marks up.
   QJsonObject WorkToKeep() const;
   void GoOnWith(const QJsonObject& work);
+  // The case form, opened with these marks, was confirmed.
+  void NoteUsed() { used_ = draft_; }
 
   const Draft& Marked() const { return draft_; }
   const Findings& Found() const { return found_; }
@@ -139,7 +141,7 @@ class MeasuringWindow final : public QMainWindow {
   std::shared_ptr<const Radiography::Radiograph> picture_;
   PictureFacts facts_;
   Draft draft_;
-  Draft handedOver_;          // what the form has been given of this picture
+  Draft used_;                // what became a case of this picture
   QJsonObject workToTakeUp_;  // while its picture is read, and after that failed
   MarkKind current_ = MarkKind::Head;
   int gesture_ = kEntryCount;  // of the next step; the boxes have the numbers below

@@ -210,10 +210,7 @@ CaseEntries MeasuringWindow::EntriesForForm() const {
 }
 
 void MeasuringWindow::UseThese() {
-  if (!picture_ || !found_.HasMeasurement()) return;
-  if (!needs_.use(EntriesForForm())) return;
-  handedOver_ = draft_;
-  needs_.workChanged();
+  if (picture_ && found_.HasMeasurement()) needs_.use(EntriesForForm());
 }
 
 void MeasuringWindow::CopyTable() {

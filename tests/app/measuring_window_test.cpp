@@ -357,11 +357,22 @@ TEST_F(Measure, KeepsNothingOfMarksThatWereUsed) {
     measuring.Open(path);
     measuring.MarkAll();
     measuring.In<QPushButton>("cmdUse")->click();
-    measuring.program.PressCancel();
+    measuring.program.PressOk();
+    measuring.program.messages.Answers(Answer::No);  // to saving the case
     measuring.program.window.Exit();
+    measuring.program.messages.Take();
   }
   MeasuringProgram next(folder.path());
   next.program.window.OfferKeptWork();  // asks nothing
+}
+
+TEST_F(Measure, KeepsTheMarksWhenTheFormIsCancelled) {
+  MeasuringProgram measuring(folder.path());
+  measuring.Open(path);
+  measuring.MarkAll();
+  measuring.In<QPushButton>("cmdUse")->click();
+  measuring.program.PressCancel();
+  EXPECT_FALSE(measuring.Window().WorkToKeep().isEmpty());
 }
 
 TEST_F(Measure, AsksAboutAnUnsavedCaseAndOfAnotherPatient) {
