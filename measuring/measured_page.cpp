@@ -36,8 +36,8 @@ void PrintPatient(PrinterPage& page, const MeasuredPage& printed) {
   two(QStringLiteral("Name"), patient.name, QStringLiteral("Hip"), patient.hip);
   two(QStringLiteral("Date of birth"), patient.dateOfBirth, QStringLiteral("Body weight"),
       patient.bodyWeight + QStringLiteral(" kg"));
-  two(QStringLiteral("Radiograph"), printed.file, QStringLiteral("Scale"),
-      printed.found.scale.value);
+  two(QStringLiteral("Radiograph"), printed.file, QStringLiteral("Rotation"),
+      printed.entries[Sila::Measurement::Zasuk].text + QStringLiteral("°"));
 }
 
 void PrintNumbers(PrinterPage& page, const MeasuredPage& printed) {
@@ -105,8 +105,12 @@ QString PrintMeasured(PrintTarget& target, const MeasuredPage& printed, QDate da
   page.LineFeed();
   PrintNumbers(page, printed);
   page.LineFeed();
-  Print::PrintComments(
-      sheet, (NoticesOf(printed.found) << Print::kUncertaintyNote.toString()).join(u'\n'));
+  const ScaleFinding& scale = printed.found.scale;
+  const QStringList ending =
+      QStringList(QStringLiteral("Scale: %1. %2").arg(scale.name, scale.value))
+      << NoticesOf(printed.found) << Print::kUncertaintyNote.toString();
+  Print::PrintComments(sheet, ending.join(u'\n'));
+  page.LineFeed();
   page.LineFeed();
   PrintPicture(page, printed.picture);
   return page.EndDocument();

@@ -7,7 +7,6 @@
 #include <QStatusBar>
 
 #include "case/case_entries.h"
-#include "case/number_text.h"
 #include "diagram/case_diagram.h"
 #include "measuring/measured_page.h"
 #include "measuring/measured_texts.h"
@@ -94,15 +93,9 @@ CirclesOnPicture MeasuringWindow::Circles() const {
 
 void MeasuringWindow::ShowScale() {
   const ScaleFinding& scale = found_.scale;
-  const QString magnification =
-      scale.magnification
-          ? QStringLiteral(", magnification ") +
-                Vse::NumberText(QString::number(scale.magnification->factor, 'f', 4).toDouble(),
-                                needs_.locale)
-          : QString();
   controls_.scaleName->setText(picture_ ? scale.name : QStringLiteral("No radiograph yet"));
   controls_.scaleName->setToolTip(scale.notes.join(u'\n'));
-  controls_.scaleValue->setText(scale.value + magnification);
+  controls_.scaleValue->setText(scale.value);
   controls_.scaleValue->setVisible(!scale.value.isEmpty());
   controls_.scaleTodo->setText((QStringList(scale.todo) + scale.notes).join(u'\n').trimmed());
   controls_.scaleTodo->setVisible(!controls_.scaleTodo->text().isEmpty());

@@ -154,6 +154,11 @@ ScaleFinding SettleScale(const PictureFacts& facts, const Draft& draft, const Ch
   if (found.magnification) {
     const double atHip = facts.Spacing().column / found.magnification->factor;
     found.value = QStringLiteral("%1 mm per pixel at the hip").arg(ShortText(atHip, locale));
+    // Pixels without a size of their own are not magnified by anything.
+    if (facts.scale.spacing) {
+      found.value +=
+          QStringLiteral(", magnification ") + ShortText(found.magnification->factor, locale);
+    }
   }
   return found;
 }

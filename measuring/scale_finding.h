@@ -27,7 +27,7 @@ PictureFacts FactsOf(const Radiography::Radiograph& radiograph);
 
 struct ScaleFinding {
   QString name;   // where it comes from
-  QString value;  // millimetres per pixel at the hip; empty while they are not known
+  QString value;  // what a pixel is at the hip; empty while that is not known
   // What lengths on the picture are divided by. Without it there are no lengths, only angles.
   std::optional<Landmarks::Magnification> magnification;
   QString todo;                             // what is still asked for

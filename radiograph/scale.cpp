@@ -207,7 +207,7 @@ optional<Scale> WithMagnification(const Scale& scale, double magnification) {
   Scale corrected = scale;
   corrected.spacing = Times(*scale.spacing, 1.0 / magnification);
   corrected.asksMagnification = false;
-  corrected.name += " ÷ " + Text(magnification) + " given by the user";
+  corrected.name += " ÷ the magnification given by the user";
   return corrected;
 }
 

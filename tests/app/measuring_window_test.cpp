@@ -427,6 +427,7 @@ TEST_F(Measure, CopiesPrintsAndSavesWhatItShows) {
   const PdfPages pages(pdf);
   EXPECT_EQ(pages.Count(), 1);
   pages.Line(1, "Name : Doe Jane");
+  pages.Line(1, "Rotation = 0°");
   measuring.program.files.Answers(folder.filePath("marked.png"));
   measuring.In<QPushButton>("cmdSavePicture")->click();
   const QImage saved(folder.filePath("marked.png"));

@@ -181,7 +181,7 @@ TEST_F(FindingsOfAPelvis, BringASpacingAtTheTableToTheHip) {
   EXPECT_EQ(Find().scale.todo, "Enter the height of the hip above the table.");
   draft[Entry::HipHeight] = QStringLiteral("40");
   const Findings found = Find();
-  EXPECT_EQ(found.scale.value, "0.2087 mm per pixel at the hip");
+  EXPECT_EQ(found.scale.value, "0.2087 mm per pixel at the hip, magnification 1.04");
   EXPECT_NEAR(Measured(found, Sila::Measurement::Lizm), 9.2, 0.01);
 }
 
