@@ -150,8 +150,8 @@ bool ReadShort(std::string_view text, double& value) {
   const std::size_t leading = 8 * (kWord - count);
   const std::uint64_t digits = (characters ^ kEveryByte * '0') << leading;
   if (((digits | (digits + 0x76 * kEveryByte)) & 0x80 * kEveryByte) != 0) return false;
-  const double size = static_cast<double>(Join(digits)) / kPowers[count - whole];
-  value = sign != 0 ? 0.0 - size : size;
+  const auto number = static_cast<std::int64_t>(Join(digits));
+  value = static_cast<double>(sign != 0 ? -number : number) / kPowers[count - whole];
   return true;
 }
 
