@@ -101,7 +101,7 @@ bool ChunkComputer::ComputeRecord(std::string_view record, char lineEndIn, Chunk
   }
   if (parser_.Fields().empty()) return true;
   RowResult row = ComputeRow(parser_.Fields(), header_, scratch_);
-  if (HoldsLineEnd(record)) {
+  if (mayHoldLineEnds_ && HoldsLineEnd(record)) {
     quoted_ = QuoteLineEnds(record, header_.delimiter);
     const bool tooLong = parser_.Fields().size() > header_.columns.names.size();
     if (tooLong && quoted_.size() > record.size()) row.status += DescribeGluedRows(lineEndIn);
@@ -132,6 +132,7 @@ void ChunkComputer::Compute(std::string_view chunk, char lineEndIn, ChunkResult&
   result.firstBad.reset();
   result.trouble.reset();
   RecordWalk walk(chunk, lineEndIn);
+  mayHoldLineEnds_ = walk.MayHoldLineEnds();
   for (std::string_view record; walk.Next(record);) {
     ++result.rows;
     if (!ComputeRecord(record, lineEndIn, result)) return;

@@ -72,7 +72,8 @@ class ChunkComputer {
   const RowFormat& format_;
   RecordParser parser_;
   Sila::HipState scratch_;
-  std::string quoted_;  // a record with line ends in fields that were not quoted
+  bool mayHoldLineEnds_ = true;  // a record of this chunk
+  std::string quoted_;           // a record with line ends in fields that were not quoted
 };
 
 }  // namespace Cohort

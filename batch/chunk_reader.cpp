@@ -28,11 +28,19 @@ std::size_t FindLastRecordEnd(std::string_view text, bool quoted, char lineEnd) 
 
 }  // namespace
 
+// What most chunks have none of is sooner looked for once than in every record.
+RecordWalk::RecordWalk(std::string_view text, char lineEnd)
+    : text_(text),
+      lineEnd_(lineEnd),
+      hasQuotes_(text.find('"') != kNone),
+      hasOtherLineEnds_(text.find(lineEnd == '\n' ? '\r' : '\n') != kNone) {}
+
 bool RecordWalk::Next(std::string_view& record) {
   if (begin_ >= text_.size()) return false;
   bool quoted = false;
-  const std::size_t end =
-      std::min(FindOutsideQuotes(text_, begin_, {&lineEnd_, 1}, quoted), text_.size());
+  const std::size_t found = hasQuotes_ ? FindOutsideQuotes(text_, begin_, {&lineEnd_, 1}, quoted)
+                                       : text_.find(lineEnd_, begin_);
+  const std::size_t end = std::min(found, text_.size());
   record = text_.substr(begin_, end - begin_);
   while (lineEnd_ == '\n' && record.ends_with('\r')) record.remove_suffix(1);
   if (lineEnd_ == '\r' && record.starts_with('\n')) record.remove_prefix(1);

@@ -23,7 +23,10 @@ struct ChunkLimits {
 class RecordWalk {
  public:
   // `lineEnd` is the last character of a line end.
-  RecordWalk(std::string_view text, char lineEnd) : text_(text), lineEnd_(lineEnd) {}
+  RecordWalk(std::string_view text, char lineEnd);
+
+  // Whether a record may hold a CR or LF.
+  bool MayHoldLineEnds() const { return hasQuotes_ || hasOtherLineEnds_; }
 
   // False when there is no further record.
   bool Next(std::string_view& record);
@@ -31,6 +34,8 @@ class RecordWalk {
  private:
   std::string_view text_;
   char lineEnd_;
+  bool hasQuotes_ = false;
+  bool hasOtherLineEnds_ = false;
   std::size_t begin_ = 0;
 };
 

@@ -169,8 +169,8 @@ char* WriteShortest(char* out, double value) {
   if (!FindShortest(std::abs(value), decimal)) {
     return std::to_chars(out, out + kNumberRoom, value).ptr;
   }
-  if (value < 0.0) *out++ = '-';
-  return WriteDecimal(out, decimal);
+  *out = '-';
+  return WriteDecimal(out + (value < 0.0 ? 1 : 0), decimal);
 }
 
 }  // namespace Cohort

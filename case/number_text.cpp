@@ -3,9 +3,11 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <string>
 
@@ -95,35 +97,61 @@ std::string_view WithoutSign(std::string_view text) {
   return text.starts_with('-') ? 0.0 - size : size;
 }
 
-// Takes the digits off the front of a text and appends them to a number. Gives how many.
-std::size_t TakeDigits(std::string_view& text, std::uint64_t& number) {
-  std::size_t count = 0;
-  for (; count < text.size() && IsDigit(text[count]); ++count) {
-    number = 10 * number + static_cast<unsigned>(text[count] - '0');
-  }
-  text.remove_prefix(count);
-  return count;
+constexpr std::size_t kWord = 8;  // bytes
+constexpr std::uint64_t kEveryByte = 0x0101010101010101;
+
+std::uint64_t LoadFour(const char* text) {
+  std::uint32_t word = 0;
+  std::memcpy(&word, text, sizeof(word));
+  return std::endian::native == std::endian::big ? __builtin_bswap32(word) : word;
 }
 
-// Up to fifteen characters: digits with at most a minus and a separator, as nearly all entries are.
-// False for anything else. The digits and the power of ten are exact, so their quotient is the
-// nearest double.
+// One to eight characters, the first one lowest, with zeros behind them.
+std::uint64_t LoadShort(std::string_view text) {
+  const std::size_t last = text.size() - 1;
+  if (last >= 3) return LoadFour(text.data()) | LoadFour(&text[last - 3]) << (8 * (last - 3));
+  const auto character = [&](std::size_t i) {
+    return std::uint64_t{static_cast<unsigned char>(text[i])} << (8 * i);
+  };
+  return character(0) | character(last / 2) | character(last);
+}
+
+// The number of characters before the first separator.
+std::size_t FindSeparator(std::uint64_t word, std::size_t size) {
+  const std::uint64_t others = (word | 2 * kEveryByte) ^ (kEveryByte * '.');  // ',' | 2 is '.'
+  const std::uint64_t found = (others - kEveryByte) & ~others & (0x80 * kEveryByte);
+  return found == 0 ? size : static_cast<std::size_t>(std::countr_zero(found)) / 8;
+}
+
+// Eight digits, each a byte of its own, the first one lowest.
+std::uint64_t Join(std::uint64_t digits) {
+  const std::uint64_t pairs = 10 * digits + (digits >> 8);
+  constexpr std::uint64_t kPairs = 0x000000FF000000FF;
+  constexpr std::uint64_t kFirst = 100 + (1'000'000ULL << 32);
+  constexpr std::uint64_t kSecond = 1 + (10'000ULL << 32);
+  return ((pairs & kPairs) * kFirst + ((pairs >> 16) & kPairs) * kSecond) >> 32;
+}
+
+// Up to eight characters: digits with at most a minus and a separator, as nearly all entries are.
+// False for anything else. Without a branch that could go either way, since a table has all kinds
+// in turns. The digits and the power of ten are exact, so their quotient is the nearest double.
 bool ReadShort(std::string_view text, double& value) {
-  static constexpr std::array kPowers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6, 1e7,
-                                         1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14};
-  if (text.size() > kPowers.size()) return false;
-  const bool negative = text.starts_with('-');
-  if (negative) text.remove_prefix(1);
-  std::uint64_t digits = 0;
-  const std::size_t whole = TakeDigits(text, digits);
-  std::size_t decimals = 0;
-  if (text.starts_with('.') || text.starts_with(',')) {
-    text.remove_prefix(1);
-    decimals = TakeDigits(text, digits);
-  }
-  if (!text.empty() || whole + decimals == 0) return false;
-  const double size = static_cast<double>(digits) / kPowers[decimals];
-  value = negative ? 0.0 - size : size;
+  static constexpr std::array kPowers = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8};
+  if (text.empty() || text.size() > kWord) return false;
+  const std::size_t sign = text[0] == '-' ? 1 : 0;
+  const std::uint64_t word = LoadShort(text) >> (8 * sign);
+  const std::size_t length = text.size() - sign;
+  const std::size_t whole = FindSeparator(word, length);
+  const std::size_t count = length - (whole < length ? 1 : 0);
+  if (count == 0) return false;
+  const std::uint64_t before =
+      ~(~std::uint64_t{0} << 7 * whole << whole);  // in two steps: up to 64
+  const std::uint64_t characters = (word & before) | (word >> 8 & ~before);
+  const std::size_t leading = 8 * (kWord - count);
+  const std::uint64_t digits = (characters ^ kEveryByte * '0') << leading;
+  if (((digits | (digits + 0x76 * kEveryByte)) & 0x80 * kEveryByte) != 0) return false;
+  const auto number = static_cast<std::int64_t>(Join(digits));
+  value = static_cast<double>(sign != 0 ? -number : number) / kPowers[count - whole];
   return true;
 }
 

@@ -20,6 +20,9 @@ constexpr std::size_t kPilotTrials = 1024;
 constexpr std::ptrdiff_t kPilotMargin = 16;  // ranks of the pilot on either side of an end
 constexpr std::size_t kFirstTrials = 2048;   // of an automatic run
 constexpr double kStable = 0.01;             // of an interval's width
+// Doublings in succession that leave the ends stable. One is often so by chance: both halves of its
+// points can miss an end by the same amount.
+constexpr int kStableDoublings = 2;
 
 struct Ranks {
   std::size_t low = 0;
@@ -162,13 +165,17 @@ bool RunAll(Propagation& propagation, const Settings& settings) {
     return true;
   }
   std::vector<Interval> before;
+  int stable = 0;
   for (std::size_t count = std::min(kFirstTrials, settings.trials);;) {
     propagation.RunTo(count);
     std::vector<Interval> now;
     const bool none = propagation.WhatIsLeft() == Completeness::TooManyRefused;
     if (!none) now = propagation.FindIntervals();
     const bool comparable = count > kFirstTrials && before.size() == now.size();
-    if (comparable && std::equal(before.begin(), before.end(), now.begin(), IsStable)) return true;
+    const bool moved =
+        !comparable || !std::equal(before.begin(), before.end(), now.begin(), IsStable);
+    stable = moved ? 0 : stable + 1;
+    if (stable == kStableDoublings) return true;
     if (count >= settings.trials) return false;
     before = std::move(now);
     count = std::min(2 * count, settings.trials);

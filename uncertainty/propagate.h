@@ -17,7 +17,7 @@ namespace Uncertainty {
 struct Settings {
   double coverage = 0.95;  // probability of the interval, above 0 and below 1
   // Trials, 1 to kMaxTrials. Automatic: doubled until both ends of every interval move by no more
-  // than a hundredth of its width, or until there are this many.
+  // than a hundredth of its width twice in succession, or until there are this many.
   std::size_t trials = 8192;
   bool automatic = false;
   bool budget = false;  // asked for: it takes a run of its own for each part

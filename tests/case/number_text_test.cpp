@@ -5,8 +5,11 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <optional>
 #include <random>
+#include <regex>
 #include <string>
+#include <string_view>
 
 #include "tests/support/row_name.h"
 
@@ -72,6 +75,25 @@ TEST(ReadNumberOfAnyLength, GivesTheNearestDouble) {
     std::replace(text.begin(), text.end(), ',', '.');
     ASSERT_EQ(read, 0.0 - std::strtod(text.c_str(), nullptr)) << text;
   }
+}
+
+// Every text of up to ten such characters is as likely as another; the grammar is a pattern here.
+TEST(ReadNumberOfAnyText, TakesWhatThePatternTakes) {
+  const std::regex pattern(R"( *[+-]?([0-9]+\.?[0-9]*|\.[0-9]+)([eE][+-]?[0-9]+)? *)");
+  std::mt19937_64 random(4);
+  int taken = 0;
+  for (int i = 0; i < 300'000; ++i) {
+    const std::string_view some = i % 2 == 0 ? "0123456789.,-" : "0159.,-+eE /:\x80";
+    std::string text(random() % 11, ' ');
+    for (char& c : text) c = some[random() % some.size()];
+    std::string plain = text;
+    std::replace(plain.begin(), plain.end(), ',', '.');
+    const double size = std::strtod(plain.c_str(), nullptr);
+    const bool isNumber = std::regex_match(plain, pattern) && std::abs(size) <= 1e300;
+    ASSERT_EQ(Vse::ReadNumber(text), isNumber ? std::optional(size) : std::nullopt) << text;
+    taken += isNumber ? 1 : 0;
+  }
+  EXPECT_GT(taken, 30'000);
 }
 
 TEST(IsTooLarge, TellsALargeNumberFromWhatIsNone) {

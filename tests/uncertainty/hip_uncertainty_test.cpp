@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <numeric>
@@ -282,6 +283,45 @@ TEST(HipUncertainty, KeepsItsOtherIntervalsInsideWiderOnes) {
     EXPECT_GT(wide.results[k]->spread.interval->high, narrow.results[k]->spread.interval->high);
     EXPECT_EQ(wide.results[k]->spread.u, narrow.results[k]->spread.u);
   }
+}
+
+// The worst end of all intervals, as a share of its width.
+double WorstMiss(const HipUncertainty& got, const HipUncertainty& exact) {
+  double worst = 0.0;
+  for (std::size_t k = 0; k < Sila::kResultCount; ++k) {
+    const auto& [low, high] = *exact.results[k]->spread.interval;
+    const auto& found = *got.results[k]->spread.interval;
+    worst = std::max({worst, std::abs(found.low - low) / (high - low),
+                      std::abs(found.high - high) / (high - low)});
+  }
+  return worst;
+}
+
+TEST(AutomaticRun, EndsWithinAHundredthOfTheEndsOfManyMoreTrials) {
+  constexpr std::size_t kSeeds = 8;
+  constexpr std::size_t kHips = 15;
+  RandomHips random(63);
+  std::vector<HipReading> readings;
+  std::vector<HipUncertainty> exact;
+  for (std::size_t i = 0; i < kHips; ++i) {
+    Sila::HipInputs hip = random.Usual();
+    hip.thetaCE = {random.Uniform(20.0, 45.0) * kDegree};
+    readings.push_back(MagnifiedReading(hip, random.Uniform(1.05, 1.25), 0.03));
+    exact.push_back(Compute(readings.back(), {.trials = 1U << 19}));
+  }
+  std::vector<double> misses;
+  for (std::size_t seed = 1; seed <= kSeeds; ++seed) {
+    const Points points(Uncertainty::kReadingSources, seed);
+    for (std::size_t i = 0; i < kHips; ++i) {
+      const HipUncertainty got =
+          ComputeHipUncertainty(readings[i], points, {.trials = 1U << 20, .automatic = true});
+      EXPECT_TRUE(got.settled);
+      EXPECT_LE(got.trials, 1U << 17);
+      misses.push_back(WorstMiss(got, exact[i]));
+    }
+  }
+  std::sort(misses.begin(), misses.end());
+  EXPECT_LE(misses[misses.size() * 95 / 100], 0.01);
 }
 
 }  // namespace

@@ -258,7 +258,7 @@ TEST(Automatic, StopsWhenBothEndsAreStable) {
   const Propagated smooth =
       Propagate(kTwo, kSmooth, 1, points, {.trials = 1U << 20, .automatic = true});
   EXPECT_TRUE(smooth.settled);
-  EXPECT_GE(smooth.trials, 4096U);
+  EXPECT_GE(smooth.trials, 8192U);
   EXPECT_LE(smooth.trials, 32768U);
   const double half = 1.959963984540054 * std::sqrt(5.0);
   EXPECT_NEAR(smooth.results[0].interval->low, -half, 0.02 * half);
@@ -300,7 +300,7 @@ TEST(Automatic, StopsWhereThereIsNoIntervalToFind) {
       Propagate(kTwo, model, 1, Points(2), {.trials = 1U << 20, .automatic = true});
   EXPECT_TRUE(got.settled);
   EXPECT_EQ(got.completeness, Completeness::TooManyRefused);
-  EXPECT_LE(got.trials, 4096U);
+  EXPECT_LE(got.trials, 8192U);
 }
 
 }  // namespace
