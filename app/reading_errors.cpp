@@ -82,7 +82,7 @@ QString MeaningOfSource(std::size_t source) {
     return QStringLiteral("lengths on the picture over true lengths");
   }
   const std::string_view meaning = Sila::kMeasurements[source].meaning;
-  return QString::fromUtf8(meaning.data(), static_cast<qsizetype>(meaning.size()));
+  return QString::fromUtf8(meaning);
 }
 
 Sila::Unit UnitHere(Sila::Kind kind) {

@@ -125,8 +125,7 @@ Sila::Result UncertaintyWindow::ChosenResult() const {
 void UncertaintyWindow::ShowBudget() {
   const Sila::Result chosen = ChosenResult();
   const std::string_view caption = Sila::RowOf(chosen).caption;
-  const QString title = QStringLiteral("Budget of ") +
-                        QString::fromUtf8(caption.data(), static_cast<qsizetype>(caption.size()));
+  const QString title = QStringLiteral("Budget of ") + QString::fromUtf8(caption);
   controls_.budgetTitle->setText(title);
   controls_.budget->setAccessibleName(title);
   controls_.budget->Show(BudgetBars(hip_, chosen, WeightKnown()));

@@ -49,7 +49,7 @@ Patient PatientFrom(const PatientTexts& texts) {
 QString UnitCaption(Sila::Result id) {
   const std::string_view unit = Sila::RowOf(id).unit;
   if (unit.empty()) return {};
-  return u' ' + QString::fromUtf8(unit.data(), static_cast<qsizetype>(unit.size()));
+  return u' ' + QString::fromUtf8(unit);
 }
 
 QString ResultText(double value, const QLocale& locale) {

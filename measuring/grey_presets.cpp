@@ -22,10 +22,6 @@ constexpr double kWholeWidth = 400.0;         // device-independent pixels
 constexpr double kLeastWidth = 1.0 / 4096.0;  // of the full window's
 constexpr double kMostWidth = 4.0;
 
-double ValueOf(const Radiograph& radiograph, std::size_t level) {
-  return radiograph.slope * static_cast<double>(level) + radiograph.intercept;
-}
-
 // The level that `share` of the pixels do not exceed.
 std::size_t LevelBelow(const std::vector<std::size_t>& counts, std::size_t pixels, double share) {
   const double wanted = share * static_cast<double>(pixels);
@@ -54,7 +50,7 @@ Window BoneWindow(const Radiograph& radiograph) {
   const bool high = BrightIsHigh(radiograph);
   const auto value = [&](double share) {
     const double below = high ? share : 1.0 - share;
-    return ValueOf(radiograph, LevelBelow(counts, radiograph.levels.size(), below));
+    return radiograph.ValueOf(LevelBelow(counts, radiograph.levels.size(), below));
   };
   const double dark = value(kDarkShare);
   const double bright = value(kBrightShare);

@@ -26,20 +26,13 @@ Caption CaptionOf(std::size_t measured) {
           isAngle ? QStringLiteral("°") : QStringLiteral("cm")};
 }
 
-QString Text(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 // The estimates alone, as the results panel will show them.
 std::vector<Print::UncertainRow> PlainRows(const Findings& found, const QLocale& locale) {
-  std::vector<Print::UncertainRow> rows;
-  const bool isComputed = found.record && found.outcome == Sila::HipOutcome::Ok;
   const bool weightKnown = found.record && !found.record->data.weightUnknown();
-  for (const Sila::ResultRow& row : Sila::kResults) {
-    if (row.needsWeight && !weightKnown) continue;
-    Print::UncertainRow own = {row.id, Text(row.caption), Text(row.unit), {}};
-    if (isComputed) own.texts.estimate = Vse::ResultTextsOf(*found.record, locale)[row.id];
-    rows.push_back(own);
+  std::vector<Print::UncertainRow> rows = Print::UncertainRows({}, weightKnown, locale);
+  if (!found.record || found.outcome != Sila::HipOutcome::Ok) return rows;
+  for (Print::UncertainRow& row : rows) {
+    row.texts.estimate = Vse::ResultTextsOf(*found.record, locale)[row.id];
   }
   return rows;
 }

@@ -138,8 +138,7 @@ void MeasuringWindow::ShowBudget() {
   const Sila::Result chosen =
       row < 0 ? Sila::Result::PmaxWb : Sila::kResults[static_cast<std::size_t>(row)].id;
   const std::string_view caption = Sila::RowOf(chosen).caption;
-  const QString title = QStringLiteral("Budget of ") +
-                        QString::fromUtf8(caption.data(), static_cast<qsizetype>(caption.size()));
+  const QString title = QStringLiteral("Budget of ") + QString::fromUtf8(caption);
   controls_.budgetTitle->setText(title);
   controls_.budget->setAccessibleName(title);
   controls_.budget->Show(found_.budget[Sila::IndexOf(chosen)]);

@@ -152,7 +152,7 @@ std::optional<double> RadiographView::ValueAt(PixelPlace place) const {
   const long column = std::min(std::lround(place.column), long{picture.width} - 1);
   const long row = std::min(std::lround(place.row), long{picture.height} - 1);
   const long at = std::max(row, 0L) * picture.width + std::max(column, 0L);
-  return picture.slope * picture.levels[static_cast<std::size_t>(at)] + picture.intercept;
+  return picture.ValueOf(picture.levels[static_cast<std::size_t>(at)]);
 }
 
 void RadiographView::Tell() {

@@ -55,9 +55,10 @@ struct Radiograph {
   int bits = 0;                       // of a level, 1 to 16
   std::vector<std::uint16_t> levels;  // row by row from the top, from 0 to 2^bits - 1
 
-  // The value of a level, which windows and the user see, is slope × level + intercept.
+  // The value of a level, which windows and the user see.
   double slope = 1.0;
   double intercept = 0.0;
+  double ValueOf(std::size_t level) const { return slope * static_cast<double>(level) + intercept; }
 
   bool inverted = false;  // the highest brightness is shown black
   std::vector<Window> windows;

@@ -9,10 +9,6 @@ namespace {
 
 constexpr double kWhite = 255.0;
 
-double ValueOf(const Radiograph& radiograph, std::size_t level) {
-  return radiograph.slope * static_cast<double>(level) + radiograph.intercept;
-}
-
 // From 0 to 1.
 double Share(double value, const Window& window) {
   switch (window.shape) {
@@ -42,7 +38,7 @@ template <class View>
 std::vector<std::uint8_t> Compute(const Radiograph& radiograph, const View& view) {
   std::vector<std::uint8_t> brightness(std::size_t{1} << radiograph.bits);
   for (std::size_t level = 0; level < brightness.size(); ++level) {
-    const double share = Share(ValueOf(radiograph, level), view);
+    const double share = Share(radiograph.ValueOf(level), view);
     const double shown = radiograph.inverted ? 1.0 - share : share;
     brightness[level] = static_cast<std::uint8_t>(std::lround(shown * kWhite));
   }
@@ -54,8 +50,8 @@ std::vector<std::uint8_t> Compute(const Radiograph& radiograph, const View& view
 Window FullWindow(const Radiograph& radiograph) {
   const auto [lowest, highest] =
       std::minmax_element(radiograph.levels.begin(), radiograph.levels.end());
-  const double low = ValueOf(radiograph, *lowest);
-  const double high = ValueOf(radiograph, *highest);
+  const double low = radiograph.ValueOf(*lowest);
+  const double high = radiograph.ValueOf(*highest);
   const double width = std::max(std::abs(high - low), std::abs(radiograph.slope));
   return {(low + high) / 2.0, width, WindowShape::LinearExact, {}};
 }

@@ -13,10 +13,6 @@ using Uncertainty::Completeness;
 using Uncertainty::HipResultUncertainty;
 using Uncertainty::HipUncertainty;
 
-QString Text(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 Vse::UncertainTexts TextsOf(const HipResultUncertainty& result, const QLocale& locale) {
   std::optional<Vse::CoverageEnds> ends;
   if (result.spread.interval) {
@@ -53,7 +49,7 @@ std::vector<UncertainRow> UncertainRows(const std::optional<HipUncertainty>& hip
   std::vector<UncertainRow> rows;
   for (const Sila::ResultRow& row : Sila::kResults) {
     if (row.needsWeight && !weightKnown) continue;
-    UncertainRow own = {row.id, Text(row.caption), Text(row.unit), {}};
+    UncertainRow own = {row.id, QString::fromUtf8(row.caption), QString::fromUtf8(row.unit), {}};
     if (const HipResultUncertainty* result = Find(hip, row.id))
       own.texts = TextsOf(*result, locale);
     rows.push_back(own);
