@@ -171,7 +171,7 @@ QColor GroundOf(const QTextBlock& block, const QColor& page) {
 
 constexpr std::array kTopics = {"index",    "first-case", "measurements", "entering", "results",
                                 "diagram",  "view3d",     "printing",     "files",    "model",
-                                "messages", "keyboard",   "uncertainty"};
+                                "messages", "keyboard",   "uncertainty",  "measuring"};
 
 TEST_P(Contrast, OfTheHelpPagesIsEnoughAndLinksAreUnderlined) {
   RecordingMessageDoor messages;
