@@ -1,10 +1,13 @@
 // A made-up radiograph as a file, and the hand that marks it in the measuring window.
 #pragma once
 
+#include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTabWidget>
 #include <QTest>
+#include <QWheelEvent>
 
 #include "measuring/measuring_window.h"
 #include "tests/support/marked_phantom.h"
@@ -40,6 +43,14 @@ inline const Phantom::Picture& SmallPhantom() {
   return picture;
 }
 
+// The same for pictures of the program: fine, and without noise, which would make large files.
+inline Phantom::Picture FinePhantom() {
+  Phantom::Setup setup;
+  setup.signalToNoise = 0.0;
+  setup.ball = Phantom::Ball();
+  return Phantom::Render({}, setup);
+}
+
 class MarkingHand {
  public:
   MarkingHand(Measuring::MeasuringWindow& window, const Phantom::Picture& picture)
@@ -63,6 +74,13 @@ class MarkingHand {
     QTest::mouseMove(&window_.View(), At(to));
     QTest::mouseRelease(&window_.View(), Qt::LeftButton, {}, At(to));
   }
+  void ZoomInAt(Landmarks::PixelPlace place) {
+    constexpr QPoint kNotch(0, 120);
+    const QPointF at = At(place);
+    QWheelEvent wheel(at, window_.View().mapToGlobal(at), {}, kNotch, Qt::NoButton, {},
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&window_.View(), &wheel);
+  }
   void Choose(Measuring::MarkKind kind) {
     window_.findChild<TextTable*>("tblMarks")->Choose(static_cast<int>(Measuring::IndexOf(kind)));
   }
@@ -80,8 +98,11 @@ class MarkingHand {
   }
   // All that the measurements need, in the order in which the window asks for it.
   void MarkBones() {
+    DrawHead(*picture_.truth.left.head);
+    MarkOtherBones();
+  }
+  void MarkOtherBones() {
     const Phantom::Truth& truth = picture_.truth;
-    DrawHead(*truth.left.head);
     DrawHead(*truth.right.head);
     for (const auto& point : {truth.left.socketEdge, truth.left.crestTop, truth.left.crestLateral,
                               truth.left.trochanter}) {
@@ -103,6 +124,12 @@ class MarkingHand {
     Choose(Measuring::MarkKind::Line);
     for (const auto place : {at(0.3, 0.95), at(0.6, 0.95)}) Click(place);
     Type("lineLength", "120");
+  }
+  // A ball takes the upper end of the full window; the bones are seen in their own.
+  void UseBoneWindow() {
+    for (QAction* preset : window_.findChild<QMenu*>("mnuPresets")->actions()) {
+      if (preset->text() == "Bone") preset->trigger();
+    }
   }
   void SaySide(const QString& side) { window_.findChild<QComboBox*>("side")->setCurrentText(side); }
   void ShowErrors() { window_.findChild<QTabWidget*>("tabs")->setCurrentIndex(1); }
