@@ -388,6 +388,20 @@ TEST_F(Measure, CopiesPrintsAndSavesWhatItShows) {
   EXPECT_EQ(measuring.program.messages.Take().size(), 1);
 }
 
+TEST_F(Measure, SaysWhereTheNumbersStandWhatTheyAreFor) {
+  MeasuringProgram measuring(folder.path());
+  measuring.program.window.Measure();
+  const auto* purpose = measuring.In<QLabel>("lblPurpose");
+  EXPECT_TRUE(purpose->isVisible());
+  EXPECT_EQ(purpose->text(), "For research and teaching, not for decisions about a patient.");
+}
+
+TEST_F(Measure, TheFirstMarkIsChosenBeforeThereIsAPicture) {
+  MeasuringProgram measuring(folder.path());
+  measuring.program.window.Measure();
+  EXPECT_EQ(measuring.In<TextTable>("tblMarks")->ChosenRow(), 0);
+}
+
 TEST_F(Measure, KeepsTheErrorsOfMarksBetweenSessions) {
   {
     MeasuringProgram measuring(folder.path());

@@ -138,9 +138,9 @@ void MarkARadiograph(RunningProgram& program, const QString& path) {
   window = program.window.Measuring();
   MarkingHand hand(*window, SmallPhantom());
   ASSERT_TRUE(hand.WaitForPicture());
-  hand.MarkBones();
+  hand.DrawHead(*SmallPhantom().truth.left.head);
   hand.Type("magnification", "1.15");
-  EXPECT_TRUE(window->Found().record);
+  EXPECT_TRUE(window->Found().HasMeasurement());
   window->close();
   HandleEvents();
 }

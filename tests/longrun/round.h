@@ -7,5 +7,5 @@
 // typed. Anything that does not go as it should fails the running test.
 void WorkOneRound(RunningProgram& program, int number);
 
-// Opens the picture in the measuring window, marks the bones, and closes the window.
+// Opens the picture in the measuring window, marks a head, and closes the window.
 void MarkARadiograph(RunningProgram& program, const QString& path);
