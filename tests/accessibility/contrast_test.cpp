@@ -145,7 +145,7 @@ TEST_P(Contrast, OfTheDiagramsLabelsIsEnough) {
 }
 
 // A light frame would dazzle whoever looks for faint edges.
-TEST_P(Contrast, OfTheRadiographSuffersFromNoLightSurround) {
+TEST_P(Contrast, TheRadiographsSurroundStaysDark) {
   RunningProgram program;
   program.window.Measure();
   const QImage view = program.window.Measuring()->View().grab().toImage();
