@@ -8,7 +8,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/packaging/setup.sh"
 
 least=95 # percent
 core=('model/' 'columns/' 'landmarks/' 'case/' 'caseform/' 'storage/')
-rooms=(model uncertainty columns landmarks storage case platform diagram caseform report view3d measuring app batch)
+rooms=(model uncertainty columns landmarks storage case platform diagram caseform report view3d radiograph measuring app batch)
 report=build/coverage/covered_lines
 
 # counted PATTERN [OPTION…]: reads the counts of the files that begin so. gcovr always writes a report

@@ -86,23 +86,39 @@ QVariant HelpPage::loadResource(int type, const QUrl& name) {
   const QUrl url = name.isRelative() ? source().resolved(name) : name;
   const QByteArray content = engine_.fileData(engine_.findFile(url));
   if (url.path().endsWith(".svg")) return Drawing(content);
+  if (url.path().endsWith(".png")) return ProgramPicture(content);
   return type == QTextDocument::HtmlResource ? QVariant(QString::fromUtf8(content))
                                              : QVariant(content);
+}
+
+// Of a picture of this usual size, at this zoom and no wider than the text.
+QSize HelpPage::PixelsOf(QSizeF usual) const {
+  const double room = std::max(100.0, LineWidth() - 2.0 * document()->documentMargin());
+  QSizeF size = usual * zoom_ * std::max(1.0, usualPoints_ / 10.0);
+  if (size.width() > room) size.scale(room, size.height(), Qt::KeepAspectRatio);
+  return (size * devicePixelRatioF()).toSize();
 }
 
 // Redrawn for each size and theme: lines stay sharp, and text can be read on a dark ground.
 QImage HelpPage::Drawing(const QByteArray& svg) const {
   QSvgRenderer drawing(InColoursOf(palette(), svg));
-  const double room = std::max(100.0, LineWidth() - 2.0 * document()->documentMargin());
-  QSizeF size = QSizeF(drawing.defaultSize()) * zoom_ * std::max(1.0, usualPoints_ / 10.0);
-  if (size.width() > room) size.scale(room, size.height(), Qt::KeepAspectRatio);
-  QImage image((size * devicePixelRatioF()).toSize(), QImage::Format_ARGB32_Premultiplied);
+  QImage image(PixelsOf(drawing.defaultSize()), QImage::Format_ARGB32_Premultiplied);
   image.fill(Qt::transparent);
   QPainter painter(&image);
   drawing.render(&painter);
   painter.end();
   image.setDevicePixelRatio(devicePixelRatioF());
   return image;
+}
+
+// Has two pixels where a coarse display shows one, so that it is sharp on a fine one.
+QImage HelpPage::ProgramPicture(const QByteArray& png) const {
+  const QImage whole = QImage::fromData(png);
+  if (whole.isNull()) return {};
+  QImage picture = whole.scaled(PixelsOf(QSizeF(whole.size()) / 2.0), Qt::IgnoreAspectRatio,
+                                Qt::SmoothTransformation);
+  picture.setDevicePixelRatio(devicePixelRatioF());
+  return picture;
 }
 
 void HelpPage::changeEvent(QEvent* event) {

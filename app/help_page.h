@@ -26,7 +26,9 @@ class HelpPage final : public QTextBrowser {
  private:
   void Restyle();
   int LineWidth() const;
+  QSize PixelsOf(QSizeF usual) const;
   QImage Drawing(const QByteArray& svg) const;
+  QImage ProgramPicture(const QByteArray& png) const;
 
   const QHelpEngineCore& engine_;
   double usualPoints_;

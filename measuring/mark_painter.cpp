@@ -24,8 +24,8 @@ constexpr double kSquare = 4.5;
 constexpr double kSelectedRing = 9.5;
 constexpr double kArm = 10.0;
 constexpr double kCentreArm = 4.0;
-constexpr double kCaptionGap = 14.0;
-constexpr double kPlateEdge = 4.0;  // on both sides of a text
+constexpr double kCaptionGap = 13.0;  // clear of the arms of a point
+constexpr double kPlateEdge = 4.0;    // on both sides of a text
 
 constexpr QColor kHalo(0, 0, 0, 200);
 
@@ -168,18 +168,27 @@ void PaintSelection(QPainter& painter, const ViewTransform& t, const MarkScene& 
 // What a caption stands beside.
 QRectF Extent(const PlacedMark& mark, const ViewTransform& t, const MarkScene& scene) {
   if (const auto& circle = scene.circles[IndexOf(mark.row->id)]) return OutlineOf(t, *circle);
-  return {mark.points.front(), QSizeF(0.0, 0.0)};
+  if (mark.row->shape != MarkShape::Line) return {mark.points.front(), QSizeF(0.0, 0.0)};
+  return QRectF(mark.points.front(), mark.points.back()).normalized();
 }
 
-// Where a text of this size may stand, the best place first.
-std::array<QRectF, 4> PlacesBeside(const QRectF& extent, QSizeF size) {
+QRectF MovedInto(QSizeF view, const QRectF& place) {
+  const double x = std::clamp(place.x(), 0.0, std::max(0.0, view.width() - place.width()));
+  const double y = std::clamp(place.y(), 0.0, std::max(0.0, view.height() - place.height()));
+  return {QPointF(x, y), place.size()};
+}
+
+// Where a plate of this size may stand, the best place first. Those above and below give way to the
+// sides of the view.
+std::array<QRectF, 4> PlacesBeside(const QRectF& extent, QSizeF size, QSizeF view) {
   const double w = size.width();
   const double h = size.height();
   const QPointF middle = extent.center();
+  const double x = std::clamp(middle.x() - w / 2.0, 0.0, std::max(0.0, view.width() - w));
   return {QRectF(QPointF(extent.right() + kCaptionGap, middle.y() - h / 2.0), size),
           QRectF(QPointF(extent.left() - kCaptionGap - w, middle.y() - h / 2.0), size),
-          QRectF(QPointF(middle.x() - w / 2.0, extent.top() - kCaptionGap - h), size),
-          QRectF(QPointF(middle.x() - w / 2.0, extent.bottom() + kCaptionGap), size)};
+          QRectF(QPointF(x, extent.top() - kCaptionGap - h), size),
+          QRectF(QPointF(x, extent.bottom() + kCaptionGap), size)};
 }
 
 bool IsFree(const QRectF& place, QSizeF view, const std::vector<QRectF>& taken) {
@@ -191,13 +200,11 @@ bool IsFree(const QRectF& place, QSizeF view, const std::vector<QRectF>& taken) 
 // A mark that is in the view has its caption there, if need be over something else.
 QRectF CaptionPlace(const QRectF& extent, QSizeF size, QSizeF view,
                     const std::vector<QRectF>& taken) {
-  const auto places = PlacesBeside(extent, size);
+  const auto places = PlacesBeside(extent, size, view);
   const auto free = std::find_if(places.begin(), places.end(),
                                  [&](const QRectF& p) { return IsFree(p, view, taken); });
   if (free != places.end()) return *free;
-  const double x = std::clamp(places[0].x(), 0.0, std::max(0.0, view.width() - size.width()));
-  const double y = std::clamp(places[0].y(), 0.0, std::max(0.0, view.height() - size.height()));
-  return {QPointF(x, y), size};
+  return MovedInto(view, places[0]);
 }
 
 QRectF AroundPoint(QPointF at) {
@@ -217,9 +224,9 @@ void PaintCaptions(QPainter& painter, const ViewTransform& t, const MarkScene& s
     const QRectF extent = Extent(mark, t, scene);
     if (!view.intersects(extent.adjusted(-1.0, -1.0, 1.0, 1.0))) continue;
     const QString text = mark.row->caption.toString();
-    const QSizeF size(metrics.horizontalAdvance(text), metrics.height());
+    const QSizeF size(metrics.horizontalAdvance(text) + 2.0 * kPlateEdge, metrics.height());
     taken.push_back(CaptionPlace(extent, size, t.view, taken));
-    const QPointF baseline(taken.back().left(), taken.back().top() + metrics.ascent());
+    const QPointF baseline(taken.back().left() + kPlateEdge, taken.back().top() + metrics.ascent());
     PaintText(painter, baseline, text, mark.style.colour);
   }
 }

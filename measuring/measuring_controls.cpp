@@ -127,11 +127,14 @@ QLayout* ResultsBlock(MeasuringControls& c) {
   c.results->setObjectName(QStringLiteral("tblResults"));
   c.results->setAccessibleDescription(QStringLiteral("The budget is that of the chosen result"));
   c.notice = Words("lblNotice");
+  QLabel* purpose = Words("lblPurpose");
+  purpose->setText(QStringLiteral("For research and teaching, not for decisions about a patient."));
   auto* column = new QVBoxLayout;
   column->setSpacing(kGrid);
   column->addWidget(c.measurements);
   column->addWidget(c.results);
   column->addWidget(c.notice);
+  column->addWidget(purpose);
   return column;
 }
 
@@ -146,6 +149,7 @@ QWidget* SurePage(MeasuringControls& c) {
         AddEntry(grid, row.key.toString() + QStringLiteral("_u"), row.caption, row.unit,
                  QStringLiteral("u of ") + Spoken(row.caption, row.unit));
   }
+  grid->setColumnMinimumWidth(2, page->fontMetrics().horizontalAdvance(kWrongError.toString()));
   column->addLayout(grid);
   c.budgetTitle = Heading({});
   c.budgetTitle->setObjectName(QStringLiteral("lblBudget"));

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QStringView>
 #include <QTabWidget>
 #include <QWidget>
 #include <array>
@@ -52,6 +53,9 @@ struct MeasuringControls {
 
 // Makes the controls on `panel`, and those below the radiograph on `strip`, empty.
 MeasuringControls MakeMeasuringControls(QWidget* panel, QWidget* strip);
+
+// Beside the box of an error that cannot be used.
+inline constexpr QStringView kWrongError = u"a number, 0 or more";
 
 // Of the list of sides.
 enum class SideChoice { AsFileSays, Left, Right };

@@ -64,8 +64,8 @@ MeasuringWindow::MeasuringWindow(MeasuringNeeds needs, QWidget* parent)
   keepTimer_.setInterval(kKeepDelay);
   connect(&keepTimer_, &QTimer::timeout, this, [this] { needs_.workChanged(); });
   connect(&loader_, &PictureLoader::Loaded, this, &MeasuringWindow::TakePicture);
-  SetCurrent(MarkKind::Head);
   Refresh();
+  SetCurrent(MarkKind::Head);  // chosen in a list that has rows
 }
 
 // Boxes and tables that go still speak.
@@ -95,7 +95,7 @@ void MeasuringWindow::BuildContent() {
   row->addWidget(left, 1);
   row->addWidget(panel);
   setCentralWidget(content);
-  resize(1280, 860);
+  resize(1320, 960);
 }
 
 void MeasuringWindow::BuildStatusLine() {
@@ -147,7 +147,7 @@ void MeasuringWindow::BuildEditMenu() {
   edit->addSeparator();
   pictureCommands_ << Add(edit, "mnuNextMark", QStringLiteral("&Next mark"), Qt::CTRL | Qt::Key_M,
                           [this] { GoToNextMark(); });
-  pictureCommands_ << Add(edit, "mnuSnap", QStringLiteral("S&nap circle to the edge"),
+  pictureCommands_ << Add(edit, "mnuSnap", QStringLiteral("Sna&p circle to the edge"),
                           Qt::CTRL | Qt::Key_E, [this] { SnapCurrent(); });
   pictureCommands_ << Add(edit, "mnuRemoveMark", QStringLiteral("R&emove mark"),
                           Qt::CTRL | Qt::Key_Delete, [this] { RemoveMark(); });

@@ -146,8 +146,7 @@ void MeasuringWindow::ShowBudget() {
 
 void MeasuringWindow::ShowErrorFaults() {
   for (std::size_t i = 0; i < kErrorCount; ++i) {
-    const QString fault =
-        errors_.isWrong[i] ? QStringLiteral("a number, 0 or more") : kErrors[i].unit.toString();
+    const QString fault = errors_.isWrong[i] ? kWrongError.toString() : kErrors[i].unit.toString();
     controls_.errors[i].unit->setText(fault);
     controls_.errors[i].box->setAccessibleDescription(errors_.isWrong[i] ? fault : QString());
   }

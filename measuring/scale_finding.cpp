@@ -74,6 +74,9 @@ void ApplyObjects(const PictureFacts& facts, const Draft& draft, const CheckedEr
     found.name = object.name.toString();
     found.magnification = factor;
     found.todo.clear();
+    for (const Entry unused : {Entry::Magnification, Entry::HipHeight, Entry::SourceToTable}) {
+      found.asks[IndexOf(unused)] = false;
+    }
     return;
   }
 }

@@ -144,6 +144,14 @@ TEST_P(Contrast, OfTheDiagramsLabelsIsEnough) {
   }
 }
 
+// A light frame would dazzle whoever looks for faint edges.
+TEST_P(Contrast, TheRadiographsSurroundStaysDark) {
+  RunningProgram program;
+  program.window.Measure();
+  const QImage view = program.window.Measuring()->View().grab().toImage();
+  EXPECT_LT(view.pixelColor(view.width() / 2, view.height() / 2).lightness(), 50);
+}
+
 // Red on white falls a little short of 4.5. The marked dimension is recognisable by its width as
 // well, and in words to a screen reader.
 TEST_P(Contrast, OfTheHipPicturesLabelsIsEnoughExceptForTheMarkedOne) {
@@ -171,7 +179,7 @@ QColor GroundOf(const QTextBlock& block, const QColor& page) {
 
 constexpr std::array kTopics = {"index",    "first-case", "measurements", "entering", "results",
                                 "diagram",  "view3d",     "printing",     "files",    "model",
-                                "messages", "keyboard",   "uncertainty"};
+                                "messages", "keyboard",   "uncertainty",  "measuring"};
 
 TEST_P(Contrast, OfTheHelpPagesIsEnoughAndLinksAreUnderlined) {
   RecordingMessageDoor messages;

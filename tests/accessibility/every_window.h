@@ -15,6 +15,7 @@
 
 #include "app/about_box.h"
 #include "app/help_window.h"
+#include "tests/support/marking_hand.h"
 #include "tests/support/row_name.h"
 #include "tests/support/running_program.h"
 
@@ -156,6 +157,60 @@ inline void HowSureWithRefusedTrials(const QLocale& locale, const LookAt& look) 
   LookAtHowSure(program, look);
 }
 
+// Looks at the measuring window on the small phantom after `mark` has been at work.
+inline void LookAtMeasuring(const QLocale& locale, const std::function<void(MarkingHand&)>& mark,
+                            const LookAt& look) {
+  RunningProgram program(locale, {TELMARION_HELP_DIR}, {}, {}, TELMARION_DECODE);
+  const QString path = program.Path("phantom.dcm");
+  ASSERT_TRUE(WritePhantomDicom(path.toStdString(), FileOf(SmallPhantom())));
+  program.window.MeasureOn(path);
+  MarkingHand hand(*program.window.Measuring(), SmallPhantom());
+  ASSERT_TRUE(hand.WaitForPicture());
+  mark(hand);
+  Look(*program.window.Measuring(), look);
+}
+
+inline void MeasuringEmpty(const QLocale& locale, const LookAt& look) {
+  RunningProgram program(locale);
+  program.window.Measure();
+  Look(*program.window.Measuring(), look);
+}
+
+inline void MarkEverything(MarkingHand& hand) {
+  hand.MarkBones();
+  hand.MarkMidlineAndLine();
+  hand.MarkBall();
+  hand.Type("rotation", "-1.5");
+  hand.Type("bodyWeight", "70");
+}
+
+inline void MeasuringMarked(const QLocale& locale, const LookAt& look) {
+  LookAtMeasuring(locale, MarkEverything, look);
+}
+
+inline void MeasuringWithErrors(const QLocale& locale, const LookAt& look) {
+  const auto mark = [](MarkingHand& hand) {
+    MarkEverything(hand);
+    hand.ShowErrors();
+    hand.TypeErrors();
+  };
+  LookAtMeasuring(locale, mark, look);
+}
+
+// The longest words: what is wrong, what is missing and what contradicts the file.
+inline void MeasuringWithWrongEntries(const QLocale& locale, const LookAt& look) {
+  const auto mark = [](MarkingHand& hand) {
+    hand.MarkBones();
+    hand.ShowErrors();
+    for (const char* box : {"magnification", "rotation", "bodyWeight", "edgeOfCircle_u",
+                            "socketEdge_u", "otherPoint_u", "magnification_u", "bodyWeight_u"}) {
+      hand.Type(box, "abc");
+    }
+    hand.SaySide("right");
+  };
+  LookAtMeasuring(locale, mark, look);
+}
+
 inline void Help(int pane, const LookAt& look) {
   RecordingMessageDoor messages;
   const auto window = HelpWindow::Open({TELMARION_HELP_DIR}, messages, nullptr);
@@ -214,6 +269,10 @@ inline std::vector<WindowState> OurWindows() {
           {"HowSureWithoutAWeight", HowSureWithoutAWeight},
           {"HowSureWithWrongEntries", HowSureWithWrongEntries},
           {"HowSureWithRefusedTrials", HowSureWithRefusedTrials},
+          {"MeasuringEmpty", MeasuringEmpty},
+          {"MeasuringMarked", MeasuringMarked},
+          {"MeasuringWithErrors", MeasuringWithErrors},
+          {"MeasuringWithWrongEntries", MeasuringWithWrongEntries},
           {"HelpContents", help(0)},
           {"HelpIndex", help(1)},
           {"HelpSearch", help(2)},

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollArea>
 #include <QStyle>
 #include <QStyleOptionFrame>
 #include <tuple>
@@ -64,11 +65,22 @@ QSize NeededBy(const QWidget& widget) {
   return widget.sizeHint();
 }
 
+// What lies above or below the visible part of a scrolled column can be brought there.
+bool IsScrolled(const QWidget& part) {
+  const auto* area = qobject_cast<const QScrollArea*>(part.parentWidget()->parentWidget());
+  return area != nullptr && area->widget() == &part;
+}
+
 bool IsCut(const QWidget& widget) {
-  for (const QWidget* above = &widget; !above->isWindow();) {
-    above = above->parentWidget();
-    const QRect area(widget.mapTo(above, QPoint(0, 0)), widget.size());
-    if (!above->rect().contains(area)) return true;
+  for (const QWidget* part = &widget; !part->isWindow(); part = part->parentWidget()) {
+    const QWidget& above = *part->parentWidget();
+    const QRect area(widget.mapTo(&above, QPoint(0, 0)), widget.size());
+    if (IsScrolled(*part)) {
+      const QRect whole(part->pos(), part->size());
+      if (!whole.contains(area) || area.left() < 0 || area.right() >= above.width()) return true;
+      return IsCut(above);
+    }
+    if (!above.rect().contains(area)) return true;
   }
   return false;
 }
@@ -84,12 +96,20 @@ TEST_P(WindowFit, EveryTextHasRoom) {
   });
 }
 
+// Where in the window it is seen.
+QRect SeenOf(const QWidget& widget, const QWidget& window) {
+  QRect seen(widget.mapTo(&window, QPoint(0, 0)), widget.size());
+  for (const QWidget* above = widget.parentWidget(); above != &window;
+       above = above->parentWidget()) {
+    seen &= QRect(above->mapTo(&window, QPoint(0, 0)), above->size());
+  }
+  return seen;
+}
+
 TEST_P(WindowFit, NothingOverlaps) {
   Visit([](QWidget& window) {
     const std::vector<const QWidget*> texts = TextsOf(window);
-    const auto area = [&](const QWidget* widget) {
-      return QRect(widget->mapTo(&window, QPoint(0, 0)), widget->size());
-    };
+    const auto area = [&](const QWidget* widget) { return SeenOf(*widget, window); };
     for (std::size_t i = 0; i < texts.size(); ++i) {
       for (std::size_t j = 0; j < i; ++j) {
         EXPECT_FALSE(area(texts[i]).intersects(area(texts[j])))

@@ -8,6 +8,7 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QTabBar>
 #include <QTextBrowser>
 #include <algorithm>
@@ -35,7 +36,8 @@ bool IsControl(const QWidget& widget) {
   const bool control = widget.inherits("QAbstractButton") || widget.inherits("QLineEdit") ||
                        widget.inherits("QPlainTextEdit") || widget.inherits("QComboBox") ||
                        widget.inherits("QAbstractItemView") || widget.inherits("QTextBrowser") ||
-                       widget.inherits("QTabBar") || widget.inherits("RasterView");
+                       widget.inherits("QTabBar") || widget.inherits("RasterView") ||
+                       widget.inherits("Measuring::RadiographView");
   // The arrows of a row of tabs appear only where there is no room for the tabs.
   return control && !bar && !widget.parentWidget()->inherits("QTabBar");
 }
@@ -52,6 +54,13 @@ QList<QWidget*> ControlsOf(const QWidget& window) {
 QImage Seen(QWidget& window) {
   QApplication::processEvents();
   return window.grab().toImage();
+}
+
+// As Tab does, where a column can be scrolled.
+void BringIntoSight(QWidget* control) {
+  for (QWidget* above = control->parentWidget(); above != nullptr; above = above->parentWidget()) {
+    if (auto* area = qobject_cast<QScrollArea*>(above)) area->ensureWidgetVisible(control);
+  }
 }
 
 QRect AreaOf(const QWidget& control, const QWidget& window) {
@@ -132,6 +141,7 @@ TEST_P(WindowKeyboard, TheFocusIsSeen) {
     FocusFirst(window);
     for (QWidget* control : Round(Qt::Key_Tab)) {
       control->setFocus(Qt::TabFocusReason);
+      BringIntoSight(control);
       const QImage with = Seen(window).copy(AreaOf(*control, window));
       QTest::keyClick(control, Qt::Key_Tab);
       if (QApplication::focusWidget() == control) continue;  // the only one, or a page with links

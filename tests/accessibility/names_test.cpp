@@ -75,10 +75,11 @@ QAccessible::Role RoleFor(const QObject* object) {
   if (object->inherits("QPushButton")) return QAccessible::PushButton;
   if (object->inherits("QGroupBox")) return QAccessible::Grouping;
   if (object->inherits("QProgressBar")) return QAccessible::ProgressBar;
-  if (object->inherits("PictureView") || object->inherits("RasterView")) {
-    return QAccessible::Graphic;
+  for (const char* picture : {"PictureView", "RasterView", "HipPicture", "ShareBars",
+                              "Measuring::RadiographView", "Measuring::PelvisDrawing"}) {
+    if (object->inherits(picture)) return QAccessible::Graphic;
   }
-  return object->inherits("HipPicture") ? QAccessible::Graphic : QAccessible::NoRole;
+  return QAccessible::NoRole;
 }
 
 TEST_P(WindowNames, EveryRoleIsThatOfItsControl) {

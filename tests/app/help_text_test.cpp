@@ -135,6 +135,21 @@ TEST_F(HelpText, EveryPictureIsDescribed) {
   }
 }
 
+TEST_F(HelpText, EveryPictureIsThereAndSmall) {
+  const QRegularExpression picture("<img src=\"([^\"]*)\"");
+  int found = 0;
+  for (const QUrl& page : file_->Pages()) {
+    for (const auto& match : picture.globalMatch(Source(page))) {
+      const QUrl url = page.resolved(QUrl(match.captured(1)));
+      const QByteArray bytes = file_->engine().fileData(file_->engine().findFile(url));
+      EXPECT_GT(bytes.size(), 0) << url.toString().toStdString();
+      EXPECT_LE(bytes.size(), 100 * 1024) << url.toString().toStdString();
+      ++found;
+    }
+  }
+  EXPECT_GE(found, 8);
+}
+
 TEST_F(HelpText, SaysThatItIsNoMedicalDevice) {
   for (const char* topic : {"index", "limits"}) {
     const QString text =

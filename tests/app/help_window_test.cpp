@@ -339,6 +339,26 @@ TEST(HelpWindow, DrawingsAndTextFollowTheTheme) {
   EXPECT_LT(page.pixelColor(2, 2).lightness(), 60);
 }
 
+QSize SizeOfPicture(HelpWindow& window, const char* name) {
+  const QUrl url(name);
+  return Page(window).loadResource(QTextDocument::ImageResource, url).value<QImage>().size();
+}
+
+// It is stored with twice the pixels, for fine displays.
+TEST(HelpWindow, APictureOfTheProgramHasItsOwnSizeWhereThereIsRoom) {
+  const auto window = OpenGood();
+  window->ShowTopic("measuring");
+  const QImage stored(TELMARION_SOURCE_DIR "/help/measuring-results.png");
+  ASSERT_FALSE(stored.isNull());
+  window->resize(1400, 800);
+  EXPECT_EQ(SizeOfPicture(*window, "measuring-results.png"), stored.size() / 2);
+  window->resize(500, 800);
+  const QSize narrow = SizeOfPicture(*window, "measuring-results.png");
+  EXPECT_LT(narrow.width(), stored.width() / 2);
+  EXPECT_NEAR(double(narrow.width()) / narrow.height(), double(stored.width()) / stored.height(),
+              0.01);
+}
+
 TEST(HelpWindow, NoPageIsWiderThanTheWindow) {
   const auto window = OpenGood();
   for (const QSize size : {QSize(700, 600), QSize(1000, 700), QSize(2000, 900), QSize(800, 600)}) {

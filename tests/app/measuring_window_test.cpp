@@ -11,9 +11,8 @@
 #include "case/number_text.h"
 #include "measuring/measured_page.h"
 #include "measuring/measured_texts.h"
-#include "tests/support/marked_phantom.h"
+#include "tests/support/marking_hand.h"
 #include "tests/support/pdf_pages.h"
-#include "tests/support/phantom_dicom.h"
 #include "tests/support/running_program.h"
 
 namespace {
@@ -36,18 +35,6 @@ const Phantom::Picture& Rendered() {
   return picture;
 }
 
-PhantomDicom FileOfPhantom() {
-  PhantomDicom file;
-  file.kind = DeviceKind::ComputedRadiography;
-  file.rows = Rendered().height;
-  file.columns = Rendered().width;
-  file.pixels = Rendered().grey;
-  file.attributes = {
-      {"ImagerPixelSpacing", "0.36\\0.36"}, {"PixelSpacing", ""}, {"PatientOrientation", "L\\F"},
-      {"PatientName", "Doe^Jane"},          {"PatientSex", "F"},  {"PatientBirthDate", "19561115"}};
-  return file;
-}
-
 class MeasuringProgram {
  public:
   explicit MeasuringProgram(const QString& folder)
@@ -58,10 +45,7 @@ class MeasuringProgram {
     program.window.MeasureOn(path);
     Wait();
   }
-  void Wait() {
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !Window().IsReading(); }, 20'000));
-    QCoreApplication::processEvents();
-  }
+  void Wait() { ASSERT_TRUE(Hand().WaitForPicture()); }
   MeasuringWindow& Window() { return *program.window.Measuring(); }
   template <class Widget>
   Widget* In(const char* name) {
@@ -69,38 +53,15 @@ class MeasuringProgram {
     EXPECT_NE(widget, nullptr) << name;
     return widget;
   }
-  QPoint At(PixelPlace place) { return PositionOf(Window().View().Transform(), place).toPoint(); }
-  void Click(PixelPlace place) {
-    QTest::mouseClick(&Window().View(), Qt::LeftButton, {}, At(place));
-  }
-  void Drag(PixelPlace from, PixelPlace to) {
-    QTest::mousePress(&Window().View(), Qt::LeftButton, {}, At(from));
-    QTest::mouseMove(&Window().View(), (At(from) + At(to)) / 2);
-    QTest::mouseMove(&Window().View(), At(to));
-    QTest::mouseRelease(&Window().View(), Qt::LeftButton, {}, At(to));
-  }
-  // From the centre of the head to its edge, as a hurried hand does it.
-  void DrawHead(const Landmarks::Circle& head) {
-    const Landmarks::Point middle = head.centre + Landmarks::Point{2.0, -1.0};
-    const Landmarks::Point edge = middle + Landmarks::Point{1.08 * head.radius, 0.0};
-    Drag(InPixels(middle, MakeSetup().spacing), InPixels(edge, MakeSetup().spacing));
-  }
-  void Type(const char* box, const QString& text) {
-    auto* edit = In<QLineEdit>(box);
-    edit->selectAll();
-    QTest::keyClicks(edit, text);
-  }
+  MarkingHand Hand() { return {Window(), Rendered()}; }
+  void Click(PixelPlace place) { Hand().Click(place); }
+  void Drag(PixelPlace from, PixelPlace to) { Hand().Drag(from, to); }
+  void DrawHead(const Landmarks::Circle& head) { Hand().DrawHead(head); }
+  void Type(const char* box, const QString& text) { Hand().Type(box, text); }
   // Every mark by mouse, in the order in which the window asks for them.
   void MarkAll() {
-    const Phantom::Truth& truth = Rendered().truth;
-    const Landmarks::PixelSpacing spacing = MakeSetup().spacing;
-    DrawHead(*truth.left.head);
-    DrawHead(*truth.right.head);
-    for (const auto& point : {truth.left.socketEdge, truth.left.crestTop, truth.left.crestLateral,
-                              truth.left.trochanter}) {
-      Click(InPixels(*point, spacing));
-    }
-    Type("magnification", QString::number(truth.magnification, 'g', 6));
+    Hand().MarkBones();
+    Type("magnification", QString::number(Rendered().truth.magnification, 'g', 6));
     Type("bodyWeight", "70");
   }
   double Number(const QString& text) { return Vse::ReadNumber(text.toStdString()).value_or(-1e9); }
@@ -112,7 +73,7 @@ class Measure : public testing::Test {
  protected:
   Measure() {
     path = folder.filePath("phantom.dcm");
-    EXPECT_TRUE(WritePhantomDicom(path.toStdString(), FileOfPhantom()));
+    EXPECT_TRUE(WritePhantomDicom(path.toStdString(), FileOf(Rendered())));
   }
   QTemporaryDir folder;
   QString path;
@@ -437,6 +398,20 @@ TEST_F(Measure, CopiesPrintsAndSavesWhatItShows) {
   measuring.program.files.Answers(folder.filePath("nowhere/marked.png"));
   measuring.In<QPushButton>("cmdSavePicture")->click();
   EXPECT_EQ(measuring.program.messages.Take().size(), 1);
+}
+
+TEST_F(Measure, SaysWhereTheNumbersStandWhatTheyAreFor) {
+  MeasuringProgram measuring(folder.path());
+  measuring.program.window.Measure();
+  const auto* purpose = measuring.In<QLabel>("lblPurpose");
+  EXPECT_TRUE(purpose->isVisible());
+  EXPECT_EQ(purpose->text(), "For research and teaching, not for decisions about a patient.");
+}
+
+TEST_F(Measure, TheFirstMarkIsChosenBeforeThereIsAPicture) {
+  MeasuringProgram measuring(folder.path());
+  measuring.program.window.Measure();
+  EXPECT_EQ(measuring.In<TextTable>("tblMarks")->ChosenRow(), 0);
 }
 
 TEST_F(Measure, KeepsTheErrorsOfMarksBetweenSessions) {

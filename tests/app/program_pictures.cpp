@@ -1,5 +1,6 @@
 // Writes the pictures of docs/ into the folder named on the command line: the main window in light
-// and dark, the case form, the 3D view, the window on uncertainty and the help.
+// and dark, the case form, the 3D view, the window on uncertainty, the measuring window and the
+// help.
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
@@ -8,9 +9,11 @@
 #include <QDir>
 #include <QImage>
 #include <QLineEdit>
+#include <QScrollArea>
 #include <QTest>
 
 #include "app/main_window.h"
+#include "tests/support/marking_hand.h"
 #include "tests/support/palettes.h"
 #include "tests/support/picture_program.h"
 
@@ -87,6 +90,28 @@ void SaveHelp(MDIForm1& window, const QDir& folder) {
   help.close();
 }
 
+void SaveMeasuring(MDIForm1& window, const QDir& folder) {
+  const Phantom::Picture pelvis = FinePhantom();
+  const QTemporaryDir own;
+  const QString path = own.filePath("pelvis.dcm");
+  if (!WritePhantomDicom(path.toStdString(), FileOf(pelvis))) GiveUp("cannot write", path);
+  window.MeasureOn(path);
+  Measuring::MeasuringWindow& measuring = *window.Measuring();
+  MarkingHand hand(measuring, pelvis);
+  if (!hand.WaitForPicture()) GiveUp("not read:", path);
+  hand.UseBoneWindow();
+  hand.MarkBones();
+  hand.MarkBall();
+  hand.Type("bodyWeight", "70");
+  hand.ShowErrors();
+  hand.TypeErrors();
+  QApplication::processEvents();
+  measuring.findChild<QScrollArea*>()->ensureWidgetVisible(
+      measuring.findChild<QWidget*>("picBudget"));
+  Save(measuring, folder, "measuring-light");
+  measuring.close();
+}
+
 void SaveAll(const QDir& folder) {
   DialogMessageDoor messages;
   SystemFileDialog files;
@@ -96,7 +121,10 @@ void SaveAll(const QDir& folder) {
                    printers,
                    [] { return QDate(2026, 11, 15); },
                    QLocale("sl_SI"),
-                   {QStringLiteral(TELMARION_HELP_DIR)}});
+                   {QStringLiteral(TELMARION_HELP_DIR)},
+                   {},
+                   {},
+                   {TELMARION_DECODE, {}}});
   window.show();
   UseTheme(LightPalette());
   SaveForm(window, folder);
@@ -105,6 +133,7 @@ void SaveAll(const QDir& folder) {
   SaveHead(window, folder);
   SaveHelp(window, folder);
   SaveHowSure(window, folder);
+  SaveMeasuring(window, folder);
   UseTheme(DarkPalette());
   Save(window, folder, "main-window-dark");
 }

@@ -8,11 +8,13 @@
 
 #include "tests/longrun/measure.h"
 #include "tests/longrun/round.h"
+#include "tests/support/marking_hand.h"
 
 namespace {
 
 constexpr int kSamples = 20;
 constexpr int kFewRounds = 100;
+constexpr int kRadiographs = 100;
 
 int Rounds() {
   const int asked = qEnvironmentVariableIntValue("TELMARION_ROUNDS");
@@ -30,6 +32,8 @@ void ExpectNoGrowth(const std::vector<Sample>& samples) {
     EXPECT_EQ(FindGrowth(samples, &Sample::heapKiB, "the heap", {256.0, 0.0}), "");
   }
   EXPECT_EQ(FindGrowth(samples, &Sample::handles, "the number of open files", {}), "");
+  EXPECT_EQ(FindGrowth(samples, &Sample::threads, "the number of threads", {}), "");
+  EXPECT_EQ(FindGrowth(samples, &Sample::processes, "the number of processes", {}), "");
   EXPECT_EQ(FindGrowth(samples, &Sample::widgets, "the number of widgets", {}), "");
   EXPECT_EQ(FindGrowth(samples, &Sample::objects, "the number of objects", {}), "");
   EXPECT_EQ(FindGrowth(samples, &Sample::processorMs, "the time of a round", {1.0, slower}), "");
@@ -37,14 +41,20 @@ void ExpectNoGrowth(const std::vector<Sample>& samples) {
 
 TEST(LongRun, NothingGrows) {
   const QString before = QDir::currentPath();
-  RunningProgram program;
+  RunningProgram program(QLocale::c(), {TELMARION_HELP_DIR}, {}, {}, TELMARION_DECODE);
+  const QString radiograph = program.Path("phantom.dcm");
+  ASSERT_TRUE(WritePhantomDicom(radiograph.toStdString(), FileOf(SmallPhantom())));
   ASSERT_TRUE(QDir::setCurrent(program.folder.path()));  // TEST.BMP goes there
   const int inStretch = Rounds() / kSamples;
+  const int betweenRadiographs = std::max(1, Rounds() / kRadiographs);
   std::vector<Sample> samples;
   std::cout << TableHead();
   for (int done = 0; samples.size() < kSamples && !testing::Test::HasFailure();) {
     const Stretch stretch;
-    for (int i = 0; i < inStretch; ++i) WorkOneRound(program, done++);
+    for (int i = 0; i < inStretch; ++i, ++done) {
+      WorkOneRound(program, done);
+      if (done % betweenRadiographs == 0) MarkARadiograph(program, radiograph);
+    }
     samples.push_back(stretch.Measure(inStretch, done));
     std::cout << TableLine(samples.back()) << std::flush;
   }

@@ -8,12 +8,14 @@
 #include <QWidget>
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cstddef>
 #include <cstdio>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <utility>
 
 namespace {
@@ -43,6 +45,32 @@ double HeapKiB() {
 double Handles() {
   const std::filesystem::directory_iterator all("/proc/self/fd");
   return static_cast<double>(std::distance(begin(all), end(all)));
+}
+
+double Threads() {
+  const std::filesystem::directory_iterator all("/proc/self/task");
+  return static_cast<double>(std::distance(begin(all), end(all)));
+}
+
+// The parent's number is the second field behind the name, which stands in brackets.
+bool IsOurs(const std::filesystem::path& process) {
+  std::ifstream file(process / "stat");
+  std::string line;
+  std::getline(file, line);
+  std::istringstream rest(line.substr(line.rfind(')') + 1));
+  char state = ' ';
+  pid_t parent = 0;
+  rest >> state >> parent;
+  return parent == getpid();
+}
+
+double Processes() {
+  int count = 0;
+  for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
+    const std::string name = entry.path().filename().string();
+    if (std::isdigit(static_cast<unsigned char>(name[0])) != 0 && IsOurs(entry.path())) ++count;
+  }
+  return count;
 }
 
 double Objects() {
@@ -81,6 +109,8 @@ Sample Stretch::Measure(int roundsInStretch, int roundsDone) const {
   sample.residentKiB = ResidentKiB();
   sample.heapKiB = HeapKiB();
   sample.handles = Handles();
+  sample.threads = Threads();
+  sample.processes = Processes();
   sample.widgets = static_cast<double>(QApplication::allWidgets().size());
   sample.objects = Objects();
   return sample;
@@ -95,15 +125,17 @@ std::string FindGrowth(const std::vector<Sample>& samples, double Sample::*figur
 }
 
 std::string TableHead() {
-  return "| rounds | resident, KiB | heap, KiB | handles | widgets | objects | processor, ms/round "
-         "| wall, ms/round |\n|---:|---:|---:|---:|---:|---:|---:|---:|\n";
+  return "| rounds | resident, KiB | heap, KiB | handles | threads | processes | widgets | objects "
+         "| processor, ms/round | wall, ms/round |\n"
+         "|---:|---:|---:|---:|---:|---:|---:|---:|---:|---:|\n";
 }
 
 std::string TableLine(const Sample& sample) {
   std::array<char, 200> line{};
   std::snprintf(line.data(), line.size(),
-                "| %d | %.0f | %.0f | %.0f | %.0f | %.0f | %.1f | %.1f |\n", sample.rounds,
-                sample.residentKiB, sample.heapKiB, sample.handles, sample.widgets, sample.objects,
-                sample.processorMs, sample.wallMs);
+                "| %d | %.0f | %.0f | %.0f | %.0f | %.0f | %.0f | %.0f | %.1f | %.1f |\n",
+                sample.rounds, sample.residentKiB, sample.heapKiB, sample.handles, sample.threads,
+                sample.processes, sample.widgets, sample.objects, sample.processorMs,
+                sample.wallMs);
   return line.data();
 }

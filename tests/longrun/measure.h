@@ -9,6 +9,8 @@ struct Sample {
   double residentKiB = 0.0;  // memory that the process really occupies
   double heapKiB = 0.0;      // memory that the program has asked for and not given back
   double handles = 0.0;      // open files, pipes and sockets
+  double threads = 0.0;
+  double processes = 0.0;  // started by this one and still there, dead ones included
   double widgets = 0.0;
   double objects = 0.0;      // of Qt, below the windows
   double processorMs = 0.0;  // a round, since the sample before

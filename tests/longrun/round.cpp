@@ -6,6 +6,7 @@
 #include <QPushButton>
 
 #include "platform/raster_view.h"
+#include "tests/support/marking_hand.h"
 
 namespace {
 
@@ -125,4 +126,21 @@ void WorkOneRound(RunningProgram& program, int number) {
   Save(program);
   HandleEvents();
   EXPECT_EQ(program.window.findChild<QDialog*>("Form3"), nullptr);
+}
+
+// The marks of the round before were not used: the program asks before it gives them up.
+void MarkARadiograph(RunningProgram& program, const QString& path) {
+  Measuring::MeasuringWindow* window = program.window.Measuring();
+  const bool asks = window != nullptr && !window->WorkToKeep().isEmpty();
+  if (asks) program.messages.Answers(Answer::Yes);
+  program.window.MeasureOn(path);
+  EXPECT_EQ(program.messages.Take().size(), asks ? 1 : 0);
+  window = program.window.Measuring();
+  MarkingHand hand(*window, SmallPhantom());
+  ASSERT_TRUE(hand.WaitForPicture());
+  hand.DrawHead(*SmallPhantom().truth.left.head);
+  hand.Type("magnification", "1.15");
+  EXPECT_TRUE(window->Found().HasMeasurement());
+  window->close();
+  HandleEvents();
 }

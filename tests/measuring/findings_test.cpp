@@ -154,8 +154,11 @@ TEST_F(FindingsOfAPelvis, TakeTheirScaleFromABallOfKnownSize) {
   draft[Entry::Magnification].clear();
   draft[MarkKind::Ball] = EdgePoints(*truth.ball, setup.spacing);
   EXPECT_EQ(Find().scale.todo, "Finish marking the ball of known size, and enter its size.");
+  EXPECT_TRUE(Find().scale.asks[IndexOf(Entry::Magnification)]);
   draft[Entry::BallDiameter] = QStringLiteral("25");
   const Findings found = Find();
+  EXPECT_FALSE(found.scale.asks[IndexOf(Entry::Magnification)]) << "it is not used any more";
+  EXPECT_TRUE(found.scale.asks[IndexOf(Entry::BallDiameter)]);
   EXPECT_EQ(found.scale.name, "ball of known size");
   EXPECT_EQ(found.scale.todo, "");
   EXPECT_NEAR(found.scale.magnification->factor, 1.15, 0.015);
