@@ -170,9 +170,10 @@ void MeasuringWindow::ShowStatus() {
 void MeasuringWindow::ShowPointer(std::optional<Landmarks::PixelPlace> place) {
   if (!place) return pointerLabel_->clear();
   const std::optional<double> value = view_->ValueAt(*place);
+  const QPoint pixel = PixelAt(*place, {picture_->width, picture_->height});
   pointerLabel_->setText(QStringLiteral("%1, %2: %3")
-                             .arg(std::lround(place->column))
-                             .arg(std::lround(place->row))
+                             .arg(pixel.x())
+                             .arg(pixel.y())
                              .arg(value ? std::lround(*value) : 0));
 }
 

@@ -149,9 +149,8 @@ double RadiographView::Zoom() const {
 std::optional<double> RadiographView::ValueAt(PixelPlace place) const {
   if (!HasPicture() || !IsOnPicture(place, PictureSize())) return {};
   const Radiography::Radiograph& picture = *pyramid_.radiograph;
-  const long column = std::min(std::lround(place.column), long{picture.width} - 1);
-  const long row = std::min(std::lround(place.row), long{picture.height} - 1);
-  const long at = std::max(row, 0L) * picture.width + std::max(column, 0L);
+  const QPoint pixel = PixelAt(place, PictureSize());
+  const long at = long{pixel.y()} * picture.width + pixel.x();
   return picture.ValueOf(picture.levels[static_cast<std::size_t>(at)]);
 }
 

@@ -94,8 +94,8 @@ void RadiographView::MoveByKey(QPointF way) {
     emit PointMoved(selected->kind, selected->index, place, true);
   } else {
     crossHair_ = place;
-    emit PointerMoved(place);
   }
+  emit PointerMoved(place);
   Show(Showing(transform_, place));
 }
 
@@ -105,6 +105,7 @@ void RadiographView::StepSelection(int step) {
   if (!point) return;
   isKeyed_ = true;
   Select(point);
+  emit PointerMoved(PlaceOf(scene_, *point));
   Show(Showing(transform_, PlaceOf(scene_, *point)));
 }
 
@@ -136,6 +137,7 @@ void RadiographView::Escape() {
     crossHair_.reset();
   }
   isKeyed_ = crossHair_.has_value();
+  emit PointerMoved(crossHair_);
   update();
 }
 

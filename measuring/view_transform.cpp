@@ -55,6 +55,11 @@ bool IsOnPicture(PixelPlace place, QSize picture) {
   return place == KeptOnPicture(place, picture);
 }
 
+QPoint PixelAt(PixelPlace place, QSize picture) {
+  return {std::clamp(static_cast<int>(std::lround(place.column)), 0, picture.width() - 1),
+          std::clamp(static_cast<int>(std::lround(place.row)), 0, picture.height() - 1)};
+}
+
 PixelPlace KeptOnPicture(PixelPlace place, QSize picture) {
   return {std::clamp(place.column, -0.5, picture.width() - 0.5),
           std::clamp(place.row, -0.5, picture.height() - 0.5)};

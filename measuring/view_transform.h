@@ -2,6 +2,7 @@
 // of the view, from its top left corner.
 #pragma once
 
+#include <QPoint>
 #include <QPointF>
 #include <QRectF>
 #include <QSize>
@@ -32,6 +33,8 @@ Landmarks::PixelPlace PlaceAt(const ViewTransform& transform, QPointF position);
 QRectF PictureOnView(const ViewTransform& transform, QSize picture);
 bool IsOnPicture(Landmarks::PixelPlace place, QSize picture);
 Landmarks::PixelPlace KeptOnPicture(Landmarks::PixelPlace place, QSize picture);
+// Column and row of the nearest pixel.
+QPoint PixelAt(Landmarks::PixelPlace place, QSize picture);
 
 // The whole picture, as large as it fits. View, aspect and flip stay.
 ViewTransform Fitted(const ViewTransform& transform, QSize picture);

@@ -67,13 +67,14 @@ std::vector<std::uint8_t> ReadFile(const char* path) {
   return bytes;
 }
 
-ReadResult Decode(const char* path) {
+// The picture and its bytes, or why there is none: either may be too large for the memory.
+std::string Answer(const char* path) {
   try {
-    return DecodePicture(ReadFile(path));
+    return ComposeAnswer(DecodePicture(ReadFile(path)));
   } catch (const Refusal& refusal) {
-    return refusal.failure;
+    return ComposeAnswer(refusal.failure);
   } catch (const std::bad_alloc&) {
-    return ReadFailure{ReadTrouble::TooMuchMemory, {}};
+    return ComposeAnswer(ReadFailure{ReadTrouble::TooMuchMemory, {}});
   }
 }
 
@@ -93,6 +94,6 @@ int main(int argc, char** argv) {
   if (argc != 3) return EXIT_FAILURE;
   Confine(std::strtoull(argv[1], nullptr, 10));
   const QCoreApplication application(argc, argv);  // it knows where the picture formats lie
-  const bool written = WriteAll(ComposeAnswer(Decode(argv[2])));
+  const bool written = WriteAll(Answer(argv[2]));
   return written ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <new>
 
 #include "radiograph/answer.h"
 #include "radiograph/child.h"
@@ -19,8 +20,10 @@ std::string FindDecoder(const QString& programFolder) {
   return {};
 }
 
-ReadResult ReadRadiograph(const std::string& path, const RadiographReader& reader,
-                          const std::stop_token& stop) {
+namespace {
+
+ReadResult ReadThrough(const RadiographReader& reader, const std::string& path,
+                       const std::stop_token& stop) {
   const ChildRun run = RunChild({reader.decoder, std::to_string(reader.limits.memory), path},
                                 reader.limits.time, kLongestAnswer, stop);
   switch (run.end) {
@@ -36,6 +39,18 @@ ReadResult ReadRadiograph(const std::string& path, const RadiographReader& reade
       break;
   }
   return ReadFailure{ReadTrouble::DecoderDied, {}};
+}
+
+}  // namespace
+
+// The answer of a decoder that had enough memory may still be too large for ours.
+ReadResult ReadRadiograph(const std::string& path, const RadiographReader& reader,
+                          const std::stop_token& stop) {
+  try {
+    return ReadThrough(reader, path, stop);
+  } catch (const std::bad_alloc&) {
+    return ReadFailure{ReadTrouble::TooMuchMemory, {}};
+  }
 }
 
 }  // namespace Radiography

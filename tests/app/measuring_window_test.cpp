@@ -163,6 +163,19 @@ TEST_F(Measure, GoesByKeysAloneFromThePictureToTheForm) {
   EXPECT_NEAR(measuring.Number(entries[Sila::Measurement::HeadRadius].text), 2.4, 0.03);
 }
 
+TEST_F(Measure, TellsOfNoPixelThatThePictureDoesNotHave) {
+  MeasuringProgram measuring(folder.path());
+  measuring.Open(path);
+  RadiographView& view = measuring.Window().View();
+  const auto* told = measuring.In<QLabel>("lblPointer");
+  for (int i = 0; i < 40; ++i) QTest::keyClick(&view, Qt::Key_Right, Qt::ControlModifier);
+  for (int i = 0; i < 40; ++i) QTest::keyClick(&view, Qt::Key_Down, Qt::ControlModifier);
+  EXPECT_TRUE(told->text().startsWith("1199, 999: ")) << told->text().toStdString();
+  for (int i = 0; i < 80; ++i) QTest::keyClick(&view, Qt::Key_Left, Qt::ControlModifier);
+  for (int i = 0; i < 80; ++i) QTest::keyClick(&view, Qt::Key_Up, Qt::ControlModifier);
+  EXPECT_TRUE(told->text().startsWith("0, 0: ")) << told->text().toStdString();
+}
+
 TEST_F(Measure, EscapeGivesUpReadingAndLeavesTheWindowAsItWas) {
   MeasuringProgram measuring(folder.path());
   measuring.Open(path);

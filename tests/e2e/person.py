@@ -69,6 +69,12 @@ class Person:
             if child is not None:
                 yield from self.all_in(child)
 
+    def _where_to_look(self, role, top=None):
+        """Windows stand at the top: to look for one does not take a walk through all of them."""
+        if top is None and role in ("frame", "dialog", "alert"):
+            return [window for window in self.application if window is not None]
+        return self.all_in(top)
+
     def describe(self):
         try:
             return "\n".join(f"{o.getRoleName()} {o.name!r}" for o in self.all_in())
@@ -86,7 +92,7 @@ class Person:
 
     def find(self, role, name, top=None):
         def look():
-            for thing in self.all_in(top):
+            for thing in self._where_to_look(role, top):
                 if thing.getRoleName() == role and self._is_named(thing, name) and self.is_showing(thing):
                     return thing
             return None
@@ -96,7 +102,8 @@ class Person:
     def is_there(self, role, name):
         try:
             return any(
-                o.getRoleName() == role and o.name == name and self.is_showing(o) for o in self.all_in()
+                o.getRoleName() == role and o.name == name and self.is_showing(o)
+                for o in self._where_to_look(role)
             )
         except Exception:
             return False
@@ -138,13 +145,17 @@ class Person:
         self.type(text)
         self.wait(lambda: box.queryText().getText(0, -1) == text, f"{name} to hold {text!r}")
 
-    def _tab_to(self, thing, name):
-        for _ in range(20):
-            if thing.getState().contains(pyatspi.STATE_FOCUSED):
+    @staticmethod
+    def is_focused(thing):
+        return thing.getState().contains(pyatspi.STATE_FOCUSED)
+
+    def tab_to(self, thing, name, key="Tab"):
+        for _ in range(40):
+            if self.is_focused(thing):
                 return
-            self.keys("Tab")
+            self.keys(key)
             time.sleep(0.1)
-        raise AssertionError(f"Tab does not lead to {name}")
+        raise AssertionError(f"{key} does not lead to {name}")
 
     def choose(self, list_name, text, window):
         """Goes from a box to the unit list behind it, and types the unit."""
@@ -162,7 +173,7 @@ class Person:
 
     def unfold(self, list_name, window):
         combo = self.find("combo box", list_name, self.find(*window))
-        self._tab_to(combo, list_name)
+        self.tab_to(combo, list_name)
         self.keys("alt+Down")
         self.wait(lambda: self.is_unfolded(combo), f"{list_name} to unfold")
         return combo
@@ -184,6 +195,65 @@ class Person:
         box.queryAction().doAction(0)
         self.wait(lambda: box.getState().contains(pyatspi.STATE_CHECKED), f"{name} to be ticked")
 
+    @staticmethod
+    def area(thing):
+        return thing.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+
+    @staticmethod
+    def mouse(*steps):
+        subprocess.run(["xdotool", *steps], check=True)
+
+    def move_to(self, x, y):
+        self.mouse("mousemove", str(x), str(y))
+
+    def waver_at(self, x, y):
+        """For a window that has just come up and may not have seen the mouse arrive."""
+        self.mouse("mousemove", str(x + 1), str(y), "mousemove", str(x), str(y))
+
+    def click_here(self):
+        self.mouse("click", "1")
+
+    def hold_mouse(self):
+        self.mouse("mousedown", "1")
+
+    def let_go_mouse(self):
+        self.mouse("mouseup", "1")
+
+    def turn_wheel(self, notches):
+        """Towards the person; away where `notches` is negative."""
+        self.mouse("click", "--repeat", str(abs(notches)), "--delay", "20", "5" if notches > 0 else "4")
+
+    def click(self, role, name, top=None):
+        """With the mouse, in the middle of what is to be clicked."""
+        thing = self.find(role, name, top)
+        self.wait(lambda: self.area(thing).width > 0, f"{name} to take its place")
+        self.click_on(thing)
+
+    def click_on(self, thing):
+        area = self.area(thing)
+        self.move_to(area.x + area.width // 2, area.y + area.height // 2)
+        self.click_here()
+
+    def take(self, menu, command, window):
+        """A command, by clicks in the menu."""
+        self.click("menu item", menu, self.find(*window))
+        self.click("menu item", command, self.find(*window))
+
+    def click_into(self, name, text, window):
+        """Types over what is in a box that was clicked."""
+        box = self.find("text", name, self.find(*window))
+
+        def focused():
+            # Clicked again where the box has moved: what is entered may move those below.
+            self.click_on(box)
+            time.sleep(0.05)
+            return self.is_focused(box)
+
+        self.wait(focused, f"{name} to get the focus")
+        self.keys("ctrl+a")
+        self.type(text)
+        self.wait(lambda: box.queryText().getText(0, -1) == text, f"{name} to hold {text!r}")
+
     def drag(self, window, right, down):
         """Drags the mouse from a third of the window's width, by this many pixels."""
         area = self.find(*window).queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
@@ -193,6 +263,9 @@ class Person:
             steps += ["mousemove", str(x + right * part // 5), str(y + down * part // 5)]
             steps += ["sleep", "0.05"]
         subprocess.run(["xdotool", *steps, "mouseup", "1"], check=True)
+
+    def is_active(self, window):
+        return self.find(*window).getState().contains(pyatspi.STATE_ACTIVE)
 
     def bring_to_front(self, window):
         found = self.find(*window)
@@ -238,6 +311,13 @@ class Person:
         self.keys("Return")
         # The program may end with the file that it asked for.
         self.wait(lambda: self.has_ended() or not self.find_file_dialog(), "the file dialog to close")
+
+    def rows_of(self, table, window):
+        """The texts of a table's rows; "none" stands for an empty one."""
+        found = self.find("table", table, self.find(*window))
+        columns = sum(thing.getRoleName() == "table column header" for thing in found)
+        cells = [thing.name for thing in found if thing.getRoleName() == "table cell"]
+        return [cells[i:i + columns] for i in range(0, len(cells), columns)]
 
     def find_file_dialog(self):
         for thing in self.application:

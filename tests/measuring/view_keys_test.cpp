@@ -186,6 +186,26 @@ TEST_F(ViewKeysTest, ThePlaceOfTheCrossHairIsTold) {
   ExpectPlace(*pointer.last()[0].value<std::optional<PixelPlace>>(), 100.5, 74.5);
 }
 
+TEST_F(ViewKeysTest, ThePlaceOfThePointThatIsChosenOrNudgedIsTold) {
+  Mark(MarkKind::Trochanter, {{20, 30}});
+  QSignalSpy pointer(&view_, &RadiographView::PointerMoved);
+  Key(Qt::Key_N);
+  ExpectPlace(*pointer.last()[0].value<std::optional<PixelPlace>>(), 20, 30);
+  Key(Qt::Key_Right);
+  ExpectPlace(*pointer.last()[0].value<std::optional<PixelPlace>>(), 21, 30);
+}
+
+TEST_F(ViewKeysTest, EscapeTellsThePlaceOfTheCrossHairAgain) {
+  Mark(MarkKind::Trochanter, {{20, 30}});
+  QSignalSpy pointer(&view_, &RadiographView::PointerMoved);
+  Key(Qt::Key_Right);
+  Key(Qt::Key_N);
+  Key(Qt::Key_Escape);
+  ExpectPlace(*pointer.last()[0].value<std::optional<PixelPlace>>(), 100.5, 74.5);
+  Key(Qt::Key_Escape);
+  EXPECT_FALSE(pointer.last()[0].value<std::optional<PixelPlace>>());
+}
+
 TEST_F(ViewKeysTest, KeysOfTheWindowAreLeftToIt) {
   for (const int key : {Qt::Key_Z, Qt::Key_N, Qt::Key_Plus}) {
     QKeyEvent event(QEvent::KeyPress, key, Qt::ControlModifier);

@@ -280,10 +280,17 @@ def population():
                     thetaCE=radians(round(edge, 1)), headRadius=round(source.uniform(15, 32)) / 1000)
 
 
+def phantom():
+    """The hip of the made-up radiographs."""
+    yield named("Phantom", lizm=9.2, xizm=0.4, zizm=5.8, Cizm=4.6, Hizm=15, thetaCE=0.52,
+                headRadius=0.024)
+
+
 def main():
     columns = ["name"] + INPUTS + ["outcome", "form"] + RESULTS + ALLOWANCES
     rows = [named("Default")]
-    for more in [single_changes(), edge_sweep(), special_edges(), refused(), population()]:
+    for more in [single_changes(), edge_sweep(), special_edges(), refused(), population(),
+                 phantom()]:
         rows += more
     names = [name for name, _ in rows]
     assert len(set(names)) == len(names)
