@@ -126,6 +126,7 @@ class RadiographView : public QWidget {
 
   void BeginPress(const QMouseEvent& event, Act act);
   Act ActOf(const QMouseEvent& event) const;
+  bool WantsPointHere() const;
   void DragPoint(bool isDone);
   void SetPoint(QPointF position);
   void CancelPress();

@@ -142,7 +142,9 @@ void RadiographView::mouseReleaseEvent(QMouseEvent* event) {
   press_.now = event->position();
   if (press_.act == Act::Drag && press_.hasMoved && scene_.selected) DragPoint(true);
   const Press done = std::exchange(press_, {});
-  if (done.act == Act::Set) {
+  if (done.act == Act::Drag && !done.hasMoved && WantsPointHere()) {
+    SetPoint(done.now);
+  } else if (done.act == Act::Set) {
     press_ = done;
     const bool isCircle = DrawsRoughCircle();
     press_ = {};
@@ -155,6 +157,13 @@ void RadiographView::mouseReleaseEvent(QMouseEvent* event) {
   }
   RefreshPointer(event->position());
   update();
+}
+
+// A click where another mark has a handle: marks may lie close together, as the edge of the socket
+// and the head's outline do.
+bool RadiographView::WantsPointHere() const {
+  return scene_.current && scene_.selected && scene_.selected->kind != *scene_.current &&
+         !IsWhole(scene_.points, *scene_.current);
 }
 
 // As far from the pointer as it was when the button went down.

@@ -93,6 +93,7 @@ TEST_F(ViewMouseTest, AHandleIsDraggedAsFarAsThePointerMoves) {
 
 TEST_F(ViewMouseTest, AClickOnAHandleMovesNothing) {
   Mark(MarkKind::Head, {{100, 70}, {120, 70}});
+  view_.SetCurrent(MarkKind::Head);
   QSignalSpy moved(&view_, &RadiographView::PointMoved);
   QSignalSpy added(&view_, &RadiographView::PointAdded);
   Drag(At(121, 71), At(122, 71));  // a slip
@@ -102,12 +103,21 @@ TEST_F(ViewMouseTest, AClickOnAHandleMovesNothing) {
   EXPECT_EQ(added.count(), 0);
 }
 
-TEST_F(ViewMouseTest, AHandleReachesTenPixels) {
+TEST_F(ViewMouseTest, AClickOnTheHandleOfAnotherMarkSetsThePointThatIsWanted) {
   Mark(MarkKind::SocketEdge, {{100, 70}});
+  Click(At(101, 71));
+  ExpectPlace(Place(MarkKind::SocketEdge), 100, 70);
+  ASSERT_EQ(Count(MarkKind::Trochanter), 1U);
+  ExpectPlace(Place(MarkKind::Trochanter), 101, 71);
+}
+
+TEST_F(ViewMouseTest, AHandleReachesTenPixels) {
+  Mark(MarkKind::Head, {{100, 70}});
+  view_.SetCurrent(MarkKind::Head);
   Click(At(100, 70) + QPoint(10, 0));
-  EXPECT_EQ(view_.Selected(), (MarkPoint{MarkKind::SocketEdge, 0}));
+  EXPECT_EQ(view_.Selected(), (MarkPoint{MarkKind::Head, 0}));
   Click(At(100, 70) + QPoint(11, 0));
-  EXPECT_EQ(view_.Selected(), (MarkPoint{MarkKind::Trochanter, 0})) << "a new one";
+  EXPECT_EQ(view_.Selected(), (MarkPoint{MarkKind::Head, 1})) << "a new one";
 }
 
 TEST_F(ViewMouseTest, OfTwoHandlesInOnePlaceTheCurrentMarksIsTaken) {
