@@ -46,7 +46,7 @@ QString CaptionOf(Mark mark) {
 QString NumberOf(Mark mark) {
   const QString number = QString::number(IndexOf(KindOf(mark)) + 1);
   const QString midline = QString::number(IndexOf(MarkKind::Midline) + 1);
-  return mark == Mark::Other ? number + QStringLiteral(" or ") + midline : number;
+  return mark == Mark::Other ? number + QStringLiteral(" (or ") + midline + u')' : number;
 }
 
 void FitCircles(const Draft& draft, const Landmarks::PixelSpacing& spacing, Findings& found) {

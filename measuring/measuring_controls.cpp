@@ -117,7 +117,7 @@ QLayout* ResultsBlock(MeasuringControls& c) {
   c.measurements =
       new TextTable(QStringLiteral("Measurements"),
                     {{QStringLiteral("Measurement"), QStringLiteral("Radius of head, cm"), false},
-                     {QStringLiteral("Value"), QStringLiteral("needs mark 1, 2 or 3, 5")}});
+                     {QStringLiteral("Value"), QStringLiteral("needs mark 1, 2 (or 3), 5")}});
   c.measurements->setObjectName(QStringLiteral("tblMeasurements"));
   c.results =
       new TextTable(QStringLiteral("Results"),

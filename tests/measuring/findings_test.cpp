@@ -127,8 +127,8 @@ TEST_F(FindingsOfAPelvis, SayWhichMarksAMeasurementNeeds) {
   draft[MarkKind::OtherHead].clear();
   draft[MarkKind::CrestTop].clear();
   const Findings found = Find();
-  EXPECT_EQ(found.measurements[0].missing, "needs mark 2 or 3");
-  EXPECT_EQ(found.measurements[4].missing, "needs mark 2 or 3, 5");
+  EXPECT_EQ(found.measurements[0].missing, "needs mark 2 (or 3)");
+  EXPECT_EQ(found.measurements[4].missing, "needs mark 2 (or 3), 5");
   EXPECT_EQ(found.measurements[6].missing, "");
   EXPECT_TRUE(found.HasMeasurement());
   EXPECT_FALSE(Find().record);

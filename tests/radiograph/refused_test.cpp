@@ -169,6 +169,8 @@ TEST_P(CodestreamSize, IsCheckedBeforeMemoryIsTaken) {
 
 INSTANTIATE_TEST_SUITE_P(Of, CodestreamSize, testing::ValuesIn(kHeaders), RowName());
 
+// The sanitizers reserve address space of their own by the terabyte, so that memory is not limited.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 TEST_F(Refused, AFileThatNeedsTooMuchMemory) {
   const std::string path = Save(MakeDisk(16, false, 6000, 6000));
   RadiographReader poor = reader;
@@ -198,6 +200,7 @@ TEST_F(Refused, AFileThatNeedsALittleTooMuchMemory) {
     EXPECT_EQ(failure->trouble, ReadTrouble::TooMuchMemory) << FailureText(*failure);
   }
 }
+#endif
 
 TEST_F(Refused, AFileThatTakesTooLong) {
   const std::string path = Save(MakeDisk(16, false, 3000, 3000));
@@ -252,7 +255,6 @@ TEST_F(OtherDecoder, ThatFloodsIsEnded) {
   EXPECT_EQ(Fail().trouble, ReadTrouble::DecoderDied);
 }
 
-// The sanitizers reserve address space of their own by the terabyte.
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 TEST_F(OtherDecoder, WhoseAnswerDoesNotFitIntoOurMemoryIsSaid) {
   Become("exec head -c 500000000 /dev/zero");
