@@ -91,7 +91,7 @@ QVariant HelpPage::loadResource(int type, const QUrl& name) {
                                              : QVariant(content);
 }
 
-// Of a picture of this usual size, at this zoom and no wider than the text.
+// The pixels for a picture of this usual size, at this zoom and no wider than the text.
 QSize HelpPage::PixelsOf(QSizeF usual) const {
   const double room = std::max(100.0, LineWidth() - 2.0 * document()->documentMargin());
   QSizeF size = usual * zoom_ * std::max(1.0, usualPoints_ / 10.0);
@@ -111,7 +111,7 @@ QImage HelpPage::Drawing(const QByteArray& svg) const {
   return image;
 }
 
-// Has two pixels where a coarse display shows one, so that it is sharp on a fine one.
+// Stored at twice its size, so that it is sharp on a fine display.
 QImage HelpPage::ProgramPicture(const QByteArray& png) const {
   const QImage whole = QImage::fromData(png);
   if (whole.isNull()) return {};

@@ -48,6 +48,7 @@ MDIForm1::MDIForm1(const AppDoors& doors)
 // The form keeps its entries until New loads it afresh.
 void MDIForm1::LoadForm() {
   form_ = std::make_unique<Form1>(doors_.messages, doors_.locale, this);
+  formIsMeasured_ = false;
   connect(form_.get(), &Form1::OkPressed, this, &MDIForm1::ConfirmCase);
   connect(form_.get(), &QDialog::rejected, this, &MDIForm1::CancelForm);
   patient_->EnableBoxes();
@@ -55,7 +56,6 @@ void MDIForm1::LoadForm() {
 
 void MDIForm1::ShowForm() {
   shownEntries_ = form_->Entries();
-  formIsMeasured_ = false;
   form_->setWindowModality(Qt::ApplicationModal);  // the 3D view waits as well
   form_->show();
   form_->activateWindow();
@@ -104,6 +104,7 @@ void MDIForm1::Open() {
     entries.firstName = form_->Entries().firstName;
   }
   form_->SetEntries(entries);
+  formIsMeasured_ = false;
   session_.NoteRead(path, Vse::CheckEntries(form_->Entries(), false, doors_.locale).data);
   ShowForm();
 }
@@ -156,6 +157,7 @@ void MDIForm1::Change() {
   if (!form_) LoadForm();
   if (session_.HasCase()) {
     form_->SetEntries(Vse::EntriesOf(session_.Record().data, doors_.locale, form_->Entries()));
+    formIsMeasured_ = false;
   }
   session_.NoteChange();
   ShowForm();

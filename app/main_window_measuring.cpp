@@ -68,9 +68,9 @@ void MDIForm1::UseMeasured(const CaseEntries& measured) {
   LoadForm();
   session_.NoteNew();
   form_->SetEntries(measured);
+  formIsMeasured_ = true;
   activateWindow();
   ShowForm();
-  formIsMeasured_ = true;
   shownEntries_ = {};  // all of it is to be kept when the system ends the program
 }
 

@@ -34,8 +34,8 @@ void MDIForm1::OfferKeptWork() {
 
 void MDIForm1::GoOnWith(const KeptWork& work) {
   if (work.data) GoOnWithCase(work);
-  if (work.entries) GoOnWithForm(work);
   if (!work.marks.isEmpty()) GoOnWithMarks(work.marks);
+  if (work.entries) GoOnWithForm(work);  // last: it is in front of all other windows
   ShowStatus();
 }
 
@@ -56,6 +56,7 @@ void MDIForm1::GoOnWithForm(const KeptWork& work) {
   const CaseEntries proposed = form_->Entries();
   form_->SetEntries(*work.entries);
   form_->SetWeightUnknown(work.weightUnknownInForm);
+  formIsMeasured_ = work.formIsMeasured;
   ShowForm();
   shownEntries_ = proposed;  // what was typed before is to be kept again
 }
@@ -71,6 +72,7 @@ KeptWork MDIForm1::WorkToKeep() const {
   if (form_ && form_->isVisible() && form_->Entries() != shownEntries_) {
     work.entries = form_->Entries();
     work.weightUnknownInForm = form_->weightUnknown();
+    work.formIsMeasured = formIsMeasured_;
   }
   work.marks = MarksToKeep();
   return work;

@@ -38,7 +38,7 @@ void MDIForm1::ConfirmCase() {
     session_.Confirm(*checked.data);
     EnableCase();
     form_->hide();
-    if (formIsMeasured_) measuring_->NoteUsed();
+    if (formIsMeasured_ && measuring_) measuring_->NoteUsed();
     KeepWork();  // what follows may wait for the user
     ShowCase();
   }

@@ -28,7 +28,7 @@ std::size_t FindLastRecordEnd(std::string_view text, bool quoted, char lineEnd) 
 
 }  // namespace
 
-// What most chunks have none of is sooner looked for once than in every record.
+// Most chunks have neither: one look at the chunk is cheaper than one at each record.
 RecordWalk::RecordWalk(std::string_view text, char lineEnd)
     : text_(text),
       lineEnd_(lineEnd),

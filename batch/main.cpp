@@ -112,9 +112,11 @@ void AddUncertaintyOptions(CLI::App& app, UncertaintyTexts& texts) {
                  "The coverage probability of the intervals; default: 0.95")
       ->type_name("P")
       ->check(CLI::Validator(CheckCoverage, ""));
-  app.add_option("--trials", texts.trials,
-                 "The number of trials for each row, or auto: until all intervals are stable to a\n"
-                 "hundredth of their width; default: 8192")
+  app.add_option(
+         "--trials", texts.trials,
+         "The number of trials for each row, or auto: doubled until two doublings in a row\n"
+         "move no end of an interval by more than a hundredth of its width, 1048576 at\n"
+         "most; default: 8192")
       ->type_name("N")
       ->check(CLI::Validator(CheckTrials, ""));
   app.add_option("--seed", texts.seed,

@@ -179,6 +179,7 @@ KeptWork WorkFromJson(const QJsonObject& object) {
   work.entries = EntriesFromJson(form);
   work.weightUnknownInForm =
       form.contains("weightUnknown") && Member(form, "weightUnknown", QJsonValue::Bool).toBool();
+  work.formIsMeasured = form.contains("measured");
   return work;
 }
 
@@ -191,6 +192,7 @@ QByteArray ComposeKeptWork(const KeptWork& work) {
   if (work.entries) {
     QJsonObject form = EntriesToJson(*work.entries);
     form.insert("weightUnknown", work.weightUnknownInForm);
+    if (work.formIsMeasured) form.insert("measured", true);
     object.insert("form", form);
   }
   if (!work.marks.isEmpty()) object.insert("marks", work.marks);

@@ -15,6 +15,7 @@ struct KeptWork {
   QString file;                        // the case file it came from; empty for a new case
   std::optional<CaseEntries> entries;  // as typed, while the form is open
   bool weightUnknownInForm = false;    // of the open form: OK was pressed without a weight
+  bool formIsMeasured = false;         // it came up with the entries of the measuring window
 
   // The case whose stresses a refused one still has; nothing when `data` was computed itself.
   std::optional<CaseData> computedBefore = {};

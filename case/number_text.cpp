@@ -133,8 +133,8 @@ std::uint64_t Join(std::uint64_t digits) {
 }
 
 // Up to eight characters: digits with at most a minus and a separator, as nearly all entries are.
-// False for anything else. Without a branch that could go either way, since a table has all kinds
-// in turns. The digits and the power of ten are exact, so their quotient is the nearest double.
+// False for anything else. It has no unpredictable branch, since a table mixes all kinds.
+// The digits and the power of ten are exact, so their quotient is the nearest double.
 bool ReadShort(std::string_view text, double& value) {
   static constexpr std::array kPowers = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8};
   if (text.empty() || text.size() > kWord) return false;
@@ -145,7 +145,7 @@ bool ReadShort(std::string_view text, double& value) {
   const std::size_t count = length - (whole < length ? 1 : 0);
   if (count == 0) return false;
   const std::uint64_t before =
-      ~(~std::uint64_t{0} << 7 * whole << whole);  // in two steps: up to 64
+      ~(~std::uint64_t{0} << 7 * whole << whole);  // two shifts, since one by 64 is undefined
   const std::uint64_t characters = (word & before) | (word >> 8 & ~before);
   const std::size_t leading = 8 * (kWord - count);
   const std::uint64_t digits = (characters ^ kEveryByte * '0') << leading;

@@ -190,7 +190,7 @@ MarkedHip MarkedHipOf(const PictureFacts& facts, const Marks& marks, const Check
   return hip;
 }
 
-// By kBudgetParts; of the rest, only the body weight has an error here.
+// In the order of kBudgetParts. Of the rest, only the body weight has an error.
 QStringList CaptionsOfParts(const Marks& marks, bool weightKnown) {
   const bool isMidline = std::holds_alternative<Landmarks::Midline>(marks.other);
   QStringList captions = {

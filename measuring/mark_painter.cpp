@@ -41,8 +41,8 @@ Style StyleOf(const MarkScene& scene, MarkKind kind) {
   return {isScale ? kScaleColour : kMarkColour, kThin, false};
 }
 
-// What of a mark is in the view: strokes cost by their length, and the magnifier shows a small part
-// of large outlines.
+// The parts of a mark that lie in the view. A stroke costs by its length, and the magnifier shows a
+// small part of large outlines.
 struct SeenPath {
   QSizeF view;
   QPainterPath path;

@@ -53,7 +53,7 @@ CircleCovariance Root(const CircleCovariance& covariance) {
   return root;
 }
 
-// A hip with what does not change from trial to trial.
+// What does not change from trial to trial.
 struct Trials {
   Marks marks;
   MarkErrors errors;

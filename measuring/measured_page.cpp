@@ -106,9 +106,9 @@ QString PrintMeasured(PrintTarget& target, const MeasuredPage& printed, QDate da
   PrintNumbers(page, printed);
   page.LineFeed();
   const ScaleFinding& scale = printed.found.scale;
-  const QStringList ending =
-      QStringList(QStringLiteral("Scale: %1. %2").arg(scale.name, scale.value))
-      << NoticesOf(printed.found) << Print::kUncertaintyNote.toString();
+  const QString value = scale.value.isEmpty() ? QString() : QStringLiteral(". ") + scale.value;
+  const QStringList ending = QStringList(QStringLiteral("Scale: ") + scale.name + value)
+                             << NoticesOf(printed.found) << Print::kUncertaintyNote.toString();
   Print::PrintComments(sheet, ending.join(u'\n'));
   page.LineFeed();
   page.LineFeed();

@@ -5,9 +5,11 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QMenuBar>
+#include <QScreen>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QVBoxLayout>
+#include <new>
 #include <utility>
 
 #include "case/case_entries.h"
@@ -95,7 +97,7 @@ void MeasuringWindow::BuildContent() {
   row->addWidget(left, 1);
   row->addWidget(panel);
   setCentralWidget(content);
-  resize(1320, 960);
+  resize(QSize(1320, 960).boundedTo(screen()->availableSize()));
 }
 
 void MeasuringWindow::BuildStatusLine() {
@@ -221,6 +223,12 @@ QJsonObject MeasuringWindow::WorkToKeep() const {
           {kMarksKey, ToJson(draft_)}};
 }
 
+// Marks whose picture could not be read again are no less used.
+void MeasuringWindow::NoteUsed() {
+  workToTakeUp_ = {};
+  used_ = handedOver_;
+}
+
 void MeasuringWindow::TakePicture(const QString& path,
                                   const std::shared_ptr<Radiography::ReadResult>& result) {
   ShowStatus();
@@ -236,22 +244,31 @@ void MeasuringWindow::TakePicture(const QString& path,
   if (!work.isEmpty() && work[kHash].toString() != QString::fromStdString(read->sha256)) {
     return refuse(QStringLiteral("The file has changed since it was marked. Its marks are kept."));
   }
+  try {
+    ShowPicture(path, std::shared_ptr<const Radiography::Radiograph>(result, read));
+  } catch (const std::bad_alloc&) {
+    return refuse(QString::fromStdString(
+        Radiography::FailureText({Radiography::ReadTrouble::TooMuchMemory, {}})));
+  }
   workToTakeUp_ = {};
-  ShowPicture(path, std::shared_ptr<const Radiography::Radiograph>(result, read));
-  if (!work.isEmpty()) TakeDraft(DraftFrom(work[kMarksKey].toObject()));
+  if (!work.isEmpty()) {
+    TakeDraft(DraftFrom(work[kMarksKey].toObject()));
+    handedOver_ = draft_;  // to the form that was open then, if any
+  }
   needs_.workChanged();
 }
 
 void MeasuringWindow::ShowPicture(const QString& path,
                                   std::shared_ptr<const Radiography::Radiograph> picture) {
+  const PictureFacts facts = FactsOf(*picture);
+  const Landmarks::PixelSpacing spacing = facts.Spacing();
+  view_->SetRadiograph(picture, spacing.row / spacing.column);
   path_ = path;
   picture_ = std::move(picture);
-  facts_ = FactsOf(*picture_);
+  facts_ = facts;
   undo_.clear();
-  used_ = {};
+  handedOver_ = used_ = {};
   for (QAction* action : {inverted_, flipped_}) action->setChecked(false);
-  const Landmarks::PixelSpacing spacing = facts_.Spacing();
-  view_->SetRadiograph(picture_, spacing.row / spacing.column);
   FillPresets();
   setWindowTitle(Vse::OneLine(QFileInfo(path).fileName()) + QStringLiteral(" – ") +
                  kTitle.toString());

@@ -57,8 +57,8 @@ class MeasuringWindow final : public QMainWindow {
   // GoOnWith reads the picture again and takes the marks up.
   QJsonObject WorkToKeep() const;
   void GoOnWith(const QJsonObject& work);
-  // The case form, opened with these marks, was confirmed.
-  void NoteUsed() { used_ = draft_; }
+  // What was handed over last has become a case.
+  void NoteUsed();
 
   const Draft& Marked() const { return draft_; }
   const Findings& Found() const { return found_; }
@@ -141,7 +141,8 @@ class MeasuringWindow final : public QMainWindow {
   std::shared_ptr<const Radiography::Radiograph> picture_;
   PictureFacts facts_;
   Draft draft_;
-  Draft used_;                // what became a case of this picture
+  Draft handedOver_;          // what the form has been given of this picture
+  Draft used_;                // what became a case of it
   QJsonObject workToTakeUp_;  // while its picture is read, and after that failed
   MarkKind current_ = MarkKind::Head;
   int gesture_ = kEntryCount;  // of the next step; the boxes have the numbers below

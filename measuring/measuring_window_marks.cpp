@@ -48,13 +48,17 @@ std::vector<PixelPlace> PlacesOn(const Landmarks::Circle& circle,
   return places;
 }
 
-// Bone bright, as the search expects it.
-std::vector<std::uint16_t> BrightBone(const Radiography::Radiograph& picture) {
+// The search expects bright bone.
+Landmarks::Snap SnapOn(const Radiography::Radiograph& picture,
+                       const Landmarks::PixelSpacing& spacing, const Landmarks::Circle& rough) {
+  const auto snap = [&](std::span<const std::uint16_t> levels) {
+    return Landmarks::SnapToEdge({levels, picture.width, picture.height, spacing}, rough);
+  };
+  if (!picture.inverted) return snap(picture.levels);
   std::vector<std::uint16_t> levels = picture.levels;
-  if (!picture.inverted) return levels;
   const auto highest = static_cast<std::uint16_t>((1U << picture.bits) - 1U);
   for (std::uint16_t& level : levels) level = static_cast<std::uint16_t>(highest - level);
-  return levels;
+  return snap(levels);
 }
 
 }  // namespace
@@ -162,9 +166,7 @@ void MeasuringWindow::SnapCurrent() {
 
 void MeasuringWindow::PutSnapped(MarkKind kind, const Landmarks::Circle& rough) {
   const Landmarks::PixelSpacing spacing = facts_.Spacing();
-  const std::vector<std::uint16_t> levels = BrightBone(*picture_);
-  const Landmarks::Snap snap =
-      Landmarks::SnapToEdge({levels, picture_->width, picture_->height, spacing}, rough);
+  const Landmarks::Snap snap = SnapOn(*picture_, spacing, rough);
   if (!snap.fit) {
     statusBar()->showMessage(WordsOf(snap.doubt) +
                              QStringLiteral(" Click three or more points on the edge instead."));

@@ -102,6 +102,7 @@ void MeasuringWindow::ShowScale() {
   for (std::size_t i = IndexOf(Entry::Magnification); i <= IndexOf(Entry::LineLength); ++i) {
     controls_.entries[i].SetVisible(scale.asks[i]);
   }
+  controls_.errors[IndexOf(ErrorOf::Magnification)].SetVisible(!scale.isByObject);
 }
 
 void MeasuringWindow::ShowFindings() {
@@ -202,7 +203,9 @@ CaseEntries MeasuringWindow::EntriesForForm() const {
 }
 
 void MeasuringWindow::UseThese() {
-  if (picture_ && found_.HasMeasurement()) needs_.use(EntriesForForm());
+  if (!picture_ || !found_.HasMeasurement()) return;
+  handedOver_ = draft_;
+  needs_.use(EntriesForForm());
 }
 
 void MeasuringWindow::CopyTable() {

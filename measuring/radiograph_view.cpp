@@ -49,12 +49,14 @@ RadiographView::RadiographView(QWidget* parent) : QWidget(parent) {
 
 void RadiographView::SetRadiograph(std::shared_ptr<const Radiography::Radiograph> radiograph,
                                    double pixelAspect) {
+  // First what needs much memory: without it everything stays as it is.
+  GreyPyramid pyramid = radiograph ? MakePyramid(std::move(radiograph)) : GreyPyramid{};
   CancelPress();
   Select({});
   crossHair_.reset();
   isInverted_ = false;
   transform_ = {QSizeF(size()), 1.0, pixelAspect, false, {}};
-  pyramid_ = radiograph ? MakePyramid(std::move(radiograph)) : GreyPyramid{};
+  pyramid_ = std::move(pyramid);
   presets_ = HasPicture() ? PresetsOf(*pyramid_.radiograph) : std::vector<GreyPreset>{};
   if (HasPicture()) {
     full_ = Radiography::FullWindow(*pyramid_.radiograph);

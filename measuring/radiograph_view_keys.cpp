@@ -116,6 +116,7 @@ void RadiographView::SetPointByKey() {
     emit PointAdded(*scene_.current, *crossHair_);
   } else {
     isKeyed_ = true;
+    emit PointerMoved(*crossHair_);
     Show(Showing(transform_, *crossHair_));
   }
 }
@@ -125,6 +126,7 @@ void RadiographView::RemoveSelected() {
   if (!scene_.selected || press_.act != Act::None) return;
   const MarkPoint point = *scene_.selected;
   Select({});
+  emit PointerMoved(isKeyed_ ? crossHair_ : std::nullopt);
   emit PointRemoved(point.kind, point.index);
 }
 
@@ -150,7 +152,9 @@ std::optional<Landmarks::PixelPlace> RadiographView::KeyPlace() const {
 std::optional<Landmarks::PixelPlace> RadiographView::PlacedNow() const {
   if (!HasPicture()) return {};
   if (press_.act == Act::Drag && press_.hasMoved && scene_.selected) return KeyPlace();
-  if (press_.act == Act::Set && RowOf(*scene_.current).shape != MarkShape::Circle) {
+  const bool setsPoint =
+      press_.act == Act::Set || (press_.act == Act::Drag && !press_.hasMoved && WantsPointHere());
+  if (setsPoint && RowOf(*scene_.current).shape != MarkShape::Circle) {
     return KeptOnPicture(PlaceAt(transform_, press_.now), PictureSize());
   }
   return isKeyed_ && hasFocus() ? KeyPlace() : std::nullopt;

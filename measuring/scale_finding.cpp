@@ -25,9 +25,9 @@ bool IsEmpty(const Draft& draft, Entry id) {
   return draft[id].trimmed().isEmpty();
 }
 
-// Four significant digits: nobody marks a known length better.
-QString ShortText(double number, const QLocale& locale) {
-  return Vse::NumberText(QString::number(number, 'g', 4).toDouble(), locale);
+// Nobody marks a known length to more than four digits; a magnification may be typed with more.
+QString ShortText(double number, int digits, const QLocale& locale) {
+  return Vse::NumberText(QString::number(number, 'g', digits).toDouble(), locale);
 }
 
 struct KnownObject {
@@ -73,6 +73,7 @@ void ApplyObjects(const PictureFacts& facts, const Draft& draft, const CheckedEr
     }
     found.name = object.name.toString();
     found.magnification = factor;
+    found.isByObject = true;
     found.todo.clear();
     for (const Entry unused : {Entry::Magnification, Entry::HipHeight, Entry::SourceToTable}) {
       found.asks[IndexOf(unused)] = false;
@@ -156,11 +157,11 @@ ScaleFinding SettleScale(const PictureFacts& facts, const Draft& draft, const Ch
   ApplyObjects(facts, draft, errors, found);
   if (found.magnification) {
     const double atHip = facts.Spacing().column / found.magnification->factor;
-    found.value = QStringLiteral("%1 mm per pixel at the hip").arg(ShortText(atHip, locale));
-    // Pixels without a size of their own are not magnified by anything.
+    found.value = QStringLiteral("%1 mm per pixel at the hip").arg(ShortText(atHip, 4, locale));
+    // Without a pixel size in the file, the factor is no magnification.
     if (facts.scale.spacing) {
-      found.value +=
-          QStringLiteral(", magnification ") + ShortText(found.magnification->factor, locale);
+      found.value += QStringLiteral(", magnification ") +
+                     ShortText(found.magnification->factor, found.isByObject ? 4 : 6, locale);
     }
   }
   return found;

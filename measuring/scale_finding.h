@@ -30,8 +30,9 @@ struct ScaleFinding {
   QString value;  // what a pixel is at the hip; empty while that is not known
   // What lengths on the picture are divided by. Without it there are no lengths, only angles.
   std::optional<Landmarks::Magnification> magnification;
-  QString todo;                             // what is still asked for
-  QStringList notes;                        // what the file's attributes contradict, and the like
+  bool isByObject = false;  // so that its marks say how uncertain it is, not the user
+  QString todo;             // what is still asked for
+  QStringList notes;        // what the file's attributes contradict, and the like
   std::array<bool, kEntryCount> asks = {};  // which entries it depends on
 };
 

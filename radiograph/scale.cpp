@@ -218,7 +218,7 @@ optional<Scale> WithHipHeight(const Scale& scale, double height, optional<double
   Scale corrected = scale;
   corrected.spacing = Times(*scale.spacing, (*distance - height) / *distance);
   corrected.asksHipHeight = false;
-  corrected.name += ", brought to the hip " + Text(height) + " mm above it";
+  corrected.name += ", brought to the given height of the hip";
   return corrected;
 }
 

@@ -20,8 +20,8 @@ constexpr std::size_t kPilotTrials = 1024;
 constexpr std::ptrdiff_t kPilotMargin = 16;  // ranks of the pilot on either side of an end
 constexpr std::size_t kFirstTrials = 2048;   // of an automatic run
 constexpr double kStable = 0.01;             // of an interval's width
-// Doublings in succession that leave the ends stable. One is often so by chance: both halves of its
-// points can miss an end by the same amount.
+// Doublings in a row that leave the ends stable. One alone often happens by chance: both halves of
+// its points can miss an end by the same amount.
 constexpr int kStableDoublings = 2;
 
 struct Ranks {

@@ -16,8 +16,9 @@ namespace Uncertainty {
 
 struct Settings {
   double coverage = 0.95;  // probability of the interval, above 0 and below 1
-  // Trials, 1 to kMaxTrials. Automatic: doubled until both ends of every interval move by no more
-  // than a hundredth of its width twice in succession, or until there are this many.
+  // Trials, 1 to kMaxTrials. Automatic: doubled until two doublings in a row move no end of an
+  // interval by more than a hundredth of its width, which takes 8192 at least, or until there are
+  // this many.
   std::size_t trials = 8192;
   bool automatic = false;
   bool budget = false;  // asked for: it takes a run of its own for each part
@@ -45,9 +46,9 @@ inline constexpr double kRefusedShare = 0.002;
 struct Spread {
   std::optional<double> u;           // standard uncertainty
   std::optional<Interval> interval;  // probabilistically symmetric (JCGM 101, 7.7)
-  // Of the variances that come out when one part of the sources varies at a time and the others
-  // keep their values (JCGM 101, annex B). The parts add up to 1; all are 0 when no source moves
-  // the result. Empty when not asked for, or when there is no u or no variance.
+  // The share of each part in the sum of the variances found when one part of the sources varies
+  // and the others keep their values (JCGM 101, annex B). Shares add up to 1; all are 0 when no
+  // source moves the result. Empty when not asked for, or when there is no u or no variance.
   std::vector<double> budget;
 };
 

@@ -149,8 +149,8 @@ def uncertainty(*, lizm: float, xizm: float, zizm: float, Cizm: float, Hizm: flo
     coverage : float, optional
         Probability of the intervals, above 0 and below 1.
     trials : int or "auto", optional
-        Trials, 1 to 16,777,216; "auto" doubles them until the ends of all intervals hold still to a
-        hundredth of their width twice in succession, up to 1,048,576.
+        Trials, 1 to 16,777,216; "auto" doubles them until two doublings in a row move no end
+        of an interval by more than a hundredth of its width, up to 1,048,576.
     seed : int, optional
         Chooses the points, 0 to 2**64 - 1. The same seed gives the same intervals, on every machine.
     budget : bool, optional

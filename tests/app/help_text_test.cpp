@@ -143,7 +143,7 @@ TEST_F(HelpText, EveryPictureIsThereAndSmall) {
       const QUrl url = page.resolved(QUrl(match.captured(1)));
       const QByteArray bytes = file_->engine().fileData(file_->engine().findFile(url));
       EXPECT_GT(bytes.size(), 0) << url.toString().toStdString();
-      EXPECT_LE(bytes.size(), 100 * 1024) << url.toString().toStdString();
+      EXPECT_LE(bytes.size(), 150 * 1024) << url.toString().toStdString();
       ++found;
     }
   }

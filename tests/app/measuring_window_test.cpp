@@ -340,6 +340,37 @@ TEST_F(Measure, KeepsNothingOfMarksThatWereUsed) {
   next.program.window.OfferKeptWork();  // asks nothing
 }
 
+TEST_F(Measure, TakesUpTheFormBeforeTheMarksThatFillIt) {
+  {
+    MeasuringProgram measuring(folder.path());
+    measuring.Open(path);
+    measuring.MarkAll();
+    measuring.In<QPushButton>("cmdUse")->click();
+    measuring.program.window.EndForSystem();
+  }
+  MeasuringProgram next(folder.path());
+  next.program.messages.Answers(Answer::Yes);
+  next.program.window.OfferKeptWork();
+  next.program.messages.Take();
+  next.Wait();
+  EXPECT_EQ(QApplication::activeWindow(), &next.program.Form());
+  EXPECT_FALSE(next.Window().WorkToKeep().isEmpty());
+  next.program.PressOk();
+  EXPECT_TRUE(next.Window().WorkToKeep().isEmpty());
+  EXPECT_TRUE(next.Window().Found().record);
+}
+
+TEST_F(Measure, CountsTheMarksAsUsedWhenTheFormIsConfirmedLater) {
+  MeasuringProgram measuring(folder.path());
+  measuring.Open(path);
+  measuring.MarkAll();
+  measuring.In<QPushButton>("cmdUse")->click();
+  measuring.program.PressCancel();
+  measuring.program.window.Change();
+  measuring.program.PressOk();
+  EXPECT_TRUE(measuring.Window().WorkToKeep().isEmpty());
+}
+
 TEST_F(Measure, KeepsTheMarksWhenTheFormIsCancelled) {
   MeasuringProgram measuring(folder.path());
   measuring.Open(path);
@@ -402,6 +433,8 @@ TEST_F(Measure, CopiesPrintsAndSavesWhatItShows) {
   EXPECT_EQ(pages.Count(), 1);
   pages.Line(1, "Name : Doe Jane");
   pages.Line(1, "Rotation = 0°");
+  EXPECT_TRUE(pages.TextsOf(1).join(u' ').contains(
+      "Scale: pixel spacing at the detector ÷ the magnification given by the user."));
   measuring.program.files.Answers(folder.filePath("marked.png"));
   measuring.In<QPushButton>("cmdSavePicture")->click();
   const QImage saved(folder.filePath("marked.png"));

@@ -84,6 +84,12 @@ TEST(KeptWork, KeepsWhatTheFormKnowsOfTheWeight) {
   EXPECT_EQ(Vse::ParseKeptWork(Vse::ComposeKeptWork(work)), work);
 }
 
+TEST(KeptWork, KeepsThatTheFormWasMeasured) {
+  KeptWork work{{}, {}, SampleEntries()};
+  work.formIsMeasured = true;
+  EXPECT_EQ(Vse::ParseKeptWork(Vse::ComposeKeptWork(work)), work);
+}
+
 TEST(KeptWork, KeepsTheCaseWhoseStressesARefusedOneHas) {
   KeptWork work{SampleCase(), {}, {}};
   work.computedBefore = SampleCase();

@@ -163,6 +163,7 @@ TEST_F(FindingsOfAPelvis, TakeTheirScaleFromABallOfKnownSize) {
   EXPECT_EQ(found.scale.todo, "");
   EXPECT_NEAR(found.scale.magnification->factor, 1.15, 0.015);
   EXPECT_NEAR(Measured(found, Sila::Measurement::Lizm), 9.2, 0.1);
+  EXPECT_TRUE(Find().scale.isByObject);
 }
 
 TEST_F(FindingsOfAPelvis, TakeTheirScaleFromALineOfKnownLengthWithoutAnythingInTheFile) {

@@ -105,10 +105,19 @@ TEST_F(ViewMouseTest, AClickOnAHandleMovesNothing) {
 
 TEST_F(ViewMouseTest, AClickOnTheHandleOfAnotherMarkSetsThePointThatIsWanted) {
   Mark(MarkKind::SocketEdge, {{100, 70}});
-  Click(At(101, 71));
+  Press(At(101, 71));
+  EXPECT_TRUE(view_.Magnifier());
+  Release(At(101, 71));
   ExpectPlace(Place(MarkKind::SocketEdge), 100, 70);
   ASSERT_EQ(Count(MarkKind::Trochanter), 1U);
   ExpectPlace(Place(MarkKind::Trochanter), 101, 71);
+}
+
+TEST_F(ViewMouseTest, ADragMovesAnotherMarkAlsoWhileAPointIsWanted) {
+  Mark(MarkKind::SocketEdge, {{100, 70}});
+  Drag(At(100, 70), At(110, 80));
+  ExpectPlace(Place(MarkKind::SocketEdge), 110, 80);
+  EXPECT_EQ(Count(MarkKind::Trochanter), 0U);
 }
 
 TEST_F(ViewMouseTest, AHandleReachesTenPixels) {
@@ -222,6 +231,7 @@ TEST_F(ViewMouseTest, APinchOnTheTouchpadZoomsToThePointer) {
 
 TEST_F(ViewMouseTest, TwoFingersZoomAndSetNoPoint) {
   QPointingDevice* screen = QTest::createTouchDevice();
+  screen->setParent(qApp);  // Qt leaves it to the caller
   const double zoom = view_.Zoom();
   const auto touch = [&](int half) {
     QTest::touchEvent(&view_, screen)

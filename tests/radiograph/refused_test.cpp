@@ -199,6 +199,8 @@ TEST_F(Refused, AFileThatNeedsALittleTooMuchMemory) {
     if (failure == nullptr) continue;
     EXPECT_EQ(failure->trouble, ReadTrouble::TooMuchMemory) << FailureText(*failure);
   }
+  EXPECT_GT(tooLittle, 120U);
+  EXPECT_LT(enough, 500U);
 }
 #endif
 

@@ -53,8 +53,11 @@ inline Phantom::Picture FinePhantom() {
 
 class MarkingHand {
  public:
+  // Gives the window its full size, whatever the screen is.
   MarkingHand(Measuring::MeasuringWindow& window, const Phantom::Picture& picture)
-      : window_(window), picture_(picture) {}
+      : window_(window), picture_(picture) {
+    window_.resize(1320, 960);
+  }
 
   // False when the window is still at it after all that time.
   [[nodiscard]] bool WaitForPicture() {
@@ -62,7 +65,7 @@ class MarkingHand {
     QCoreApplication::processEvents();
     return isDone;
   }
-  QPoint At(Landmarks::PixelPlace place) {
+  QPoint At(Landmarks::PixelPlace place) const {
     return PositionOf(window_.View().Transform(), place).toPoint();
   }
   void Click(Landmarks::PixelPlace place) {
