@@ -102,7 +102,9 @@ void MeasuringWindow::ShowScale() {
   for (std::size_t i = IndexOf(Entry::Magnification); i <= IndexOf(Entry::LineLength); ++i) {
     controls_.entries[i].SetVisible(scale.asks[i]);
   }
-  controls_.errors[IndexOf(ErrorOf::Magnification)].SetVisible(!scale.isByObject);
+  // Of no use beside an object, unless it is wrong: then there are no intervals.
+  constexpr std::size_t kError = IndexOf(ErrorOf::Magnification);
+  controls_.errors[kError].SetVisible(!scale.isByObject || errors_.isWrong[kError]);
 }
 
 void MeasuringWindow::ShowFindings() {

@@ -371,6 +371,18 @@ TEST_F(Measure, CountsTheMarksAsUsedWhenTheFormIsConfirmedLater) {
   EXPECT_TRUE(measuring.Window().WorkToKeep().isEmpty());
 }
 
+TEST_F(Measure, HidesTheErrorOfTheMagnificationBesideALineUnlessItIsWrong) {
+  MeasuringProgram measuring(folder.path());
+  measuring.Open(path);
+  measuring.MarkAll();
+  measuring.Type("magnification_u", "abc");
+  measuring.Hand().MarkMidlineAndLine();
+  ASSERT_TRUE(measuring.Window().Found().scale.isByObject);
+  EXPECT_FALSE(measuring.In<QLineEdit>("magnification_u")->isHidden());
+  measuring.Type("magnification_u", "0.02");
+  EXPECT_TRUE(measuring.In<QLineEdit>("magnification_u")->isHidden());
+}
+
 TEST_F(Measure, KeepsTheMarksWhenTheFormIsCancelled) {
   MeasuringProgram measuring(folder.path());
   measuring.Open(path);
