@@ -94,7 +94,7 @@ void ChunkComputer::AppendRecord(std::string_view record, const RowResult& row,
 }
 
 bool ChunkComputer::ComputeRecord(std::string_view record, char lineEndIn, ChunkResult& result) {
-  const RecordFault fault = parser_.Parse(record);
+  const RecordFault fault = parser_.Parse(record, mayHoldQuotes_);
   if (fault != RecordFault::None) {
     result.trouble = RowRemark{result.rows, std::string(Describe(fault))};
     return false;
@@ -113,7 +113,7 @@ bool ChunkComputer::ComputeRecord(std::string_view record, char lineEndIn, Chunk
     if (!result.firstBad) result.firstBad = RowRemark{result.rows, row.status};
   }
   if (header_.uncertainty && header_.uncertainty->HasBudget()) {
-    result.budget.push_back({result.rows, std::move(row.spread.budget)});
+    result.budget.push_back({result.rows, std::move(row.spread->budget)});
   }
   if (format_.table) {
     result.table.push_back({{parser_.Fields().begin(), parser_.Fields().end()}, std::move(row)});
@@ -132,6 +132,7 @@ void ChunkComputer::Compute(std::string_view chunk, char lineEndIn, ChunkResult&
   result.firstBad.reset();
   result.trouble.reset();
   RecordWalk walk(chunk, lineEndIn);
+  mayHoldQuotes_ = walk.MayHoldQuotes();
   mayHoldLineEnds_ = walk.MayHoldLineEnds();
   for (std::string_view record; walk.Next(record);) {
     ++result.rows;

@@ -72,6 +72,7 @@ class ChunkComputer {
   const RowFormat& format_;
   RecordParser parser_;
   Sila::HipState scratch_;
+  bool mayHoldQuotes_ = true;
   bool mayHoldLineEnds_ = true;  // a record of this chunk
   std::string quoted_;           // a record with line ends in fields that were not quoted
 };

@@ -25,6 +25,8 @@ class RecordWalk {
   // `lineEnd` is the last character of a line end.
   RecordWalk(std::string_view text, char lineEnd);
 
+  bool MayHoldQuotes() const { return hasQuotes_; }
+
   // Whether a record may hold a CR or LF.
   bool MayHoldLineEnds() const { return hasQuotes_ || hasOtherLineEnds_; }
 

@@ -15,8 +15,9 @@ namespace {
 
 constexpr std::size_t kBlock = 64;  // bytes, one for each bit of a mask
 
+// Most characters pass with the first comparison.
 bool IsSpace(char c) {
-  return c == ' ' || c == '\t';
+  return c <= ' ' && (c == ' ' || c == '\t');
 }
 
 std::string_view WithoutSpaces(const char* begin, const char* end) {
@@ -60,8 +61,7 @@ bool RecordParser::IsBlank(std::string_view record) const {
 // The last block may be read as a whole.
 std::string_view RecordParser::Copy(std::string_view record) {
   if (copy_.size() < record.size() + kBlock) copy_.resize(record.size() + kBlock);
-  char* const end = std::copy(record.begin(), record.end(), copy_.data());
-  std::memset(end, 0, kBlock);
+  std::copy(record.begin(), record.end(), copy_.data());
   return {copy_.data(), record.size()};
 }
 
@@ -70,6 +70,8 @@ void RecordParser::SplitPlain(std::string_view record) {
   const char* const end = begin + record.size();
   for (const char* block = begin; block < end; block += kBlock) {
     std::uint64_t found = FindInBlock(block, delimiter_);
+    const auto left = static_cast<std::size_t>(end - block);
+    if (left < kBlock) found &= (std::uint64_t{1} << left) - 1;
     for (; found != 0; found &= found - 1) {
       const char* const delimiter = block + std::countr_zero(found);
       fields_.push_back(WithoutSpaces(begin, delimiter));
@@ -114,11 +116,11 @@ RecordFault RecordParser::SplitQuoted(std::string_view record) {
   }
 }
 
-RecordFault RecordParser::Parse(std::string_view record) {
+RecordFault RecordParser::Parse(std::string_view record, bool mayHoldQuotes) {
   fields_.clear();
   if (IsBlank(record)) return RecordFault::None;
   record = Copy(record);
-  if (record.find('"') != std::string_view::npos) return SplitQuoted(record);
+  if (mayHoldQuotes && record.find('"') != std::string_view::npos) return SplitQuoted(record);
   SplitPlain(record);
   return RecordFault::None;
 }

@@ -22,8 +22,9 @@ class RecordParser {
 
   // Reads one record, given without its line end; line ends inside are text like any other. Blanks
   // around a field are dropped unless they are quoted. A record of nothing but blanks, line ends
-  // and control-Z has no fields.
-  RecordFault Parse(std::string_view record);
+  // and control-Z has no fields. Whoever knows that no record has a quote may say so: looking for
+  // one takes time.
+  RecordFault Parse(std::string_view record, bool mayHoldQuotes = true);
 
   // The fields of the last record, quotes undone. They stay until the next call of Parse.
   const std::vector<std::string_view>& Fields() const { return fields_; }

@@ -48,26 +48,43 @@ class RowReader {
   // Only of use when there are no complaints then.
   Sila::HipInputs Read() {
     Sila::HipInputs inputs;
-    for (const Sila::MeasurementRow& row : Sila::kMeasurements) {
-      if (columns_[row.id]) {
-        ReadInto(inputs, row, *columns_[row.id]);
-      } else if (row.later) {
-        Sila::SetValue(inputs, row, row.later->without);
-      }
-    }
+    const auto read = [&]<std::size_t... i>(std::index_sequence<i...>) {
+      (ReadMeasurement<i>(inputs), ...);
+    };
+    read(std::make_index_sequence<Sila::kMeasurementCount>());
     return inputs;
   }
 
  private:
-  void ReadInto(Sila::HipInputs& inputs, const Sila::MeasurementRow& row,
-                const InputColumn& column) {
-    const std::string_view text = fields_[column.field];
-    const Vse::CheckedNumber number = Vse::CheckMeasurement(row.kind(), text, column.unit);
-    if (const double* held = std::get_if<double>(&number)) {
-      if (*held <= 0.0 && MustBeAboveZero(row.kind())) {
-        AddFault(complaints_, row, NumberFault::NotAboveZero);
-      }
-      Sila::SetValue(inputs, row, *held);
+  // By a row that the compiler knows, as TakeResult is.
+  template <std::size_t measurement>
+  void ReadMeasurement(Sila::HipInputs& inputs) {
+    constexpr Sila::Kind kind = Sila::kMeasurements[measurement].kind();
+    constexpr auto member =
+        std::get<static_cast<std::size_t>(kind)>(Sila::kMeasurements[measurement].member);
+    const std::optional<InputColumn>& column = columns_.inputs[measurement];
+    if (!column) return SetWithout(inputs, Sila::kMeasurements[measurement]);
+    const Vse::CheckedNumber number =
+        Vse::CheckMeasurement(kind, fields_[column->field], column->unit);
+    const double* const held = std::get_if<double>(&number);
+    if (held == nullptr || (MustBeAboveZero(kind) && *held <= 0.0)) {
+      return AddFaultOf(number, Sila::kMeasurements[measurement], fields_[column->field]);
+    }
+    if constexpr (kind == Sila::Kind::Weight) {
+      inputs.*member = Sila::Kilograms{*held};
+    } else {
+      (inputs.*member).value = *held;
+    }
+  }
+
+  void SetWithout(Sila::HipInputs& inputs, const Sila::MeasurementRow& row) {
+    if (row.later) Sila::SetValue(inputs, row, row.later->without);
+  }
+
+  void AddFaultOf(const Vse::CheckedNumber& number, const Sila::MeasurementRow& row,
+                  std::string_view text) {
+    if (std::holds_alternative<double>(number)) {
+      AddFault(complaints_, row, NumberFault::NotAboveZero);
     } else if (!IsMissing(text)) {
       AddFault(complaints_, row, FaultOf(std::get<Vse::FaultKind>(number)));
     } else if (row.kind() != Sila::Kind::Weight) {
@@ -138,7 +155,7 @@ RowResult ComputeUncertain(std::span<const std::string_view> fields, const Heade
   RowResult result = RunModel(Uncertainty::TrueInputs(reading), state);
   if (result.kind != RowKind::Ok) return result;
   result.spread = header.uncertainty->Compute(reading);
-  if (!result.spread.remark.empty()) result.status += ": " + result.spread.remark;
+  if (!result.spread->remark.empty()) result.status += ": " + result.spread->remark;
   return result;
 }
 
@@ -171,7 +188,7 @@ void AppendSpread(std::string& out, const RowSpread& spread, char delimiter) {
 RowResult ComputeRow(std::span<const std::string_view> fields, const HeaderRow& header,
                      Sila::HipState& scratch) {
   RowResult result = Compute(fields, header, scratch);
-  if (header.uncertainty && !result.spread.isWanted) result.spread = header.uncertainty->Nothing();
+  if (header.uncertainty && !result.spread) result.spread = header.uncertainty->Nothing();
   return result;
 }
 
@@ -183,7 +200,7 @@ void AppendResults(std::string& out, const RowResult& result, char delimiter) {
     if (value) end = WriteShortest(end, *value);
   }
   out.append(text.data(), end);
-  if (result.spread.isWanted) AppendSpread(out, result.spread, delimiter);
+  if (result.spread) AppendSpread(out, *result.spread, delimiter);
   out += delimiter;
   out += result.status;
 }

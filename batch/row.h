@@ -22,7 +22,7 @@ struct RowResult {
   // By Sila::Result. Empty where nothing could be computed, and what needs the body weight also
   // while that is not known.
   std::array<std::optional<double>, Sila::kResultCount> values = {};
-  RowSpread spread = {};
+  std::optional<RowSpread> spread = {};  // empty in a table without uncertainties
 };
 
 // Computes one row. `fields` are the row's, quotes undone. `scratch` belongs to the caller and may

@@ -104,7 +104,6 @@ HipReading RowUncertainty::Read(std::span<const std::string_view> fields, const 
 
 RowSpread RowUncertainty::Nothing() {
   RowSpread row;
-  row.isWanted = true;
   row.fields.resize(kFieldsPerResult * Sila::kResultCount);
   row.budget.resize(Sila::kResultCount);
   return row;

@@ -25,7 +25,6 @@ struct UncertaintyOptions {
 
 // What a row gets beside its results. Empty fields where there is nothing.
 struct RowSpread {
-  bool isWanted = false;  // the table has uncertainties
   // For each result its standard uncertainty and the ends of its interval.
   std::vector<std::optional<double>> fields;
   std::optional<std::size_t> trials, ok;

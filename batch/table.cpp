@@ -63,7 +63,6 @@ void AddCells(std::span<const std::optional<double>> values, std::vector<std::st
 }
 
 void AddSpread(const RowSpread& spread, std::vector<std::string>& cells) {
-  if (!spread.isWanted) return;
   AddCells(spread.fields, cells);
   for (const std::optional<std::size_t>& count : {spread.trials, spread.ok}) {
     cells.push_back(count ? std::to_string(*count) : std::string());
@@ -79,7 +78,7 @@ Table::Cells Table::CellsOf(const TableRow& row) const {
                 cells.end());
   cells.resize(named_);
   AddCells(row.result.values, cells);
-  AddSpread(row.result.spread, cells);
+  if (row.result.spread) AddSpread(*row.result.spread, cells);
   cells.push_back(ShownCell(row.result.status));
   std::move(surplus.begin(), surplus.end(), std::back_inserter(cells));
   return cells;

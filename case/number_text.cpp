@@ -116,11 +116,11 @@ std::uint64_t LoadShort(std::string_view text) {
   return character(0) | character(last / 2) | character(last);
 }
 
-// The number of characters before the first separator.
-std::size_t FindSeparator(std::uint64_t word, std::size_t size) {
+// The highest bit of the first separator's byte, alone; 0 without one.
+std::uint64_t FindSeparator(std::uint64_t word) {
   const std::uint64_t others = (word | 2 * kEveryByte) ^ (kEveryByte * '.');  // ',' | 2 is '.'
   const std::uint64_t found = (others - kEveryByte) & ~others & (0x80 * kEveryByte);
-  return found == 0 ? size : static_cast<std::size_t>(std::countr_zero(found)) / 8;
+  return found & (0 - found);
 }
 
 // Eight digits, each a byte of its own, the first one lowest.
@@ -141,17 +141,19 @@ bool ReadShort(std::string_view text, double& value) {
   const std::size_t sign = text[0] == '-' ? 1 : 0;
   const std::uint64_t word = LoadShort(text) >> (8 * sign);
   const std::size_t length = text.size() - sign;
-  const std::size_t whole = FindSeparator(word, length);
-  const std::size_t count = length - (whole < length ? 1 : 0);
+  const std::uint64_t separator = FindSeparator(word);
+  const std::size_t count = length - (separator != 0 ? 1 : 0);
   if (count == 0) return false;
-  const std::uint64_t before =
-      ~(~std::uint64_t{0} << 7 * whole << whole);  // two shifts, since one by 64 is undefined
+  const std::uint64_t before = (separator >> 7) - 1;
   const std::uint64_t characters = (word & before) | (word >> 8 & ~before);
   const std::size_t leading = 8 * (kWord - count);
   const std::uint64_t digits = (characters ^ kEveryByte * '0') << leading;
   if (((digits | (digits + 0x76 * kEveryByte)) & 0x80 * kEveryByte) != 0) return false;
-  const auto number = static_cast<std::int64_t>(Join(digits));
-  value = static_cast<double>(sign != 0 ? -number : number) / kPowers[count - whole];
+  const std::uint64_t minus = 0 - std::uint64_t{sign};  // every bit set, or none
+  const auto number = static_cast<std::int64_t>((Join(digits) ^ minus) - minus);
+  const std::size_t decimals =
+      separator != 0 ? count - static_cast<std::size_t>(std::countr_zero(separator)) / 8 : 0;
+  value = static_cast<double>(number) / kPowers[decimals];
   return true;
 }
 

@@ -63,10 +63,11 @@ INSTANTIATE_TEST_SUITE_P(
                     Record{"OpenQuote", ',', "a,\"b,c", RecordFault::OpenQuote, {}}),
     RowName());
 
-// Delimiters at every place of the blocks that a record is read in, and at their seams.
+// Delimiters at every place of the blocks that a record is read in, and at their seams. Records get
+// shorter, so that what is left of the one before would be found.
 TEST(RecordParserBlocks, FindEveryDelimiter) {
   Cohort::RecordParser parser(',');
-  for (std::size_t size = 1; size <= 200; ++size) {
+  for (std::size_t size = 200; size > 0; --size) {
     for (std::size_t place = 0; place < size; ++place) {
       std::string record(size, 'x');
       record[place] = ',';
