@@ -118,13 +118,14 @@ QString FindDefect(const QStringList& records, const std::vector<Wanted>& all) {
   return DefectBehind(records, all);
 }
 
-// A file of a version that did not have a measurement yet lacks its line.
+// A file of a version that did not have a measurement yet lacks its line. One that ends before it
+// lacks others, too.
 QStringList WithMissingLines(QStringList records, const std::vector<Wanted>& all) {
   for (std::size_t i = 0; i < all.size(); ++i) {
     const auto index = static_cast<qsizetype>(i);
     if (all[i].withoutLine.isEmpty() || HasLabel(records.value(index), all[i])) continue;
-    records.insert(qMin(index, records.size()),
-                   all[i].label.toString() + all[i].withoutLine + all[i].suffix.toString());
+    if (index > records.size()) break;
+    records.insert(index, all[i].label.toString() + all[i].withoutLine + all[i].suffix.toString());
   }
   return records;
 }

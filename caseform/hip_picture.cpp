@@ -153,8 +153,9 @@ QSize HipPicture::sizeHint() const {
 }
 
 void HipPicture::DrawMarks(QPainter& painter, double pixel, bool highlighted) const {
-  const auto wanted = [highlighted](const Marks& marks) {
-    return (marks.lines.first()->borderWidth() > 1) == highlighted;
+  const auto isThick = [](const DimensionLine* line) { return line->borderWidth() > 1; };
+  const auto wanted = [&](const Marks& marks) {
+    return std::any_of(marks.lines.begin(), marks.lines.end(), isThick) == highlighted;
   };
   for (const Marks& marks : marks_) {
     if (!wanted(marks)) continue;

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <variant>
 
+#include "case/case_texts.h"
 #include "case/entry_check.h"
 #include "case/number_text.h"
 #include "measuring/mark_uncertainty.h"
@@ -136,14 +137,26 @@ void FindSide(const PictureFacts& facts, const Draft& draft, const Marks& marks,
   }
 }
 
+// By a mark, beside the picture, or as in a case from before the measurement was there.
+constexpr bool HasEntry(const Sila::MeasurementRow& row) {
+  const auto isOwn = [&](const Landmarks::MeasurementMarks& marks) { return marks.key == row.key; };
+  return row.later || row.id == Sila::Measurement::Zasuk ||
+         std::any_of(Landmarks::kMeasurementMarks.begin(), Landmarks::kMeasurementMarks.end(),
+                     isOwn);
+}
+// Without an entry for each the window would never have results.
+static_assert(std::all_of(Sila::kRadiographMeasurements.begin(),
+                          Sila::kRadiographMeasurements.end(), HasEntry));
+
 void FillEntries(const Draft& draft, const QLocale& locale, Findings& found) {
   CaseEntries& entries = found.entries;
   entries.hip = SideOfForm(found.side);
   for (const Sila::MeasurementRow& row : Sila::kRadiographMeasurements) {
-    entries[row.id].unit = UnitOfForm(row.kind());
+    entries[row.id] = {Vse::OlderText(row), Sila::UnitsOf(row.kind()).front()};
   }
   for (std::size_t i = 0; i < found.measurements.size(); ++i) {
-    entries[RowOfMeasured(i).id].text = found.measurements[i].text;
+    const Sila::MeasurementRow& row = RowOfMeasured(i);
+    entries[row.id] = {found.measurements[i].text, UnitOfForm(row.kind())};
   }
   const QString rotation = draft[Entry::Rotation].trimmed();
   const QString none = Vse::NumberText(0.0, locale);

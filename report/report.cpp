@@ -97,17 +97,18 @@ void PrintResultLine(const Sheet& sheet, const QString& text) {
   PrintEmptyLines(page, 1);
 }
 
-// The angles come before the force and the stresses.
-constexpr std::array kPrintedResults = {Sila::Result::ThetaR, Sila::Result::ThetaPol,
-                                        Sila::Result::RWb, Sila::Result::PmaxWb,
-                                        Sila::Result::Pmax};
-static_assert(kPrintedResults.size() == Sila::kResultCount);
+bool IsAngle(const Sila::ResultRow& row) {
+  return row.unit == "°";
+}
 
+// The angles come before the force and the stresses.
 void PrintResults(const Sheet& sheet, const Case& printed) {
-  for (const Sila::Result id : kPrintedResults) {
-    if (Sila::RowOf(id).needsWeight && !IsAbsolute(printed)) continue;
-    const QStringView label = Vse::kResultPlaces[Sila::IndexOf(id)].printLabel;
-    PrintResultLine(sheet, label.toString() + printed.results[id] + Vse::UnitCaption(id));
+  std::array rows = Sila::kResults;
+  std::stable_partition(rows.begin(), rows.end(), IsAngle);
+  for (const Sila::ResultRow& row : rows) {
+    if (row.needsWeight && !IsAbsolute(printed)) continue;
+    const QStringView label = Vse::kResultPlaces[Sila::IndexOf(row.id)].printLabel;
+    PrintResultLine(sheet, label.toString() + printed.results[row.id] + Vse::UnitCaption(row.id));
   }
 }
 

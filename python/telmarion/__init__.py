@@ -16,8 +16,9 @@ medical device.
 """
 from ._core import __version__
 from ._frame import compute_frame
-from ._hips import HipResults, Status, compute
-from ._uncertainty import HipUncertainty, ResultUncertainty, uncertainty
+from ._hips import compute
+from ._results import HipResults, HipUncertainty, ResultUncertainty, Status
+from ._uncertainty import uncertainty
 
 __all__ = [
     "HipResults",

@@ -9,8 +9,9 @@ import numpy.typing as npt
 
 from . import _core
 from ._defaults import Defaults, defaults_from
-from ._hips import Status, threads_from
+from ._hips import threads_from
 from ._numbers import Floats, as_floats
+from ._results import Status
 from ._uncertainty import SOURCES, points_from, settings_from
 
 if TYPE_CHECKING:

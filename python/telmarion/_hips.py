@@ -1,75 +1,18 @@
 """Hips given as numbers and arrays."""
 from __future__ import annotations
 
-import enum
 import os
-from typing import Any, Generic, NamedTuple, Sequence, TypeVar, overload
+from typing import Any, Sequence, overload
 
 import numpy as np
 import numpy.typing as npt
 
 from . import _core
 from ._numbers import Floats, as_count, as_floats
+from ._results import HipResults, Status
 
 _MOST_THREADS = 1024
-
-
-class Status(enum.IntEnum):
-    """What became of a hip. The texts are those of `telmarion-batch`.
-
-    >>> Status.OUT_OF_RANGE.text
-    "refused: resultant force outside the model's range"
-    """
-
-    OK = 0
-    OUT_OF_RANGE = 1
-    """Refused: the resultant force is outside the range of the model. Only the force is there."""
-    NO_POLE = 2
-    """Refused: no stress pole balances the force by pressure. Only the force is there."""
-    NO_STRESS = 3
-    """Refused: the stress is not a finite number. Only the force is there."""
-    MISSING = 4
-    """A measurement is NaN; only a body weight may be. Nothing is there, here and below."""
-    NOT_A_NUMBER = 5
-    """A measurement is infinite."""
-    TOO_LARGE = 6
-    """A measurement is above 1e300 in size."""
-    ANGLE_TOO_LARGE = 7
-    """An angle in radians (which only a table can have) is more than a full turn."""
-    NOT_ABOVE_ZERO = 8
-    """The radius of the head or the body weight is not above 0."""
-
-    @property
-    def text(self) -> str:
-        """The status in words."""
-        return _core.STATUS_TEXTS[self]
-
-
 _STATUSES = tuple(Status)
-
-
-Number = TypeVar("Number")  # float, or float64 in an array
-Code = TypeVar("Code")  # Status, or uint8 in an array
-
-
-class HipResults(NamedTuple, Generic[Number, Code]):
-    """Results of hips: float64 arrays of the shape to which the measurements broadcast, or floats for one hip.
-
-    What there is not is NaN.
-    """
-
-    rWb: Number
-    """Resultant hip force over body weight; no unit."""
-    thetaR: Number
-    """Inclination of that force from the vertical, degrees."""
-    thetaPol: Number
-    """Position of the stress pole, degrees, positive lateral of the vertical."""
-    pmaxWb: Number
-    """Peak contact stress over body weight, 1/m²."""
-    pmax: Number
-    """Peak contact stress, Pa; NaN where the body weight is not known."""
-    status: Code
-    """`Status`; for arrays an array of uint8."""
 
 
 def threads_from(threads: Any) -> int:
@@ -189,5 +132,5 @@ def compute(*, lizm: Any, xizm: Any, zizm: Any, Cizm: Any, Hizm: Any, zasuk: Any
     most = 1 if threads is None else threads_from(threads)
     one = _core.compute_hip(values)
     if one is not None:
-        return HipResults._make((*one[:5], _STATUSES[one[5]]))
+        return HipResults._make((*one[:-1], _STATUSES[one[-1]]))
     return _compute_arrays(values, most if threads is not None else threads_from(None))

@@ -1,54 +1,17 @@
 """How sure the results of a hip are, given the errors of its readings."""
 from __future__ import annotations
 
-import dataclasses
 import functools
 from typing import Any, Mapping
 
 import numpy as np
 
 from . import _core
-from ._hips import Status
 from ._numbers import as_count, as_number
+from ._results import HipUncertainty, ResultUncertainty, Status
 
 _MOST_AUTOMATIC_TRIALS = 2**20
 SOURCES = (*_core.MEASUREMENTS, "magnification")
-
-
-@dataclasses.dataclass(frozen=True)
-class ResultUncertainty:
-    """How sure one result is, in the unit of the result."""
-
-    estimate: float
-    """What `compute` gives for the values."""
-    u: float
-    """Standard uncertainty; NaN when the model refused any trial."""
-    low: float
-    """Lower end of the interval; NaN when the model refused more than 0.2 % of the trials."""
-    high: float
-    """Upper end of the interval, likewise."""
-    budget: dict[str, float]
-    """The part of each reading in the variance; empty when not asked for, or without u."""
-
-
-@dataclasses.dataclass(frozen=True)
-class HipUncertainty:
-    """How sure the results of one hip are."""
-
-    status: Status
-    """Of the values; if not OK, there are no results."""
-    trials: int
-    """Trials that were run; 0 if the hip has no results."""
-    ok: int
-    """Trials for which the model has an answer."""
-    settled: bool
-    """False when `trials` was "auto" and the intervals still moved at the last trial."""
-    rWb: ResultUncertainty | None
-    thetaR: ResultUncertainty | None
-    thetaPol: ResultUncertainty | None
-    pmaxWb: ResultUncertainty | None
-    pmax: ResultUncertainty | None
-    """None when the body weight is not known."""
 
 
 @functools.lru_cache(maxsize=4)
@@ -194,6 +157,6 @@ def uncertainty(*, lizm: float, xizm: float, zizm: float, Cizm: float, Hizm: flo
     points = points_from(seed)
     status, found = _core.compute_uncertainty(values, errors, factor, spread, points, settings)
     if found is None:
-        return HipUncertainty(Status(status), 0, 0, True, None, None, None, None, None)
+        return HipUncertainty(Status(status), 0, 0, True, *(None for _ in _core.RESULTS))
     done, ok, settled, results = found
     return HipUncertainty(Status(status), done, ok, settled, *map(_result, results))

@@ -148,6 +148,15 @@ TEST_F(FindingsOfAPelvis, AreTheSameFromTheMidline) {
   EXPECT_NEAR(Measured(found, Sila::Measurement::Hizm), 15.0, 0.005);
 }
 
+TEST_F(FindingsOfAPelvis, HaveNoDirectionFromAMidlineWhosePointsCoincide) {
+  const Landmarks::PixelPlace point = draft[MarkKind::CrestTop].front();
+  draft[MarkKind::OtherHead].clear();
+  draft[MarkKind::Midline] = {point, point};
+  const Findings found = Find();
+  EXPECT_EQ(found.measurements[0].missing, "no direction in these marks");
+  EXPECT_FALSE(found.record);
+}
+
 TEST_F(FindingsOfAPelvis, TakeTheirScaleFromABallOfKnownSize) {
   setup.ball = Phantom::Ball{};
   truth = Phantom::TruthOf(anatomy, setup);
@@ -187,6 +196,16 @@ TEST_F(FindingsOfAPelvis, BringASpacingAtTheTableToTheHip) {
   const Findings found = Find();
   EXPECT_EQ(found.scale.value, "0.2087 mm per pixel at the hip, magnification 1.04");
   EXPECT_NEAR(Measured(found, Sila::Measurement::Lizm), 9.2, 0.01);
+}
+
+TEST_F(FindingsOfAPelvis, RefuseAHipAboveTheSource) {
+  draft[Entry::Magnification].clear();
+  file.scale.sourceToDetector = {setup.sourceToDetector};
+  file.scale.sourceToTable = {1000.0};
+  draft[Entry::HipHeight] = QStringLiteral("1000");
+  const Findings found = Find();
+  EXPECT_EQ(found.scale.todo, "The hip must lie above the table and below the source.");
+  EXPECT_EQ(found.measurements[0].missing, "needs the scale");
 }
 
 TEST_F(FindingsOfAPelvis, RefuseAMagnificationBelowOne) {

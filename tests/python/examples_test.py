@@ -12,7 +12,8 @@ FLAGS = doctest.NORMALIZE_WHITESPACE
 
 
 def load_tests(_loader, tests, _pattern):
-    for name in ["telmarion", "telmarion._hips", "telmarion._frame", "telmarion._uncertainty"]:
+    for name in ["telmarion", "telmarion._frame", "telmarion._hips", "telmarion._results",
+                 "telmarion._uncertainty"]:
         module = importlib.import_module(name)
         names = {"telmarion": telmarion, "Status": telmarion.Status}
         tests.addTests(doctest.DocTestSuite(module, extraglobs=names, optionflags=FLAGS))
