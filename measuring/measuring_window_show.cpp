@@ -173,7 +173,7 @@ void MeasuringWindow::ShowStatus() {
 void MeasuringWindow::ShowPointer(std::optional<Landmarks::PixelPlace> place) {
   if (!place) return pointerLabel_->clear();
   const std::optional<double> value = view_->ValueAt(*place);
-  const QPoint pixel = PixelAt(*place, {picture_->width, picture_->height});
+  const QPoint pixel = PixelAt(*place, view_->PictureSize());
   pointerLabel_->setText(QStringLiteral("%1, %2: %3")
                              .arg(pixel.x())
                              .arg(pixel.y())
