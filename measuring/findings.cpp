@@ -255,6 +255,7 @@ bool Findings::HasMeasurement() const {
 Findings FindAll(const PictureFacts& facts, const Draft& draft, const CheckedErrors& errors,
                  const Uncertainty::Points& points, const QLocale& locale) {
   Findings found;
+  found.notices = facts.notes;
   found.scale = SettleScale(facts, draft, errors, locale);
   FitCircles(draft, facts.Spacing(), found);
   const Marks marks = MarksOf(facts, draft, found);

@@ -44,7 +44,7 @@ struct Findings {
   // None without a record or without any error; see HipUncertainty for a hip that is refused.
   std::optional<Uncertainty::HipUncertainty> sure;
   BudgetOfMarks budget;
-  QStringList notices;  // what the user should know of the marks
+  QStringList notices;  // what the user should know of the file and of the marks
 
   // There is something that the form could take over.
   bool HasMeasurement() const;
