@@ -48,13 +48,13 @@ std::vector<PixelPlace> PlacesOn(const Landmarks::Circle& circle,
   return places;
 }
 
-// The search expects bright bone.
+// The search expects bright bone to have high levels.
 Landmarks::Snap SnapOn(const Radiography::Radiograph& picture,
                        const Landmarks::PixelSpacing& spacing, const Landmarks::Circle& rough) {
   const auto snap = [&](std::span<const std::uint16_t> levels) {
     return Landmarks::SnapToEdge({levels, picture.width, picture.height, spacing}, rough);
   };
-  if (!picture.inverted) return snap(picture.levels);
+  if (BrightIsHigh(picture)) return snap(picture.levels);
   std::vector<std::uint16_t> levels = picture.levels;
   const auto highest = static_cast<std::uint16_t>((1U << picture.bits) - 1U);
   for (std::uint16_t& level : levels) level = static_cast<std::uint16_t>(highest - level);
@@ -69,8 +69,7 @@ void MeasuringWindow::ConnectView() {
   connect(view_, &RadiographView::PointRemoved, this, &MeasuringWindow::RemovePoint);
   connect(view_, &RadiographView::RoughCircleDrawn, this, &MeasuringWindow::SnapCircle);
   connect(view_, &RadiographView::ViewChanged, this, &MeasuringWindow::ShowStatus);
-  connect(view_, &RadiographView::PointerMoved, this,
-          [this](std::optional<PixelPlace> place) { ShowPointer(place); });
+  connect(view_, &RadiographView::PointerMoved, this, &MeasuringWindow::ShowPointer);
 }
 
 void MeasuringWindow::ConnectControls() {
@@ -103,7 +102,7 @@ void MeasuringWindow::ConnectControls() {
 
 void MeasuringWindow::Change(const Draft& after, int gesture) {
   if (after == draft_) return;
-  statusBar()->clearMessage();
+  ShowStatus();
   undo_.push(
       new DraftChange(draft_, after, gesture, [this](const Draft& draft) { TakeDraft(draft); }));
 }
