@@ -234,14 +234,14 @@ void NoteMarks(const Marks& marks, Findings& found) {
   for (const MarkKind id : {MarkKind::Head, MarkKind::OtherHead}) {
     const auto& fit = found.circles[IndexOf(id)];
     if (!fit || !fit->IsShortArc()) continue;
-    note(QStringLiteral("%1: the points are on less than 150° of the edge, so the radius is "
+    note(QStringLiteral("%1: the points cover less than 150° of the edge, so the radius is "
                         "uncertain.")
              .arg(RowOf(id).caption));
   }
   if (found.side.doubt == Landmarks::SideDoubt::Disagrees) {
     note(QStringLiteral("The file says that this is the other hip."));
   } else if (found.side.doubt == Landmarks::SideDoubt::Unclear) {
-    note(QStringLiteral("By the directions in the file this hip is on no side."));
+    note(QStringLiteral("According to the directions in the file, this hip is on neither side."));
   }
 }
 

@@ -13,6 +13,7 @@
 #include <optional>
 
 #include "measuring/findings.h"
+#include "measuring/measured_page.h"
 #include "measuring/measuring_controls.h"
 #include "measuring/picture_loader.h"
 #include "measuring/radiograph_view.h"
@@ -122,6 +123,7 @@ class MeasuringWindow final : public QMainWindow {
   QString WriteMarkedPicture(const QString& path) const;
   void PrintPage();
   CaseEntries EntriesForForm() const;
+  MeasuredPage Page() const;
 
   MeasuringNeeds needs_;
   Uncertainty::Points points_;

@@ -226,19 +226,27 @@ QString MeasuringWindow::WriteMarkedPicture(const QString& path) const {
   if (QFileInfo::exists(path) && QFileInfo(path) == QFileInfo(path_)) {
     return QStringLiteral("%1 is the radiograph itself. Choose another name.").arg(path);
   }
-  const QImage image = PictureWithNumbers({view_->PictureWithMarks(), EntriesForForm(), found_,
-                                           QFileInfo(path_).fileName(), needs_.locale});
+  const QImage image = PictureWithNumbers(Page());
   if (image.isNull()) return QStringLiteral("%1: there is not enough memory").arg(path);
   return WritePictureFile(image, path, "png");
 }
 
+MeasuredPage MeasuringWindow::Page() const {
+  return {view_->PictureWithMarks(), EntriesForForm(), found_, QFileInfo(path_).fileName(),
+          needs_.locale};
+}
+
 void MeasuringWindow::PrintPage() {
   if (!picture_) return;
+  const MeasuredPage page = Page();
+  if (page.picture.isNull()) {
+    return needs_.messages.ShowError(
+        this, QStringLiteral("There is not enough memory to print the radiograph."),
+        QStringLiteral("Error"));
+  }
   const std::unique_ptr<PrintTarget> target =
       needs_.printers.AskPrinter(this, kMeasuredTitle.toString(), needs_.locale);
   if (!target) return;
-  const MeasuredPage page = {view_->PictureWithMarks(), EntriesForForm(), found_,
-                             QFileInfo(path_).fileName(), needs_.locale};
   const QString trouble = PrintMeasured(*target, page, needs_.today());
   if (!trouble.isEmpty()) needs_.messages.ShowError(this, trouble, QStringLiteral("Error"));
 }

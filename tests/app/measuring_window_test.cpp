@@ -2,11 +2,16 @@
 // the case form.
 #include <gtest/gtest.h>
 
+#include <QStatusBar>
 #include <QTest>
+#include <memory>
+#include <new>
+#include <vector>
 
 #include "case/number_text.h"
 #include "measuring/measured_texts.h"
 #include "tests/app/measuring_program.h"
+#include "tests/support/little_memory.h"
 
 namespace {
 
@@ -210,6 +215,34 @@ TEST_F(Measure, SnapsToTheHeadHoweverTheFileHoldsBrightness) {
     }
   }
 }
+
+#ifdef TELMARION_MEMORY_CAN_BE_LIMITED
+TEST_F(Measure, SaysThatThereIsNoMemoryToSnapACircleOrToPrint) {
+  PhantomDicom file = FileOf(Rendered());
+  file.attributes["PhotometricInterpretation"] = "MONOCHROME1";
+  for (std::uint16_t& pixel : file.pixels) pixel = static_cast<std::uint16_t>(4095 - pixel);
+  Write(file);
+  MeasuringProgram measuring(folder.path());
+  measuring.Open(path);
+  measuring.Hand().DrawHead(*Rendered().truth.left.head);
+  measuring.Hand().Choose(MarkKind::Head);
+  const Draft before = measuring.Window().Marked();
+  std::vector<std::unique_ptr<char[]>> taken(4096);
+  {
+    const LittleMemory none(0);
+    for (auto& megabyte : taken) megabyte.reset(new (std::nothrow) char[1U << 20U]);
+    measuring.In<QAction>("mnuSnap")->trigger();
+    measuring.In<QAction>("mnuPrintPage")->trigger();
+    taken.clear();
+  }
+  EXPECT_EQ(measuring.Window().statusBar()->currentMessage(),
+            "There is not enough memory to find the edge. Click three or more points on the edge "
+            "instead.");
+  EXPECT_EQ(measuring.Window().Marked(), before);
+  EXPECT_EQ(measuring.program.messages.Take(),
+            QList{ErrorSaid("There is not enough memory to print the radiograph.")});
+}
+#endif
 
 TEST_F(Measure, AClickOnFreeGroundDoesNotMoveAMarkThatIsSet) {
   MeasuringProgram measuring(folder.path());

@@ -245,7 +245,7 @@ TEST_F(FindingsOfAPelvis, NameATypedNumberThatIsNone) {
 TEST_F(FindingsOfAPelvis, WarnOfAnEdgeThatIsHardlyMarked) {
   std::vector<PixelPlace>& head = draft[MarkKind::Head];
   head.resize(3);  // a quarter of the edge
-  EXPECT_TRUE(Find().notices.value(0).startsWith("Head circle: the points are on less than 150°"));
+  EXPECT_TRUE(Find().notices.value(0).startsWith("Head circle: the points cover less than 150°"));
 }
 
 TEST_F(FindingsOfAPelvis, WarnOfACrestBelowTheHead) {
