@@ -226,18 +226,24 @@ void Propagate(const PictureFacts& facts, const Marks& marks, const CheckedError
   ShareOut(CaptionsOfParts(marks, hip.rest.values.bodyWeight.has_value()), found);
 }
 
-void NoteMarks(const Marks& marks, Findings& found) {
+void NoteCircle(const Draft& draft, MarkKind id, Findings& found) {
+  const auto& fit = found.circles[IndexOf(id)];
+  const auto note = [&](const QString& text) { found.notices << text.arg(RowOf(id).caption); };
+  if (!fit && IsWhole(draft.points, id)) {
+    note(QStringLiteral("%1: no circle can be drawn through these points."));
+  } else if (fit && fit->IsShortArc()) {
+    note(
+        QStringLiteral("%1: the points cover less than 150° of the edge, so the radius is "
+                       "uncertain."));
+  }
+}
+
+void NoteMarks(const Draft& draft, const Marks& marks, Findings& found) {
   const auto note = [&](const QString& text) { found.notices << text; };
   if (IsUpsideDown(marks)) {
     note(QStringLiteral("The crest is marked below the head: is the picture upside down?"));
   }
-  for (const MarkKind id : {MarkKind::Head, MarkKind::OtherHead}) {
-    const auto& fit = found.circles[IndexOf(id)];
-    if (!fit || !fit->IsShortArc()) continue;
-    note(QStringLiteral("%1: the points cover less than 150° of the edge, so the radius is "
-                        "uncertain.")
-             .arg(RowOf(id).caption));
-  }
+  for (const MarkKind id : {MarkKind::Head, MarkKind::OtherHead}) NoteCircle(draft, id, found);
   if (found.side.doubt == Landmarks::SideDoubt::Disagrees) {
     note(QStringLiteral("The file says that this is the other hip."));
   } else if (found.side.doubt == Landmarks::SideDoubt::Unclear) {
@@ -264,7 +270,7 @@ Findings FindAll(const PictureFacts& facts, const Draft& draft, const CheckedErr
   FillEntries(draft, locale, found);
   Compute(locale, found);
   Propagate(facts, marks, errors, points, found);
-  NoteMarks(marks, found);
+  NoteMarks(draft, marks, found);
   return found;
 }
 

@@ -213,20 +213,21 @@ void MeasuringWindow::Load(const QString& path, bool takesWorkUp) {
 
 void MeasuringWindow::GoOnWith(const QJsonObject& work) {
   workToTakeUp_ = work;
+  isWorkUsed_ = false;
   Load(work[kPath].toString(), true);
 }
 
 QJsonObject MeasuringWindow::WorkToKeep() const {
-  if (!workToTakeUp_.isEmpty()) return workToTakeUp_;
+  if (!workToTakeUp_.isEmpty() && !isWorkUsed_) return workToTakeUp_;
   if (!picture_ || draft_ == used_ || draft_ == Draft()) return {};
   return {{kPath, path_},
           {kHash, QString::fromStdString(picture_->sha256)},
           {kMarksKey, ToJson(draft_)}};
 }
 
-// Marks whose picture could not be read again are no less used.
+// Marks whose picture is not read again yet, or could not be, are no less used.
 void MeasuringWindow::NoteUsed() {
-  workToTakeUp_ = {};
+  isWorkUsed_ = true;
   used_ = handedOver_;
 }
 
@@ -255,6 +256,7 @@ void MeasuringWindow::TakePicture(const QString& path,
   if (!work.isEmpty()) {
     TakeDraft(DraftFrom(work[kMarksKey].toObject()));
     handedOver_ = draft_;  // to the form that was open then, if any
+    if (isWorkUsed_) used_ = draft_;
   }
   needs_.workChanged();
 }

@@ -148,6 +148,7 @@ class MeasuringWindow final : public QMainWindow {
   Draft used_;                // what became a case of it
   QJsonObject workToTakeUp_;  // while its picture is read, and after that failed
   bool takesWorkUp_ = false;  // the picture that is read is that of this work
+  bool isWorkUsed_ = false;   // it became a case meanwhile
   MarkKind current_ = MarkKind::Head;
   int gesture_ = kEntryCount;  // of the next step; the boxes have the numbers below
   CheckedErrors errors_;

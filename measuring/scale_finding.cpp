@@ -27,6 +27,7 @@ QString Sentence(const std::string& note) {
 QStringList Sentences(const std::vector<std::string>& notes) {
   QStringList sentences;
   for (const std::string& note : notes) sentences << Sentence(note);
+  sentences.removeDuplicates();  // one for each of many tables
   return sentences;
 }
 

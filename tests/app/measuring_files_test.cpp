@@ -230,6 +230,28 @@ TEST_F(Measure, TakesUpTheFormBeforeTheMarksThatFillIt) {
   EXPECT_TRUE(next.Window().Found().record);
 }
 
+TEST_F(Measure, ShowsMarksThatBecameACaseBeforeTheirPictureWasReadAgain) {
+  Draft marked;
+  {
+    MeasuringProgram measuring(folder.path());
+    measuring.Open(path);
+    measuring.MarkAll();
+    marked = measuring.Window().Marked();
+    measuring.In<QPushButton>("cmdUse")->click();
+    measuring.program.window.EndForSystem();
+  }
+  MeasuringProgram next(folder.path());
+  next.program.messages.Answers(Answer::Yes);
+  next.program.window.OfferKeptWork();
+  next.program.messages.Take();
+  ASSERT_TRUE(next.Window().IsReading());
+  next.program.PressOk();
+  EXPECT_TRUE(next.Window().WorkToKeep().isEmpty());
+  next.Wait();
+  EXPECT_EQ(next.Window().Marked(), marked);
+  EXPECT_TRUE(next.Window().WorkToKeep().isEmpty());
+}
+
 TEST_F(Measure, CountsTheMarksAsUsedWhenTheFormIsConfirmedLater) {
   MeasuringProgram measuring(folder.path());
   measuring.Open(path);
@@ -257,8 +279,13 @@ TEST_F(Measure, TakesAPictureThatIsDroppedOnTheMainWindow) {
   QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &dropped, Qt::LeftButton, {});
   QApplication::sendEvent(&measuring.program.window, &enter);
   EXPECT_TRUE(enter.isAccepted());
-  QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &dropped, Qt::LeftButton, {});
+  QDropEvent drop(QPointF(10, 10), Qt::CopyAction | Qt::MoveAction, &dropped, Qt::LeftButton,
+                  Qt::ShiftModifier);
+  drop.setDropAction(Qt::MoveAction);
   QApplication::sendEvent(&measuring.program.window, &drop);
+  EXPECT_TRUE(drop.isAccepted());
+  EXPECT_EQ(drop.dropAction(), Qt::CopyAction) << "the file stays where it is";
+  QCoreApplication::processEvents();
   measuring.Wait();
   EXPECT_TRUE(measuring.Window().windowTitle().startsWith("phantom.dcm"));
 }

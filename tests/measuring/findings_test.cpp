@@ -187,7 +187,7 @@ TEST_F(FindingsOfAPelvis, CallNoOtherFactorTheMagnification) {
 }
 
 TEST_F(FindingsOfAPelvis, TellWhatReadingTheFileHasNoted) {
-  file.notes = {"the file has 2 pictures; this is the first"};
+  file.notes.assign(2, "the file has 2 pictures; this is the first");
   EXPECT_EQ(Find().notices, QStringList{"The file has 2 pictures; this is the first."});
 }
 
@@ -246,6 +246,14 @@ TEST_F(FindingsOfAPelvis, WarnOfAnEdgeThatIsHardlyMarked) {
   std::vector<PixelPlace>& head = draft[MarkKind::Head];
   head.resize(3);  // a quarter of the edge
   EXPECT_TRUE(Find().notices.value(0).startsWith("Head circle: the points cover less than 150°"));
+}
+
+TEST_F(FindingsOfAPelvis, WarnOfPointsThatAreOnNoCircle) {
+  draft[MarkKind::Head] = {{100, 100}, {200, 100}, {300, 100}};
+  const Findings found = Find();
+  EXPECT_EQ(found.measurements[6].missing, "needs mark 1");
+  EXPECT_EQ(found.notices,
+            QStringList{"Head circle: no circle can be drawn through these points."});
 }
 
 TEST_F(FindingsOfAPelvis, WarnOfACrestBelowTheHead) {
