@@ -36,7 +36,6 @@ class MeasuringProgram {
     EXPECT_NE(widget, nullptr) << name;
     return widget;
   }
-  // Of a picture that is open.
   MarkingHand Hand() { return {Window(), Rendered()}; }
   // Every mark by mouse, in the order in which the window asks for them.
   void MarkAll() {
