@@ -219,7 +219,8 @@ void ShareOut(const QStringList& captions, Findings& found) {
 
 void Propagate(const PictureFacts& facts, const Marks& marks, const CheckedErrors& errors,
                const Uncertainty::Points& points, Findings& found) {
-  if (!found.record || !errors.isAnyGiven || !errors.IsGood()) return;
+  found.isAnErrorWrong = !errors.IsGood();
+  if (!found.record || !errors.isAnyGiven || found.isAnErrorWrong) return;
   const MarkedHip hip = MarkedHipOf(facts, marks, errors, found);
   found.sure = ComputeHipUncertainty(hip, found.record->data.inputs, points,
                                      {.trials = kTrials, .budget = true, .parts = kBudgetParts});

@@ -257,7 +257,11 @@ TEST_F(Measure, HidesTheErrorOfTheMagnificationBesideALineUnlessItIsWrong) {
   MeasuringProgram measuring(folder.path());
   measuring.Open(path);
   measuring.MarkAll();
+  const auto* notice = measuring.In<QLabel>("lblNotice");
+  EXPECT_EQ(notice->text(),
+            "Intervals need the errors of your marks: enter them under \"How sure\".");
   measuring.Hand().Type("magnification_u", "abc");
+  EXPECT_EQ(notice->text(), "No intervals: an entry under \"How sure\" is wrong.");
   measuring.Hand().MarkMidlineAndLine();
   ASSERT_TRUE(measuring.Window().Found().scale.isByObject);
   EXPECT_FALSE(measuring.In<QLineEdit>("magnification_u")->isHidden());
