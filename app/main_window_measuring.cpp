@@ -87,7 +87,13 @@ void MDIForm1::dragEnterEvent(QDragEnterEvent* event) {
   if (!FileIn(*event->mimeData()).isEmpty()) event->acceptProposedAction();
 }
 
+// Never as a move, after which the other program may delete the file; and it is not kept waiting
+// for an answer of the user.
 void MDIForm1::dropEvent(QDropEvent* event) {
   const QString path = FileIn(*event->mimeData());
-  if (!path.isEmpty()) MeasureOn(path);
+  if (path.isEmpty()) return;
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  QMetaObject::invokeMethod(
+      this, [this, path] { MeasureOn(path); }, Qt::QueuedConnection);
 }

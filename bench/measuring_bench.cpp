@@ -16,7 +16,6 @@
 
 #include "measuring/measuring_window.h"
 #include "tests/support/marked_phantom.h"
-#include "tests/support/phantom_dicom.h"
 
 using namespace Measuring;
 
@@ -34,18 +33,11 @@ Phantom::Setup MakeSetup() {
 // Writes the phantom, and gives it with its marks as the window keeps them.
 QJsonObject WriteMarked(const QString& path) {
   const Phantom::Picture picture = Phantom::Render({}, MakeSetup());
-  PhantomDicom dicom;
-  dicom.kind = DeviceKind::ComputedRadiography;
-  dicom.rows = picture.height;
-  dicom.columns = picture.width;
-  dicom.pixels = picture.grey;
-  dicom.attributes = {
-      {"ImagerPixelSpacing", "0.144\\0.144"}, {"PixelSpacing", ""}, {"PatientOrientation", "L\\F"}};
-  if (!WritePhantomDicom(path.toStdString(), dicom)) return {};
+  if (!WritePhantomDicom(path.toStdString(), FileOf(picture))) return {};
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly)) return {};
   const QByteArray hash = QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256);
-  Draft draft = DraftOf(picture.truth, MakeSetup().spacing);
+  Draft draft = DraftOf(picture.truth, picture.spacing);
   draft[Entry::Magnification] = QString::number(picture.truth.magnification);
   draft[Entry::BodyWeight] = QStringLiteral("70");
   return {{"file", path}, {"sha256", QString::fromLatin1(hash.toHex())}, {"marks", ToJson(draft)}};

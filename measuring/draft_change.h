@@ -11,7 +11,7 @@ namespace Measuring {
 class DraftChange final : public QUndoCommand {
  public:
   // `show` takes over the draft of before or after. Changes with the same `gesture` that follow
-  // each other are one step.
+  // each other are one step; none when they end where they began.
   DraftChange(Draft before, Draft after, int gesture, std::function<void(const Draft&)> show)
       : before_(std::move(before)),
         after_(std::move(after)),
@@ -23,6 +23,7 @@ class DraftChange final : public QUndoCommand {
   int id() const override { return gesture_; }
   bool mergeWith(const QUndoCommand* later) override {
     after_ = static_cast<const DraftChange*>(later)->after_;
+    setObsolete(after_ == before_);
     return true;
   }
 

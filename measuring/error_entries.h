@@ -43,6 +43,8 @@ struct CheckedErrors {
 };
 CheckedErrors CheckErrors(const ErrorTexts& texts);
 
+// As a section of the settings.
+inline constexpr QLatin1String kErrorSection("measuring");
 QJsonObject ToJson(const ErrorTexts& texts);
 ErrorTexts ErrorTextsFrom(const QJsonObject& json);
 

@@ -232,29 +232,36 @@ void ShareOut(const QStringList& captions, Findings& found) {
 
 void Propagate(const PictureFacts& facts, const Marks& marks, const CheckedErrors& errors,
                const Uncertainty::Points& points, Findings& found) {
-  if (!found.record || !errors.isAnyGiven || !errors.IsGood()) return;
+  found.isAnErrorWrong = !errors.IsGood();
+  if (!found.record || !errors.isAnyGiven || found.isAnErrorWrong) return;
   const MarkedHip hip = MarkedHipOf(facts, marks, errors, found);
   found.sure = ComputeHipUncertainty(hip, found.record->data.inputs, points,
                                      {.trials = kTrials, .budget = true, .parts = kBudgetParts});
   ShareOut(CaptionsOfParts(marks, hip.rest.values.bodyWeight.has_value()), found);
 }
 
-void NoteMarks(const Marks& marks, Findings& found) {
+void NoteCircle(const Draft& draft, MarkKind id, Findings& found) {
+  const auto& fit = found.circles[IndexOf(id)];
+  const auto note = [&](const QString& text) { found.notices << text.arg(RowOf(id).caption); };
+  if (!fit && IsWhole(draft.points, id)) {
+    note(QStringLiteral("%1: no circle can be drawn through these points."));
+  } else if (fit && fit->IsShortArc()) {
+    note(
+        QStringLiteral("%1: the points cover less than 150° of the edge, so the radius is "
+                       "uncertain."));
+  }
+}
+
+void NoteMarks(const Draft& draft, const Marks& marks, Findings& found) {
   const auto note = [&](const QString& text) { found.notices << text; };
   if (IsUpsideDown(marks)) {
     note(QStringLiteral("The crest is marked below the head: is the picture upside down?"));
   }
-  for (const MarkKind id : {MarkKind::Head, MarkKind::OtherHead}) {
-    const auto& fit = found.circles[IndexOf(id)];
-    if (!fit || !fit->IsShortArc()) continue;
-    note(QStringLiteral("%1: the points are on less than 150° of the edge, so the radius is "
-                        "uncertain.")
-             .arg(RowOf(id).caption));
-  }
+  for (const MarkKind id : {MarkKind::Head, MarkKind::OtherHead}) NoteCircle(draft, id, found);
   if (found.side.doubt == Landmarks::SideDoubt::Disagrees) {
     note(QStringLiteral("The file says that this is the other hip."));
   } else if (found.side.doubt == Landmarks::SideDoubt::Unclear) {
-    note(QStringLiteral("By the directions in the file this hip is on no side."));
+    note(QStringLiteral("According to the directions in the file, this hip is on neither side."));
   }
 }
 
@@ -268,6 +275,7 @@ bool Findings::HasMeasurement() const {
 Findings FindAll(const PictureFacts& facts, const Draft& draft, const CheckedErrors& errors,
                  const Uncertainty::Points& points, const QLocale& locale) {
   Findings found;
+  found.notices = facts.notes;
   found.scale = SettleScale(facts, draft, errors, locale);
   FitCircles(draft, facts.Spacing(), found);
   const Marks marks = MarksOf(facts, draft, found);
@@ -276,7 +284,7 @@ Findings FindAll(const PictureFacts& facts, const Draft& draft, const CheckedErr
   FillEntries(draft, locale, found);
   Compute(locale, found);
   Propagate(facts, marks, errors, points, found);
-  NoteMarks(marks, found);
+  NoteMarks(draft, marks, found);
   return found;
 }
 

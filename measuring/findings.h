@@ -41,10 +41,12 @@ struct Findings {
   // Of these entries, computed as the form would; none while one is missing.
   std::optional<CaseRecord> record;
   Sila::HipOutcome outcome = Sila::HipOutcome::Ok;
-  // None without a record or without any error; see HipUncertainty for a hip that is refused.
+  bool isAnErrorWrong = false;  // that of a mark or a number, as entered
+  // None without a record, without any error, or with a wrong one; see HipUncertainty for a hip
+  // that is refused.
   std::optional<Uncertainty::HipUncertainty> sure;
   BudgetOfMarks budget;
-  QStringList notices;  // what the user should know of the marks
+  QStringList notices;  // what the user should know of the file and of the marks
 
   // There is something that the form could take over.
   bool HasMeasurement() const;

@@ -38,11 +38,11 @@ QString NameOf(const std::string& name, const char* kind, std::size_t number) {
   return given.isEmpty() ? QStringLiteral("%1 %2").arg(QLatin1String(kind)).arg(number) : given;
 }
 
+}  // namespace
+
 bool BrightIsHigh(const Radiograph& radiograph) {
   return (radiograph.slope > 0.0) != radiograph.inverted;
 }
-
-}  // namespace
 
 Window BoneWindow(const Radiograph& radiograph) {
   std::vector<std::size_t> counts(std::size_t{1} << radiograph.bits);

@@ -18,6 +18,9 @@ struct GreyPreset {
   GreyLook look;
 };
 
+// A high level is shown brighter than a low one.
+bool BrightIsHigh(const Radiography::Radiograph& radiograph);
+
 // The file's windows, its tables, the full range and bone; the picture comes up in the first. Needs
 // a picture with pixels.
 std::vector<GreyPreset> PresetsOf(const Radiography::Radiograph& radiograph);

@@ -165,6 +165,23 @@ void PaintSelection(QPainter& painter, const ViewTransform& t, const MarkScene& 
   PaintStroke(painter, path, kPlainColour, kThin);
 }
 
+// A handle lies in the view, or a part of the line or of the outline does. A slanting line passes
+// by a view that lies within its bounds, and an outline goes around one.
+bool IsSeen(const PlacedMark& mark, const ViewTransform& t, const MarkScene& scene) {
+  const QRectF view({0.0, 0.0}, t.view);
+  std::vector<QPointF> places = mark.points;
+  QPainterPath stroke;
+  if (const auto& circle = scene.circles[IndexOf(mark.row->id)]) {
+    places.push_back(PositionOf(t, circle->centre));
+    stroke.addEllipse(OutlineOf(t, *circle));
+  } else if (mark.row->shape == MarkShape::Line && mark.points.size() == 2) {
+    stroke.moveTo(mark.points[0]);
+    stroke.lineTo(mark.points[1]);
+  }
+  return std::any_of(places.begin(), places.end(), [&](QPointF at) { return view.contains(at); }) ||
+         (stroke.intersects(view) && !stroke.contains(view));
+}
+
 // What a caption stands beside.
 QRectF Extent(const PlacedMark& mark, const ViewTransform& t, const MarkScene& scene) {
   if (const auto& circle = scene.circles[IndexOf(mark.row->id)]) return OutlineOf(t, *circle);
@@ -218,11 +235,10 @@ void PaintCaptions(QPainter& painter, const ViewTransform& t, const MarkScene& s
   for (const PlacedMark& mark : marks) {
     for (const QPointF at : mark.points) taken.push_back(AroundPoint(at));
   }
-  const QRectF view({0.0, 0.0}, t.view);
   for (const PlacedMark& mark : marks) {
     if (captions == Captions::OfCurrent && !mark.style.isCurrent) continue;
+    if (!IsSeen(mark, t, scene)) continue;
     const QRectF extent = Extent(mark, t, scene);
-    if (!view.intersects(extent.adjusted(-1.0, -1.0, 1.0, 1.0))) continue;
     const QString text = mark.row->caption.toString();
     const QSizeF size(metrics.horizontalAdvance(text) + 2.0 * kPlateEdge, metrics.height());
     taken.push_back(CaptionPlace(extent, size, t.view, taken));

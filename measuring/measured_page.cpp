@@ -66,7 +66,7 @@ void PrintNumbers(PrinterPage& page, const MeasuredPage& printed) {
 void PrintPicture(PrinterPage& page, const QImage& picture) {
   const QSizeF room(page.ScaleWidth() - Print::kLeftMargin - Print::kRightMargin,
                     Print::BottomOf(page) - page.CurrentY());
-  if (picture.isNull() || room.height() <= 0.0) return;
+  if (room.height() <= 0.0) return;
   const QSizeF size = QSizeF(picture.size()).scaled(room, Qt::KeepAspectRatio);
   page.PaintImage(picture, {QPointF(Print::kLeftMargin, page.CurrentY()), size});
 }

@@ -24,8 +24,8 @@ struct MeasuredPage {
 // Title of the document.
 inline constexpr QStringView kMeasuredTitle = u"TELMARION measurements";
 
-// Prints one page with the header and the footer of the report. Returns what went wrong, for the
-// user; empty when the whole document has arrived.
+// Prints one page with the header and the footer of the report; the picture is there. Returns what
+// went wrong, for the user; empty when the whole document has arrived.
 QString PrintMeasured(PrintTarget& target, const MeasuredPage& page, QDate date);
 
 // The picture with the numbers below it, at the picture's own size. Null where memory does not

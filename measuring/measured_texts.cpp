@@ -81,6 +81,8 @@ QStringList NoticesOf(const Findings& found) {
     notices << Print::UncertaintyNotice(refused);
   } else if (found.sure) {
     notices << Print::UncertaintyNotice(found.sure);
+  } else if (found.isAnErrorWrong) {
+    notices << QStringLiteral("No intervals: an entry under \"How sure\" is wrong.");
   } else {
     notices << QStringLiteral(
         "Intervals need the errors of your marks: enter them under \"How sure\".");

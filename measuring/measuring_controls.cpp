@@ -26,7 +26,7 @@ QLabel* Words(const char* name) {
   return label;
 }
 
-// A line of a grid: caption, box at the right, unit.
+// A row of a grid: caption, box, unit.
 EntryControls AddEntry(QGridLayout* grid, const QString& name, QStringView caption,
                        QStringView unit, const QString& spoken) {
   EntryControls own;
@@ -125,7 +125,8 @@ QLayout* ResultsBlock(MeasuringControls& c) {
                      {QStringLiteral("Value"), QStringLiteral("2066847.82")},
                      {QStringLiteral("95 % interval"), QStringLiteral("1650000 to 2580000")}});
   c.results->setObjectName(QStringLiteral("tblResults"));
-  c.results->setAccessibleDescription(QStringLiteral("The budget is that of the chosen result"));
+  c.results->setAccessibleDescription(
+      QStringLiteral("The budget shown is that of the chosen result"));
   c.notice = Words("lblNotice");
   QLabel* purpose = Words("lblPurpose");
   purpose->setText(QStringLiteral("For research and teaching, not for decisions about a patient."));

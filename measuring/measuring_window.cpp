@@ -29,7 +29,6 @@ constexpr QStringView kGiveUp =
 constexpr QLatin1String kPath("file");
 constexpr QLatin1String kHash("sha256");
 constexpr QLatin1String kMarksKey("marks");
-constexpr QLatin1String kSection("measuring");
 constexpr int kKeepDelay = 500;  // ms
 
 QLabel* AddStatusLabel(QStatusBar& bar, const char* name) {
@@ -60,7 +59,7 @@ MeasuringWindow::MeasuringWindow(MeasuringNeeds needs, QWidget* parent)
   BuildStatusLine();
   ConnectView();
   ConnectControls();
-  const ErrorTexts errors = ErrorTextsFrom(needs_.settings.Section(kSection));
+  const ErrorTexts errors = ErrorTextsFrom(needs_.settings.Section(kErrorSection));
   for (std::size_t i = 0; i < kErrorCount; ++i) controls_.errors[i].box->setText(errors[i]);
   keepTimer_.setSingleShot(true);
   keepTimer_.setInterval(kKeepDelay);
@@ -202,30 +201,33 @@ void MeasuringWindow::AskPicture() {
 }
 
 void MeasuringWindow::OpenPicture(const QString& path) {
-  if (GivesMarksUp()) Load(path, {});
+  if (GivesMarksUp()) Load(path, false);
 }
 
-void MeasuringWindow::Load(const QString& path, const QJsonObject& work) {
-  workToTakeUp_ = work;
-  loader_.Load(path);
+// The path is kept with the marks, for a start in another folder.
+void MeasuringWindow::Load(const QString& path, bool takesWorkUp) {
+  takesWorkUp_ = takesWorkUp;
+  loader_.Load(QFileInfo(path).absoluteFilePath());
   ShowStatus();
 }
 
 void MeasuringWindow::GoOnWith(const QJsonObject& work) {
-  Load(work[kPath].toString(), work);
+  workToTakeUp_ = work;
+  isWorkUsed_ = false;
+  Load(work[kPath].toString(), true);
 }
 
 QJsonObject MeasuringWindow::WorkToKeep() const {
-  if (!workToTakeUp_.isEmpty()) return workToTakeUp_;
-  if (!picture_ || draft_ == used_) return {};
+  if (!workToTakeUp_.isEmpty() && !isWorkUsed_) return workToTakeUp_;
+  if (!picture_ || draft_ == used_ || draft_ == Draft()) return {};
   return {{kPath, path_},
           {kHash, QString::fromStdString(picture_->sha256)},
           {kMarksKey, ToJson(draft_)}};
 }
 
-// Marks whose picture could not be read again are no less used.
+// Marks whose picture is not read again yet, or could not be, are no less used.
 void MeasuringWindow::NoteUsed() {
-  workToTakeUp_ = {};
+  isWorkUsed_ = true;
   used_ = handedOver_;
 }
 
@@ -240,7 +242,7 @@ void MeasuringWindow::TakePicture(const QString& path,
     return refuse(QString::fromStdString(FailureText(*failure)));
   }
   auto* read = &std::get<Radiography::Radiograph>(*result);
-  const QJsonObject work = workToTakeUp_;
+  const QJsonObject work = takesWorkUp_ ? workToTakeUp_ : QJsonObject();
   if (!work.isEmpty() && work[kHash].toString() != QString::fromStdString(read->sha256)) {
     return refuse(QStringLiteral("The file has changed since it was marked. Its marks are kept."));
   }
@@ -254,6 +256,7 @@ void MeasuringWindow::TakePicture(const QString& path,
   if (!work.isEmpty()) {
     TakeDraft(DraftFrom(work[kMarksKey].toObject()));
     handedOver_ = draft_;  // to the form that was open then, if any
+    if (isWorkUsed_) used_ = draft_;
   }
   needs_.workChanged();
 }

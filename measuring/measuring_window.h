@@ -13,6 +13,7 @@
 #include <optional>
 
 #include "measuring/findings.h"
+#include "measuring/measured_page.h"
 #include "measuring/measuring_controls.h"
 #include "measuring/picture_loader.h"
 #include "measuring/radiograph_view.h"
@@ -82,7 +83,7 @@ class MeasuringWindow final : public QMainWindow {
 
   // Pictures.
   bool GivesMarksUp();
-  void Load(const QString& path, const QJsonObject& work);
+  void Load(const QString& path, bool takesWorkUp);
   void TakePicture(const QString& path, const std::shared_ptr<Radiography::ReadResult>& result);
   void ShowPicture(const QString& path, std::shared_ptr<const Radiography::Radiograph> picture);
   void FillPresets();
@@ -119,8 +120,10 @@ class MeasuringWindow final : public QMainWindow {
   void UseThese();
   void CopyTable();
   void SavePicture();
+  QString WriteMarkedPicture(const QString& path) const;
   void PrintPage();
   CaseEntries EntriesForForm() const;
+  MeasuredPage Page() const;
 
   MeasuringNeeds needs_;
   Uncertainty::Points points_;
@@ -144,6 +147,8 @@ class MeasuringWindow final : public QMainWindow {
   Draft handedOver_;          // what the form has been given of this picture
   Draft used_;                // what became a case of it
   QJsonObject workToTakeUp_;  // while its picture is read, and after that failed
+  bool takesWorkUp_ = false;  // the picture that is read is that of this work
+  bool isWorkUsed_ = false;   // it became a case meanwhile
   MarkKind current_ = MarkKind::Head;
   int gesture_ = kEntryCount;  // of the next step; the boxes have the numbers below
   CheckedErrors errors_;

@@ -2,6 +2,7 @@
 #include <QSignalBlocker>
 #include <QStatusBar>
 #include <cmath>
+#include <new>
 #include <numbers>
 
 #include "landmarks/edge_snap.h"
@@ -15,8 +16,8 @@ namespace {
 using Landmarks::PixelPlace;
 using Landmarks::SnapDoubt;
 
-// A snapped circle is held as so many points, each as uncertain as one that was clicked: what the
-// search itself finds of its error leaves out what neighbouring points of an edge share.
+// A snapped circle is held as this many points, each as uncertain as one that was clicked: the
+// error that the search itself finds leaves out what neighbouring points of an edge share.
 constexpr int kSnappedPoints = 8;
 
 QString WordsOf(SnapDoubt doubt) {
@@ -24,13 +25,13 @@ QString WordsOf(SnapDoubt doubt) {
     case SnapDoubt::None:
       return {};
     case SnapDoubt::NoStart:
-      return QStringLiteral("The circle is too small to be snapped.");
+      return QStringLiteral("The circle is too small to snap.");
     case SnapDoubt::NoEdge:
       return QStringLiteral("No edge was found there.");
     case SnapDoubt::OtherRound:
       return QStringLiteral("Two edges fit about equally well.");
     case SnapDoubt::TooLittle:
-      return QStringLiteral("Too little of the edge can be seen.");
+      return QStringLiteral("Too little of the edge is visible.");
     case SnapDoubt::TooFar:
       break;
   }
@@ -48,13 +49,13 @@ std::vector<PixelPlace> PlacesOn(const Landmarks::Circle& circle,
   return places;
 }
 
-// The search expects bright bone.
+// The search expects bright bone to have high levels.
 Landmarks::Snap SnapOn(const Radiography::Radiograph& picture,
                        const Landmarks::PixelSpacing& spacing, const Landmarks::Circle& rough) {
   const auto snap = [&](std::span<const std::uint16_t> levels) {
     return Landmarks::SnapToEdge({levels, picture.width, picture.height, spacing}, rough);
   };
-  if (!picture.inverted) return snap(picture.levels);
+  if (BrightIsHigh(picture)) return snap(picture.levels);
   std::vector<std::uint16_t> levels = picture.levels;
   const auto highest = static_cast<std::uint16_t>((1U << picture.bits) - 1U);
   for (std::uint16_t& level : levels) level = static_cast<std::uint16_t>(highest - level);
@@ -69,8 +70,7 @@ void MeasuringWindow::ConnectView() {
   connect(view_, &RadiographView::PointRemoved, this, &MeasuringWindow::RemovePoint);
   connect(view_, &RadiographView::RoughCircleDrawn, this, &MeasuringWindow::SnapCircle);
   connect(view_, &RadiographView::ViewChanged, this, &MeasuringWindow::ShowStatus);
-  connect(view_, &RadiographView::PointerMoved, this,
-          [this](std::optional<PixelPlace> place) { ShowPointer(place); });
+  connect(view_, &RadiographView::PointerMoved, this, &MeasuringWindow::ShowPointer);
 }
 
 void MeasuringWindow::ConnectControls() {
@@ -103,7 +103,7 @@ void MeasuringWindow::ConnectControls() {
 
 void MeasuringWindow::Change(const Draft& after, int gesture) {
   if (after == draft_) return;
-  statusBar()->clearMessage();
+  ShowStatus();
   undo_.push(
       new DraftChange(draft_, after, gesture, [this](const Draft& draft) { TakeDraft(draft); }));
 }
@@ -166,12 +166,17 @@ void MeasuringWindow::SnapCurrent() {
 
 void MeasuringWindow::PutSnapped(MarkKind kind, const Landmarks::Circle& rough) {
   const Landmarks::PixelSpacing spacing = facts_.Spacing();
-  const Landmarks::Snap snap = SnapOn(*picture_, spacing, rough);
-  if (!snap.fit) {
-    statusBar()->showMessage(WordsOf(snap.doubt) +
+  const auto refuse = [this](const QString& why) {
+    statusBar()->showMessage(why +
                              QStringLiteral(" Click three or more points on the edge instead."));
-    return;
+  };
+  Landmarks::Snap snap;
+  try {
+    snap = SnapOn(*picture_, spacing, rough);
+  } catch (const std::bad_alloc&) {
+    return refuse(QStringLiteral("There is not enough memory to find the edge."));
   }
+  if (!snap.fit) return refuse(WordsOf(snap.doubt));
   Draft after = draft_;
   after[kind] = PlacesOn(snap.fit->circle, spacing);
   Change(after, gesture_++);

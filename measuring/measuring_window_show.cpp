@@ -17,8 +17,6 @@ namespace Measuring {
 
 namespace {
 
-constexpr QLatin1String kSection("measuring");
-
 // The texts of a table, where an interval is one cell.
 QStringList ShownCells(const Print::UncertainRow& row) {
   QStringList cells = Print::CellsOf(row);
@@ -94,7 +92,6 @@ CirclesOnPicture MeasuringWindow::Circles() const {
 void MeasuringWindow::ShowScale() {
   const ScaleFinding& scale = found_.scale;
   controls_.scaleName->setText(picture_ ? scale.name : QStringLiteral("No radiograph yet"));
-  controls_.scaleName->setToolTip(scale.notes.join(u'\n'));
   controls_.scaleValue->setText(scale.value);
   controls_.scaleValue->setVisible(!scale.value.isEmpty());
   controls_.scaleTodo->setText((QStringList(scale.todo) + scale.notes).join(u'\n').trimmed());
@@ -173,7 +170,7 @@ void MeasuringWindow::ShowStatus() {
 void MeasuringWindow::ShowPointer(std::optional<Landmarks::PixelPlace> place) {
   if (!place) return pointerLabel_->clear();
   const std::optional<double> value = view_->ValueAt(*place);
-  const QPoint pixel = PixelAt(*place, {picture_->width, picture_->height});
+  const QPoint pixel = PixelAt(*place, view_->PictureSize());
   pointerLabel_->setText(QStringLiteral("%1, %2: %3")
                              .arg(pixel.x())
                              .arg(pixel.y())
@@ -188,7 +185,7 @@ void MeasuringWindow::EnableCommands() {
 }
 
 void MeasuringWindow::KeepErrors() {
-  const QString trouble = needs_.settings.Keep(kSection, ToJson(TypedErrors()));
+  const QString trouble = needs_.settings.Keep(kErrorSection, ToJson(TypedErrors()));
   if (trouble.isEmpty()) return;
   statusBar()->showMessage(QStringLiteral("These entries cannot be kept for the next start: ") +
                            trouble);
@@ -216,25 +213,40 @@ void MeasuringWindow::CopyTable() {
 
 void MeasuringWindow::SavePicture() {
   if (!picture_) return;
-  const QString name = QFileInfo(path_).completeBaseName() + QStringLiteral(".png");
+  const QString name = QFileInfo(path_).completeBaseName() + QStringLiteral("-marked.png");
   const QString path = needs_.files.AskSaveFileName(this, QStringLiteral("Picture (*.png)|*.png"),
                                                     QStringLiteral("png"), name);
   if (path.isEmpty()) return;
-  const QImage image = PictureWithNumbers({view_->PictureWithMarks(), EntriesForForm(), found_,
-                                           QFileInfo(path_).fileName(), needs_.locale});
-  const QString trouble = image.isNull()
-                              ? QStringLiteral("%1: there is not enough memory").arg(path)
-                              : WritePictureFile(image, path, "png");
+  const QString trouble = WriteMarkedPicture(path);
   if (!trouble.isEmpty()) needs_.messages.ShowError(this, trouble, QStringLiteral("Error"));
+}
+
+// What went wrong, for the user. The radiograph itself is never changed.
+QString MeasuringWindow::WriteMarkedPicture(const QString& path) const {
+  if (QFileInfo::exists(path) && QFileInfo(path) == QFileInfo(path_)) {
+    return QStringLiteral("%1 is the radiograph itself. Choose another name.").arg(path);
+  }
+  const QImage image = PictureWithNumbers(Page());
+  if (image.isNull()) return QStringLiteral("%1: there is not enough memory").arg(path);
+  return WritePictureFile(image, path, "png");
+}
+
+MeasuredPage MeasuringWindow::Page() const {
+  return {view_->PictureWithMarks(), EntriesForForm(), found_, QFileInfo(path_).fileName(),
+          needs_.locale};
 }
 
 void MeasuringWindow::PrintPage() {
   if (!picture_) return;
+  const MeasuredPage page = Page();
+  if (page.picture.isNull()) {
+    return needs_.messages.ShowError(
+        this, QStringLiteral("There is not enough memory to print the radiograph."),
+        QStringLiteral("Error"));
+  }
   const std::unique_ptr<PrintTarget> target =
       needs_.printers.AskPrinter(this, kMeasuredTitle.toString(), needs_.locale);
   if (!target) return;
-  const MeasuredPage page = {view_->PictureWithMarks(), EntriesForForm(), found_,
-                             QFileInfo(path_).fileName(), needs_.locale};
   const QString trouble = PrintMeasured(*target, page, needs_.today());
   if (!trouble.isEmpty()) needs_.messages.ShowError(this, trouble, QStringLiteral("Error"));
 }

@@ -2,19 +2,43 @@
 
 #include <QFile>
 #include <QMetaObject>
+#include <new>
+#include <system_error>
 
 namespace Measuring {
 
+namespace {
+
+Radiography::ReadFailure TooMuchMemory() {
+  return {Radiography::ReadTrouble::TooMuchMemory, {}};
+}
+
+}  // namespace
+
+// Out of the thread no refusal of memory may get: it would end the program.
 void PictureLoader::Load(const QString& path) {
   Cancel();
   busy_ = true;
-  thread_ = std::jthread([this, path, run = run_](const std::stop_token& stop) {
-    const std::string name = QFile::encodeName(path).toStdString();
-    const auto result =
-        std::make_shared<Radiography::ReadResult>(Radiography::ReadRadiograph(name, reader_, stop));
-    QMetaObject::invokeMethod(
-        this, [this, run, path, result] { Deliver(run, path, result); }, Qt::QueuedConnection);
-  });
+  const auto result = std::make_shared<Radiography::ReadResult>(TooMuchMemory());
+  const auto send = [this, run = run_, path, result] {
+    const auto deliver = [this, run, path, result] { Deliver(run, path, result); };
+    QMetaObject::invokeMethod(this, deliver, Qt::QueuedConnection);
+  };
+  const auto read = [this, name = QFile::encodeName(path).toStdString(), result,
+                     send](const std::stop_token& stop) {
+    try {
+      *result = Radiography::ReadRadiograph(name, reader_, stop);
+      send();
+    } catch (const std::bad_alloc&) {
+      *result = TooMuchMemory();  // sets free what was read
+      send();
+    }
+  };
+  try {
+    thread_ = std::jthread(read);
+  } catch (const std::system_error&) {  // not even memory for its stack
+    send();
+  }
 }
 
 void PictureLoader::Cancel() {

@@ -71,6 +71,7 @@ void RadiographView::ShowMarks(const MarkPoints& points, const CirclesOnPicture&
   scene_.circles = circles;
   if (scene_.selected && !Exists(scene_, *scene_.selected)) Select({});
   Tell();
+  RefreshUnderPointer();
   update();
 }
 
@@ -84,7 +85,6 @@ void RadiographView::Select(std::optional<MarkPoint> point) {
   scene_.selected = point;
   Tell();
   update();
-  emit SelectionChanged();
 }
 
 void RadiographView::UsePreset(std::size_t index) {
@@ -115,6 +115,7 @@ void RadiographView::SetFlipped(bool flipped) {
 void RadiographView::Show(const ViewTransform& transform) {
   transform_ = transform;
   isSeenFresh_ = false;
+  RefreshUnderPointer();
   update();
   emit ViewChanged();
 }

@@ -52,6 +52,8 @@ class RadiographView : public QWidget {
   Radiography::Window ShownWindow() const { return WindowOf(look_); }
   bool IsInverted() const { return isInverted_; }
   bool IsFlipped() const { return transform_.flipped; }
+  // Needs a picture.
+  QSize PictureSize() const;
   // Of the pixel there; nothing outside the picture.
   std::optional<double> ValueAt(PixelPlace place) const;
   // Where the magnifier is; nothing while there is none.
@@ -73,7 +75,6 @@ class RadiographView : public QWidget {
   void PointRemoved(Measuring::MarkKind kind, std::size_t index);
   void RoughCircleDrawn(Measuring::MarkKind kind, Landmarks::PixelPlace centre,
                         Landmarks::PixelPlace edge);
-  void SelectionChanged();
   void PointerMoved(std::optional<Landmarks::PixelPlace> place);  // nothing off the picture
   void ViewChanged();  // zoom, place, window, inversion or flip
 
@@ -101,12 +102,12 @@ class RadiographView : public QWidget {
     QPointF from;
     QPointF now;
     bool hasMoved = false;
-    PixelPlace place;         // of the point that is dragged, at the start
-    ViewTransform transform;  // at the start
-    Radiography::Window window;
+    // At the start: where the point that is dragged was, and what was seen.
+    PixelPlace place;
+    ViewTransform transform;
+    GreyLook look;
   };
 
-  QSize PictureSize() const;
   bool HasPicture() const { return pyramid_.radiograph != nullptr; }
   double Aspect() const { return transform_.aspect; }
   void Show(const ViewTransform& transform);
@@ -131,7 +132,9 @@ class RadiographView : public QWidget {
   void SetPoint(QPointF position);
   void CancelPress();
   bool DrawsRoughCircle() const;
-  void RefreshPointer(QPointF position);
+  void NoteMouse(QPointF position);
+  void RefreshPointer();
+  void RefreshUnderPointer();
 
   bool ActOnKey(const QKeyEvent& event);
   void MoveByKey(QPointF way);
@@ -141,6 +144,7 @@ class RadiographView : public QWidget {
   void Escape();
   std::optional<PixelPlace> KeyPlace() const;
   std::optional<PixelPlace> PlacedNow() const;
+  std::optional<PixelPlace> ToldPlace() const;
 
   GreyPyramid pyramid_;
   std::vector<GreyPreset> presets_;
@@ -156,6 +160,8 @@ class RadiographView : public QWidget {
   std::optional<PixelPlace> crossHair_;
   bool isKeyed_ = false;  // the keys are placing a point: the magnifier shows it
   bool isSpaceDown_ = false;
+  std::optional<QPointF> mouse_;  // while it is over the view
+  bool isKeysPlaceTold_ = false;  // else the mouse's: whichever moved last
   Press press_;
   mutable QRectF magnifier_;  // where it was last
 

@@ -67,7 +67,7 @@ bool RadiographView::ActOnKey(const QKeyEvent& event) {
       return true;
     case Qt::Key_Space:
       isSpaceDown_ = true;
-      if (press_.act == Act::None) setCursor(Qt::OpenHandCursor);
+      RefreshPointer();
       return true;
     default:
       return false;
@@ -78,13 +78,13 @@ void RadiographView::keyReleaseEvent(QKeyEvent* event) {
   if (event->key() != Qt::Key_Space || event->isAutoRepeat())
     return QWidget::keyReleaseEvent(event);
   isSpaceDown_ = false;
-  if (press_.act == Act::None) setCursor(Qt::CrossCursor);
+  RefreshPointer();
 }
 
 // `way` in pixels of the picture, as the view shows it: to the right is to the right.
 void RadiographView::MoveByKey(QPointF way) {
   if (press_.act != Act::None) return;
-  isKeyed_ = true;
+  isKeyed_ = isKeysPlaceTold_ = true;
   const QPointF middle(transform_.view.width() / 2.0, transform_.view.height() / 2.0);
   PixelPlace place = KeyPlace().value_or(PlaceAt(transform_, middle));
   place.column += transform_.flipped ? -way.x() : way.x();
@@ -95,7 +95,6 @@ void RadiographView::MoveByKey(QPointF way) {
   } else {
     crossHair_ = place;
   }
-  emit PointerMoved(place);
   Show(Showing(transform_, place));
 }
 
@@ -103,9 +102,8 @@ void RadiographView::StepSelection(int step) {
   if (press_.act != Act::None) return;
   const auto point = NextPoint(scene_, scene_.selected, step);
   if (!point) return;
-  isKeyed_ = true;
+  isKeyed_ = isKeysPlaceTold_ = true;
   Select(point);
-  emit PointerMoved(PlaceOf(scene_, *point));
   Show(Showing(transform_, PlaceOf(scene_, *point)));
 }
 
@@ -115,8 +113,7 @@ void RadiographView::SetPointByKey() {
   if (isKeyed_) {
     emit PointAdded(*scene_.current, *crossHair_);
   } else {
-    isKeyed_ = true;
-    emit PointerMoved(*crossHair_);
+    isKeyed_ = isKeysPlaceTold_ = true;
     Show(Showing(transform_, *crossHair_));
   }
 }
@@ -126,7 +123,6 @@ void RadiographView::RemoveSelected() {
   if (!scene_.selected || press_.act != Act::None) return;
   const MarkPoint point = *scene_.selected;
   Select({});
-  emit PointerMoved(isKeyed_ ? crossHair_ : std::nullopt);
   emit PointRemoved(point.kind, point.index);
 }
 
@@ -138,8 +134,8 @@ void RadiographView::Escape() {
   } else {
     crossHair_.reset();
   }
-  isKeyed_ = crossHair_.has_value();
-  emit PointerMoved(crossHair_);
+  isKeyed_ = isKeysPlaceTold_ = crossHair_.has_value();
+  RefreshPointer();
   update();
 }
 
@@ -183,6 +179,7 @@ void RadiographView::focusInEvent(QFocusEvent*) {
 void RadiographView::focusOutEvent(QFocusEvent*) {
   isSpaceDown_ = false;
   isKeyed_ = false;
+  RefreshPointer();
   update();
 }
 

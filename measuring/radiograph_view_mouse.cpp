@@ -76,7 +76,7 @@ void RadiographView::wheelEvent(QWheelEvent* event) {
   event->accept();
   const double notches = event->angleDelta().y() / kWheelStep;
   if (notches != 0.0) ZoomBy(std::pow(kNotchZoom, notches), event->position());
-  RefreshPointer(event->position());
+  NoteMouse(event->position());
 }
 
 RadiographView::Act RadiographView::ActOf(const QMouseEvent& event) const {
@@ -91,8 +91,7 @@ RadiographView::Act RadiographView::ActOf(const QMouseEvent& event) const {
 }
 
 void RadiographView::BeginPress(const QMouseEvent& event, Act act) {
-  press_ = {act, event.button(), event.position(), event.position(), false,
-            {},  transform_,     ShownWindow()};
+  press_ = {act, event.button(), event.position(), event.position(), false, {}, transform_, look_};
   if (act == Act::Set) Select({});
   if (act == Act::Drag) {
     Select(PointUnder(scene_, transform_, event.position()));
@@ -104,6 +103,7 @@ void RadiographView::BeginPress(const QMouseEvent& event, Act act) {
 
 void RadiographView::mousePressEvent(QMouseEvent* event) {
   isKeyed_ = false;
+  NoteMouse(event->position());
   if (!HasPicture() || press_.act != Act::None) return;  // a second button begins nothing
   BeginPress(*event, ActOf(*event));
 }
@@ -114,20 +114,21 @@ void RadiographView::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void RadiographView::mouseMoveEvent(QMouseEvent* event) {
-  RefreshPointer(event->position());
+  NoteMouse(event->position());
   press_.now = event->position();
   const QPointF way = press_.now - press_.from;
   if (press_.act != Act::None && Distance(press_.now, press_.from) > kSlip) press_.hasMoved = true;
   switch (press_.act) {
     case Act::Window:
-      ShowLook(Dragged(press_.window, way, full_, pyramid_.radiograph->inverted != isInverted_));
+      ShowLook(
+          Dragged(WindowOf(press_.look), way, full_, pyramid_.radiograph->inverted != isInverted_));
       return;
     case Act::Pan:
       isFitted_ = false;
       Show(KeptInView(Panned(press_.transform, way), PictureSize()));
       return;
     case Act::Drag:
-      if (press_.hasMoved) DragPoint(false);
+      if (press_.hasMoved && scene_.selected) DragPoint(false);
       return;
     case Act::Set:
       update();
@@ -141,21 +142,16 @@ void RadiographView::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() != press_.button) return;
   press_.now = event->position();
   if (press_.act == Act::Drag && press_.hasMoved && scene_.selected) DragPoint(true);
+  const bool isCircle = DrawsRoughCircle();
   const Press done = std::exchange(press_, {});
-  if (done.act == Act::Drag && !done.hasMoved && WantsPointHere()) {
+  if (isCircle) {
+    emit RoughCircleDrawn(*scene_.current, PlaceAt(transform_, done.from),
+                          PlaceAt(transform_, done.now));
+  } else if (done.act == Act::Set ||
+             (done.act == Act::Drag && !done.hasMoved && WantsPointHere())) {
     SetPoint(done.now);
-  } else if (done.act == Act::Set) {
-    press_ = done;
-    const bool isCircle = DrawsRoughCircle();
-    press_ = {};
-    if (isCircle) {
-      emit RoughCircleDrawn(*scene_.current, PlaceAt(transform_, done.from),
-                            PlaceAt(transform_, done.now));
-    } else {
-      SetPoint(done.now);
-    }
   }
-  RefreshPointer(event->position());
+  NoteMouse(event->position());
   update();
 }
 
@@ -166,9 +162,9 @@ bool RadiographView::WantsPointHere() const {
          !IsWhole(scene_.points, *scene_.current);
 }
 
-// As far from the pointer as it was when the button went down.
+// As far from the pointer as it was when the button went down, however the wheel has zoomed since.
 void RadiographView::DragPoint(bool isDone) {
-  const QPointF from = PositionOf(transform_, press_.place);
+  const QPointF from = PositionOf(press_.transform, press_.place);
   const PixelPlace place =
       KeptOnPicture(PlaceAt(transform_, from + press_.now - press_.from), PictureSize());
   const MarkPoint point = *scene_.selected;
@@ -193,8 +189,9 @@ void RadiographView::CancelPress() {
   if (press.act == Act::Drag && press.hasMoved && scene_.selected) {
     emit PointMoved(scene_.selected->kind, scene_.selected->index, press.place, true);
   }
-  if (press.act == Act::Window) ShowLook(press.window);
+  if (press.act == Act::Window) ShowLook(press.look);
   if (press.act == Act::Pan) Show(press.transform);
+  RefreshPointer();
   update();
 }
 
@@ -203,20 +200,43 @@ bool RadiographView::DrawsRoughCircle() const {
          Distance(press_.now, press_.from) >= kLeastCircle;
 }
 
-void RadiographView::RefreshPointer(QPointF position) {
-  if (!HasPicture()) return;
-  const PixelPlace place = PlaceAt(transform_, position);
-  emit PointerMoved(IsOnPicture(place, PictureSize()) ? std::optional(place) : std::nullopt);
-  if (press_.act == Act::Pan) return;
+void RadiographView::NoteMouse(QPointF position) {
+  mouse_ = position;
+  isKeysPlaceTold_ = false;
+  RefreshPointer();
+}
+
+std::optional<Landmarks::PixelPlace> RadiographView::ToldPlace() const {
+  if (!HasPicture()) return {};
+  if (isKeysPlaceTold_ && KeyPlace()) return KeyPlace();
+  if (!mouse_) return {};
+  const PixelPlace place = PlaceAt(transform_, *mouse_);
+  return IsOnPicture(place, PictureSize()) ? std::optional(place) : std::nullopt;
+}
+
+// The place that is told, and the cursor.
+void RadiographView::RefreshPointer() {
+  emit PointerMoved(ToldPlace());
+  if (!HasPicture() || press_.act == Act::Pan) return;
   if (isSpaceDown_) {
     setCursor(Qt::OpenHandCursor);
   } else {
-    setCursor(PointUnder(scene_, transform_, position) ? Qt::SizeAllCursor : Qt::CrossCursor);
+    const bool isOnPoint = mouse_ && PointUnder(scene_, transform_, *mouse_);
+    setCursor(isOnPoint ? Qt::SizeAllCursor : Qt::CrossCursor);
+  }
+}
+
+// Marks or picture have moved under a mouse that rests. Its words, if any, are those of before.
+void RadiographView::RefreshUnderPointer() {
+  RefreshPointer();
+  if (mouse_ && QToolTip::isVisible()) {
+    ShowHoverWords(mouse_->toPoint(), mapToGlobal(*mouse_).toPoint());
   }
 }
 
 void RadiographView::leaveEvent(QEvent*) {
-  emit PointerMoved({});
+  mouse_.reset();
+  RefreshPointer();
 }
 
 }  // namespace Measuring

@@ -1,5 +1,6 @@
 #include "measuring/scale_finding.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "case/number_text.h"
@@ -15,6 +16,19 @@ using Radiography::Scale;
 
 QString Text(const std::string& text) {
   return QString::fromStdString(text);
+}
+
+// A note as a sentence.
+QString Sentence(const std::string& note) {
+  const QString text = Text(note);
+  return text.left(1).toUpper() + text.mid(1) + u'.';
+}
+
+QStringList Sentences(const std::vector<std::string>& notes) {
+  QStringList sentences;
+  for (const std::string& note : notes) sentences << Sentence(note);
+  sentences.removeDuplicates();  // one for each of many tables
+  return sentences;
 }
 
 std::optional<double> NumberIn(const Draft& draft, Entry id) {
@@ -46,9 +60,10 @@ std::optional<Magnification> MagnificationOf(const KnownObject& object, const Dr
   if (object.mark == MarkKind::Line) {
     return MagnificationOfLine(points[0], points[1], {size, 0.0}, pointU);
   }
-  const auto fit = Landmarks::FitCircle(points);
+  auto fit = Landmarks::FitCircle(points);
   if (!fit) return {};
-  return MagnificationOfBall(*fit, {size, 0.0}, edgeU);
+  fit->u.reset();  // points that happen to meet a circle, or were put on one, are no better marked
+  return MagnificationOfBall(*fit, {size, 0.0}, std::max(edgeU, fit->residual));
 }
 
 // Scale and words as the first object gives them whose marks and size are there.
@@ -124,7 +139,7 @@ void ApplyHipHeight(const Draft& draft, Scale& scale, ScaleFinding& found) {
 ScaleFinding ByFile(const PictureFacts& facts, const Draft& draft, const CheckedErrors& errors) {
   ScaleFinding found;
   Scale scale = facts.scale;
-  for (const std::string& note : scale.notes) found.notes << Text(note);
+  found.notes = Sentences(scale.notes);
   if (scale.asksMagnification) ApplyMagnification(draft, scale, found);
   if (scale.asksHipHeight) ApplyHipHeight(draft, scale, found);
   found.name = Text(scale.name);
@@ -148,7 +163,8 @@ PictureFacts FactsOf(const Radiography::Radiograph& radiograph) {
   const std::string directions = radiograph.rowDirection + '\\' + radiograph.columnDirection;
   const bool isSaid = !radiograph.rowDirection.empty() || !radiograph.columnDirection.empty();
   return {FindScale(radiograph.scale),
-          Landmarks::ReadOrientation(isSaid ? std::string_view(directions) : std::string_view())};
+          Landmarks::ReadOrientation(isSaid ? std::string_view(directions) : std::string_view()),
+          Sentences(radiograph.notes)};
 }
 
 ScaleFinding SettleScale(const PictureFacts& facts, const Draft& draft, const CheckedErrors& errors,
@@ -158,8 +174,9 @@ ScaleFinding SettleScale(const PictureFacts& facts, const Draft& draft, const Ch
   if (found.magnification) {
     const double atHip = facts.Spacing().column / found.magnification->factor;
     found.value = QStringLiteral("%1 mm per pixel at the hip").arg(ShortText(atHip, 4, locale));
-    // Without a pixel size in the file, the factor is no magnification.
-    if (facts.scale.spacing) {
+    // Of a pixel size that is corrected already, or of none, the factor is not the picture's
+    // magnification.
+    if (facts.scale.asksMagnification) {
       found.value += QStringLiteral(", magnification ") +
                      ShortText(found.magnification->factor, found.isByObject ? 4 : 6, locale);
     }

@@ -19,6 +19,7 @@ namespace Measuring {
 struct PictureFacts {
   Radiography::Scale scale;
   Landmarks::Orientation orientation;
+  QStringList notes;  // what the user should know of the reading
 
   // Millimetres from pixel to pixel on the picture; where they are not known, of the right ratio.
   Landmarks::PixelSpacing Spacing() const;

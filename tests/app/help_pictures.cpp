@@ -4,13 +4,9 @@
 #include <QDir>
 #include <QImage>
 #include <QScrollArea>
-#include <QTemporaryDir>
 #include <QTest>
 
-#include "app/main_window.h"
-#include "tests/support/marking_hand.h"
-#include "tests/support/palettes.h"
-#include "tests/support/picture_program.h"
+#include "tests/app/pictured_program.h"
 
 namespace {
 
@@ -78,11 +74,10 @@ void SaveResults(Measuring::MeasuringWindow& measuring, const Pictures& pictures
   pictures.Save(column, sure, "sure");
 }
 
-void Walk(Measuring::MeasuringWindow& measuring, const Phantom::Picture& pelvis,
-          const Pictures& pictures) {
-  MarkingHand hand(measuring, pelvis);
-  if (!hand.WaitForPicture()) GiveUp("not read:", "the radiograph");
-  hand.UseBoneWindow();
+void Walk(PicturedProgram& program, const Pictures& pictures) {
+  MarkingHand hand = program.OpenPelvis();
+  Measuring::MeasuringWindow& measuring = *program.window.Measuring();
+  const Phantom::Picture& pelvis = program.pelvis;
   Shrink(measuring, pelvis);
   pictures.Save(*measuring.View().parentWidget(), "opened");
   Enlarge(measuring);
@@ -101,25 +96,9 @@ void Walk(Measuring::MeasuringWindow& measuring, const Phantom::Picture& pelvis,
 }
 
 void SaveAll(const QDir& folder) {
-  DialogMessageDoor messages;
-  SystemFileDialog files;
-  SystemPrintDialog printers;
-  MDIForm1 window({messages,
-                   files,
-                   printers,
-                   [] { return QDate(2026, 11, 15); },
-                   QLocale("en_US"),
-                   {QStringLiteral(TELMARION_HELP_DIR)},
-                   {},
-                   {},
-                   {TELMARION_DECODE, {}}});
+  PicturedProgram program(QLocale("en_US"));
   UseTheme(LightPalette());
-  const Phantom::Picture pelvis = FinePhantom();
-  const QTemporaryDir own;
-  const QString path = own.filePath("pelvis.dcm");
-  if (!WritePhantomDicom(path.toStdString(), FileOf(pelvis))) GiveUp("cannot write", path);
-  window.MeasureOn(path);
-  Walk(*window.Measuring(), pelvis, Pictures(folder));
+  Walk(program, Pictures(folder));
 }
 
 }  // namespace

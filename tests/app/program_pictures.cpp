@@ -12,10 +12,7 @@
 #include <QScrollArea>
 #include <QTest>
 
-#include "app/main_window.h"
-#include "tests/support/marking_hand.h"
-#include "tests/support/palettes.h"
-#include "tests/support/picture_program.h"
+#include "tests/app/pictured_program.h"
 
 namespace {
 
@@ -90,16 +87,9 @@ void SaveHelp(MDIForm1& window, const QDir& folder) {
   help.close();
 }
 
-void SaveMeasuring(MDIForm1& window, const QDir& folder) {
-  const Phantom::Picture pelvis = FinePhantom();
-  const QTemporaryDir own;
-  const QString path = own.filePath("pelvis.dcm");
-  if (!WritePhantomDicom(path.toStdString(), FileOf(pelvis))) GiveUp("cannot write", path);
-  window.MeasureOn(path);
-  Measuring::MeasuringWindow& measuring = *window.Measuring();
-  MarkingHand hand(measuring, pelvis);
-  if (!hand.WaitForPicture()) GiveUp("not read:", path);
-  hand.UseBoneWindow();
+void SaveMeasuring(PicturedProgram& program, const QDir& folder) {
+  MarkingHand hand = program.OpenPelvis();
+  Measuring::MeasuringWindow& measuring = *program.window.Measuring();
   hand.MarkBones();
   hand.MarkBall();
   hand.Type("bodyWeight", "70");
@@ -113,18 +103,8 @@ void SaveMeasuring(MDIForm1& window, const QDir& folder) {
 }
 
 void SaveAll(const QDir& folder) {
-  DialogMessageDoor messages;
-  SystemFileDialog files;
-  SystemPrintDialog printers;
-  MDIForm1 window({messages,
-                   files,
-                   printers,
-                   [] { return QDate(2026, 11, 15); },
-                   QLocale("sl_SI"),
-                   {QStringLiteral(TELMARION_HELP_DIR)},
-                   {},
-                   {},
-                   {TELMARION_DECODE, {}}});
+  PicturedProgram program(QLocale("sl_SI"));
+  MDIForm1& window = program.window;
   window.show();
   UseTheme(LightPalette());
   SaveForm(window, folder);
@@ -133,7 +113,7 @@ void SaveAll(const QDir& folder) {
   SaveHead(window, folder);
   SaveHelp(window, folder);
   SaveHowSure(window, folder);
-  SaveMeasuring(window, folder);
+  SaveMeasuring(program, folder);
   UseTheme(DarkPalette());
   Save(window, folder, "main-window-dark");
 }

@@ -10,10 +10,9 @@ import shutil
 import signal
 import subprocess
 import sys
-import tempfile
 import unittest
 
-from day import PICTURES, PROGRAM
+from day import PROGRAM, Day
 from person import Person
 
 MAKE_PHANTOM = os.path.abspath(sys.argv[3])
@@ -33,11 +32,11 @@ exec "{DECODER}" "$@"
 """
 
 
-class RadiographFaults(unittest.TestCase):
+class RadiographFaults(Day):
     """What both kinds below need."""
 
     def setUp(self):
-        self.folder = tempfile.TemporaryDirectory()
+        super().setUp()
         self.program = self.path("bin/telmarion")
         for place in ["bin", "libexec/telmarion"]:
             os.makedirs(self.path(place))
@@ -47,15 +46,6 @@ class RadiographFaults(unittest.TestCase):
             file.write(OWN_DECODER)
         os.chmod(decoder, 0o755)
         subprocess.run([MAKE_PHANTOM, self.path("phantom.dcm")], check=True)
-        self.person = None
-
-    def tearDown(self):
-        if self.person is not None:
-            self.person.leave()
-        self.folder.cleanup()
-
-    def path(self, name):
-        return os.path.join(self.folder.name, name)
 
     def start_on(self, name):
         command = [self.program, "--measure", self.path(name)]
@@ -128,8 +118,7 @@ class Unreadable(RadiographFaults):
         decoder, _ = person.wait(
             lambda: next((own for own in self.decoders() if own[1] == "T"), None), "the decoder at work")
         person.find("status bar", "Opening… Escape cancels.", person.find(*WINDOW))
-        os.makedirs(PICTURES, exist_ok=True)
-        person.screenshot(os.path.join(PICTURES, "measuring-opening.png"))
+        self.picture("measuring-opening")
         os.kill(decoder, signal.SIGKILL)
         self.check_that_nothing_changed(
             "killed.dcm: The file made the program that decodes pictures fail.")

@@ -175,6 +175,31 @@ TEST_F(FindingsOfAPelvis, TakeTheirScaleFromABallOfKnownSize) {
   EXPECT_TRUE(Find().scale.isByObject);
 }
 
+// The radius through n points all around is their mean distance from the centre: it errs by a
+// point's error over the root of n. Points that were put on a circle by snapping have no scatter of
+// their own.
+TEST_F(FindingsOfAPelvis, TrustABallThatWasSnappedNoMoreThanItsPoints) {
+  const Landmarks::Circle ball = {{50.0, 60.0}, 15.0};  // mm
+  draft[MarkKind::Ball] = EdgePoints(ball, setup.spacing, 8);
+  draft[Entry::BallDiameter] = QStringLiteral("25");
+  errors[IndexOf(ErrorOf::CircleEdge)] = QStringLiteral("1");
+  const Landmarks::Magnification found = Find().scale.magnification.value();
+  EXPECT_NEAR(found.factor, 1.2, 1e-9);
+  EXPECT_NEAR(found.u / found.factor, setup.spacing.row / std::sqrt(8.0) / ball.radius, 1e-9);
+}
+
+TEST_F(FindingsOfAPelvis, CallNoOtherFactorTheMagnification) {
+  EXPECT_EQ(Find().scale.value, "0.2087 mm per pixel at the hip, magnification 1.15");
+  file.scale.pixelSpacing = {0.24 / 1.15, 0.24 / 1.15};
+  file.scale.calibrationType = "FIDUCIAL";
+  EXPECT_EQ(Find().scale.value, "0.2087 mm per pixel at the hip");
+}
+
+TEST_F(FindingsOfAPelvis, TellWhatReadingTheFileHasNoted) {
+  file.notes.assign(2, "the file has 2 pictures; this is the first");
+  EXPECT_EQ(Find().notices, QStringList{"The file has 2 pictures; this is the first."});
+}
+
 TEST_F(FindingsOfAPelvis, TakeTheirScaleFromALineOfKnownLengthWithoutAnythingInTheFile) {
   file.scale = {};
   draft[Entry::Magnification].clear();
@@ -194,7 +219,7 @@ TEST_F(FindingsOfAPelvis, BringASpacingAtTheTableToTheHip) {
   EXPECT_EQ(Find().scale.todo, "Enter the height of the hip above the table.");
   draft[Entry::HipHeight] = QStringLiteral("40");
   const Findings found = Find();
-  EXPECT_EQ(found.scale.value, "0.2087 mm per pixel at the hip, magnification 1.04");
+  EXPECT_EQ(found.scale.value, "0.2087 mm per pixel at the hip");
   EXPECT_NEAR(Measured(found, Sila::Measurement::Lizm), 9.2, 0.01);
 }
 
@@ -239,7 +264,15 @@ TEST_F(FindingsOfAPelvis, NameATypedNumberThatIsNone) {
 TEST_F(FindingsOfAPelvis, WarnOfAnEdgeThatIsHardlyMarked) {
   std::vector<PixelPlace>& head = draft[MarkKind::Head];
   head.resize(3);  // a quarter of the edge
-  EXPECT_TRUE(Find().notices.value(0).startsWith("Head circle: the points are on less than 150°"));
+  EXPECT_TRUE(Find().notices.value(0).startsWith("Head circle: the points cover less than 150°"));
+}
+
+TEST_F(FindingsOfAPelvis, WarnOfPointsThatAreOnNoCircle) {
+  draft[MarkKind::Head] = {{100, 100}, {200, 100}, {300, 100}};
+  const Findings found = Find();
+  EXPECT_EQ(found.measurements[6].missing, "needs mark 1");
+  EXPECT_EQ(found.notices,
+            QStringList{"Head circle: no circle can be drawn through these points."});
 }
 
 TEST_F(FindingsOfAPelvis, WarnOfACrestBelowTheHead) {

@@ -135,6 +135,46 @@ TEST(MarkPicture, HandlesHaveTheSameSizeAtEveryZoom) {
   EXPECT_EQ(painted(1.0), painted(64.0));
 }
 
+// In a view of 200 x 200, a pixel of the picture to each of its own and the first in its corner.
+bool HasCaption(MarkScene scene, MarkKind kind) {
+  scene.current = kind;
+  const auto painted = [&](Captions captions) {
+    QImage image(200, 200, QImage::Format_RGB32);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    PaintMarks(painter, {{200.0, 200.0}, 1.0, 1.0, false, {100, 100}}, scene, captions);
+    return image;
+  };
+  return painted(Captions::OfCurrent) != painted(Captions::None);
+}
+
+TEST(MarkPicture, ALineHasACaptionWhereSomeOfItIsSeen) {
+  const auto hasCaption = [](Landmarks::PixelPlace a, Landmarks::PixelPlace b) {
+    MarkScene scene;
+    scene.points[IndexOf(MarkKind::Line)] = {a, b};
+    return HasCaption(scene, MarkKind::Line);
+  };
+  EXPECT_TRUE(hasCaption({50, 50}, {90, 150})) << "all of it";
+  EXPECT_TRUE(hasCaption({-50, 100}, {250, 120})) << "across the view, both ends outside";
+  EXPECT_FALSE(hasCaption({-50, 100}, {-100, 100})) << "beside the view";
+  EXPECT_FALSE(hasCaption({-50, 180}, {150, 300})) << "past a corner, its bounds meet the view";
+  EXPECT_TRUE(hasCaption({-50, 150}, {50, 220})) << "through a corner";
+}
+
+TEST(MarkPicture, ACircleHasACaptionWhereSomeOfItIsSeen) {
+  const auto hasCaption = [](Landmarks::PixelPlace centre, double radius) {
+    MarkScene scene;
+    scene.points[IndexOf(MarkKind::Head)] = {{centre.column + radius, centre.row}};
+    scene.circles[IndexOf(MarkKind::Head)] = CircleOnPicture{centre, radius, radius};
+    return HasCaption(scene, MarkKind::Head);
+  };
+  EXPECT_TRUE(hasCaption({100, 100}, 50)) << "all of it";
+  EXPECT_TRUE(hasCaption({-100, 100}, 150)) << "a part of its edge";
+  EXPECT_TRUE(hasCaption({100, 100}, 500)) << "its centre";
+  EXPECT_FALSE(hasCaption({-300, 100}, 800)) << "its edge lies around the view";
+  EXPECT_FALSE(hasCaption({-60, -60}, 80)) << "past a corner, its bounds meet the view";
+}
+
 // Pixels that are higher than wide make an ellipse of what is a circle in pixels.
 TEST(MarkPicture, ACircleIsPaintedAcrossAndDown) {
   MarkScene scene;

@@ -1,13 +1,10 @@
 // What the view shows: fit, zoom, window, flip, and what it says of itself.
-#include <sys/resource.h>
-#include <unistd.h>
 #include <QAccessible>
-
 #include <cmath>
-#include <fstream>
 #include <new>
 
 #include "tests/measuring/view_fixture.h"
+#include "tests/support/little_memory.h"
 #include "tests/support/palettes.h"
 
 namespace {
@@ -26,19 +23,14 @@ TEST_F(RadiographViewTest, APictureComesUpFittedInTheFilesFirstWindow) {
   EXPECT_FALSE(view_.IsFlipped());
 }
 
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#ifdef TELMARION_MEMORY_CAN_BE_LIMITED
 TEST_F(RadiographViewTest, WithoutMemoryForAPictureTheOneBeforeStays) {
   const auto large = MakeRadiograph(9000, 9000, [](int, int) { return 7; });
   const QImage before = Shown();
-  long pages = 0;
-  std::ifstream("/proc/self/statm") >> pages;
-  rlimit free{};
-  getrlimit(RLIMIT_AS, &free);
-  const auto used = static_cast<rlim_t>(pages * sysconf(_SC_PAGESIZE));
-  const rlimit little{used + (8U << 20), free.rlim_max};
-  setrlimit(RLIMIT_AS, &little);
-  EXPECT_THROW(view_.SetRadiograph(large, 1.0), std::bad_alloc);
-  setrlimit(RLIMIT_AS, &free);
+  {
+    const LittleMemory little(8U << 20U);
+    EXPECT_THROW(view_.SetRadiograph(large, 1.0), std::bad_alloc);
+  }
   EXPECT_EQ(Shown(), before);
   EXPECT_EQ(PictureOnView(view_.Transform(), {200, 150}), QRectF(0, 0, 400, 300));
 }

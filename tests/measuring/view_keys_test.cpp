@@ -108,11 +108,10 @@ TEST_F(ViewKeysTest, NAndPGoThroughAllPointsAndAround) {
 
 TEST_F(ViewKeysTest, EscapeDropsTheSelection) {
   Mark(MarkKind::Trochanter, {{100, 70}});
-  QSignalSpy changed(&view_, &RadiographView::SelectionChanged);
   Key(Qt::Key_N);
+  EXPECT_TRUE(view_.Selected());
   Key(Qt::Key_Escape);
   EXPECT_FALSE(view_.Selected());
-  EXPECT_EQ(changed.count(), 2);
   EXPECT_FALSE(view_.Magnifier());
 }
 
@@ -204,6 +203,36 @@ TEST_F(ViewKeysTest, EscapeTellsThePlaceOfTheCrossHairAgain) {
   ExpectPlace(*pointer.last()[0].value<std::optional<PixelPlace>>(), 100.5, 74.5);
   Key(Qt::Key_Escape);
   EXPECT_FALSE(pointer.last()[0].value<std::optional<PixelPlace>>());
+}
+
+TEST_F(ViewKeysTest, ThePlaceOfTheChosenPointFollowsTheMarks) {
+  Mark(MarkKind::Trochanter, {{20, 30}});
+  QSignalSpy pointer(&view_, &RadiographView::PointerMoved);
+  const auto told = [&] { return pointer.last()[0].value<std::optional<PixelPlace>>(); };
+  Key(Qt::Key_N);
+  Key(Qt::Key_Right);
+  Mark(MarkKind::Trochanter, {{20, 30}});  // undone
+  ExpectPlace(*told(), 20, 30);
+  Mark(MarkKind::Trochanter, {});
+  EXPECT_FALSE(told());
+}
+
+TEST_F(ViewKeysTest, EscapeLeavesThePlaceUnderTheMouseTold) {
+  Mark(MarkKind::Trochanter, {{20, 30}});
+  Move(At(120, 40));
+  QSignalSpy pointer(&view_, &RadiographView::PointerMoved);
+  const auto told = [&] { return pointer.last()[0].value<std::optional<PixelPlace>>(); };
+  Key(Qt::Key_Escape);
+  ASSERT_TRUE(told());
+  const PixelPlace mouse = *told();
+  // At odd scales of the display the mouse of the tests may be off by one pixel of the view.
+  EXPECT_NEAR(mouse.column, 120, 0.6);
+  EXPECT_NEAR(mouse.row, 40, 0.6);
+  Key(Qt::Key_N);
+  ExpectPlace(*told(), 20, 30);
+  Key(Qt::Key_Escape);
+  ASSERT_TRUE(told());
+  ExpectPlace(*told(), mouse.column, mouse.row);
 }
 
 TEST_F(ViewKeysTest, KeysOfTheWindowAreLeftToIt) {

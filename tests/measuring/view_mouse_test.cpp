@@ -146,6 +146,29 @@ TEST_F(ViewMouseTest, APointIsNotDraggedOffThePicture) {
   ExpectPlace(Place(MarkKind::Trochanter), -0.5, 149.5);
 }
 
+TEST_F(ViewMouseTest, AHandleStaysUnderThePointerThatZoomsWhileItDrags) {
+  Mark(MarkKind::Trochanter, {{100, 70}});
+  Press(At(100, 70));
+  Move(At(140, 90));
+  Wheel(At(140, 90), 360);
+  Move(At(141, 90));
+  const QPointF point = PositionOf(view_.Transform(), Place(MarkKind::Trochanter));
+  EXPECT_NEAR(point.x(), At(141, 90).x(), 1.0);
+  EXPECT_NEAR(point.y(), At(141, 90).y(), 1.0);
+  Release(At(141, 90));
+}
+
+TEST_F(ViewMouseTest, ADragEndsWithThePointThatItHolds) {
+  Mark(MarkKind::Head, {{100, 70}});
+  Press(At(100, 70));
+  Move(At(110, 70));
+  QSignalSpy moved(&view_, &RadiographView::PointMoved);
+  Mark(MarkKind::Head, {});  // undone in the middle of it
+  Move(At(120, 70));
+  Release(At(120, 70));
+  EXPECT_EQ(moved.count(), 0);
+}
+
 TEST_F(ViewMouseTest, EscapeTakesADragBack) {
   Mark(MarkKind::Trochanter, {{100, 70}});
   Press(At(100, 70));
@@ -164,6 +187,18 @@ TEST_F(ViewMouseTest, TheRightButtonSetsTheWindow) {
   EXPECT_NEAR(view_.ShownWindow().width, width * std::sqrt(2.0), 1e-6);
   EXPECT_NEAR(view_.ShownWindow().centre, centre - width / 10.0, 1e-6);
   EXPECT_EQ(Count(MarkKind::Trochanter), 0U);
+}
+
+TEST_F(ViewMouseTest, EscapeBringsTheTableBackThatADragHasMadeAWindow) {
+  radiograph_->tables = {{0, 8, {255, 0, 255, 0}, "ODD"}};
+  view_.SetRadiograph(radiograph_, 1.0);
+  const QImage before = Shown();
+  Press({100, 100}, Qt::RightButton);
+  Move({200, 60});
+  EXPECT_NE(Shown(), before);
+  Key(Qt::Key_Escape);
+  Release({200, 60}, Qt::RightButton);
+  EXPECT_EQ(Shown(), before);
 }
 
 TEST_F(ViewMouseTest, DraggingUpBrightensWhatIsSeenHoweverThePictureIsTurned) {
@@ -291,6 +326,32 @@ TEST_F(ViewMouseTest, ThePointerShowsWhatAPressWouldDo) {
   EXPECT_EQ(view_.cursor().shape(), Qt::SizeAllCursor);
   Move(At(60, 100));
   EXPECT_EQ(view_.cursor().shape(), Qt::CrossCursor);
+}
+
+TEST_F(ViewMouseTest, WhatIsSaidAtARestingMouseFollowsTheMarks) {
+  Mark(MarkKind::Head, {{60, 40}, {160, 100}});
+  Move(At(160, 100));
+  QHelpEvent help(QEvent::ToolTip, At(160, 100), view_.mapToGlobal(At(160, 100)));
+  QApplication::sendEvent(&view_, &help);
+  EXPECT_EQ(QToolTip::text(), "Head circle, point 2 of 2");
+  Mark(MarkKind::Head, {{20, 20}, {60, 40}, {160, 100}});
+  EXPECT_EQ(QToolTip::text(), "Head circle, point 3 of 3");
+  Mark(MarkKind::Head, {{20, 20}});
+  EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }, 5000));
+  EXPECT_EQ(view_.cursor().shape(), Qt::CrossCursor);
+  Mark(MarkKind::Head, {{160, 100}});
+  EXPECT_EQ(view_.cursor().shape(), Qt::SizeAllCursor);
+}
+
+TEST_F(ViewMouseTest, ThePlaceUnderARestingMouseFollowsTheView) {
+  QSignalSpy pointer(&view_, &RadiographView::PointerMoved);
+  const auto told = [&] { return pointer.last()[0].value<std::optional<PixelPlace>>(); };
+  Move(At(20, 30));
+  const double column = told()->column;
+  view_.SetFlipped(true);
+  EXPECT_NEAR(told()->column, 199.0 - column, 1e-6);
+  view_.SetRadiograph(MakeRadiograph(100, 75, LevelAt), 1.0);
+  EXPECT_NEAR(told()->column, (column + 0.5) / 2.0 - 0.5, 1e-6);
 }
 
 TEST_F(ViewMouseTest, ASecondButtonBeginsNothing) {

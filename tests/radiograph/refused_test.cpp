@@ -1,16 +1,15 @@
 // Files that are no radiograph: each is refused by name, and what reads it lives on.
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <QImage>
 #include <chrono>
 #include <csignal>
-#include <fstream>
 #include <functional>
 #include <thread>
 
 #include "tests/radiograph/sample_files.h"
+#include "tests/support/little_memory.h"
 #include "tests/support/row_name.h"
 
 using namespace Radiography;
@@ -169,41 +168,6 @@ TEST_P(CodestreamSize, IsCheckedBeforeMemoryIsTaken) {
 
 INSTANTIATE_TEST_SUITE_P(Of, CodestreamSize, testing::ValuesIn(kHeaders), RowName());
 
-// The sanitizers reserve address space of their own by the terabyte, so that memory is not limited.
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-TEST_F(Refused, AFileThatNeedsTooMuchMemory) {
-  const std::string path = Save(MakeDisk(16, false, 6000, 6000));
-  RadiographReader poor = reader;
-  poor.limits.memory = 200 << 20;
-  const ReadResult result = ReadRadiograph(path, poor);
-  const auto* failure = std::get_if<ReadFailure>(&result);
-  ASSERT_NE(failure, nullptr);
-  EXPECT_EQ(FailureText(*failure), "Decoding the picture needs too much memory.");
-}
-
-// Down to the last allocation, that of the answer.
-TEST_F(Refused, AFileThatNeedsALittleTooMuchMemory) {
-  QImage plain(4000, 4000, QImage::Format_Grayscale8);
-  plain.fill(90);
-  const std::string path = Path("plain.png");
-  ASSERT_TRUE(plain.save(QString::fromStdString(path)));
-  RadiographReader poor = reader;
-  std::uint64_t tooLittle = 120;  // MiB
-  std::uint64_t enough = 500;
-  while (enough - tooLittle > 1) {
-    const std::uint64_t between = (tooLittle + enough) / 2;
-    poor.limits.memory = between << 20;
-    const ReadResult result = ReadRadiograph(path, poor);
-    const auto* failure = std::get_if<ReadFailure>(&result);
-    (failure != nullptr ? tooLittle : enough) = between;
-    if (failure == nullptr) continue;
-    EXPECT_EQ(failure->trouble, ReadTrouble::TooMuchMemory) << FailureText(*failure);
-  }
-  EXPECT_GT(tooLittle, 120U);
-  EXPECT_LT(enough, 500U);
-}
-#endif
-
 TEST_F(Refused, AFileThatTakesTooLong) {
   const std::string path = Save(MakeDisk(16, false, 3000, 3000));
   RadiographReader hasty = reader;
@@ -257,18 +221,43 @@ TEST_F(OtherDecoder, ThatFloodsIsEnded) {
   EXPECT_EQ(Fail().trouble, ReadTrouble::DecoderDied);
 }
 
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#ifdef TELMARION_MEMORY_CAN_BE_LIMITED
+TEST_F(Refused, AFileThatNeedsTooMuchMemory) {
+  const std::string path = Save(MakeDisk(16, false, 6000, 6000));
+  RadiographReader poor = reader;
+  poor.limits.memory = 200 << 20;
+  const ReadResult result = ReadRadiograph(path, poor);
+  const auto* failure = std::get_if<ReadFailure>(&result);
+  ASSERT_NE(failure, nullptr);
+  EXPECT_EQ(FailureText(*failure), "Decoding the picture needs too much memory.");
+}
+
+// Down to the last allocation, that of the answer.
+TEST_F(Refused, AFileThatNeedsALittleTooMuchMemory) {
+  QImage plain(4000, 4000, QImage::Format_Grayscale8);
+  plain.fill(90);
+  const std::string path = Path("plain.png");
+  ASSERT_TRUE(plain.save(QString::fromStdString(path)));
+  RadiographReader poor = reader;
+  std::uint64_t tooLittle = 120;  // MiB
+  std::uint64_t enough = 500;
+  while (enough - tooLittle > 1) {
+    const std::uint64_t between = (tooLittle + enough) / 2;
+    poor.limits.memory = between << 20;
+    const ReadResult result = ReadRadiograph(path, poor);
+    const auto* failure = std::get_if<ReadFailure>(&result);
+    (failure != nullptr ? tooLittle : enough) = between;
+    if (failure == nullptr) continue;
+    EXPECT_EQ(failure->trouble, ReadTrouble::TooMuchMemory) << FailureText(*failure);
+  }
+  EXPECT_GT(tooLittle, 120U);
+  EXPECT_LT(enough, 500U);
+}
+
 TEST_F(OtherDecoder, WhoseAnswerDoesNotFitIntoOurMemoryIsSaid) {
   Become("exec head -c 500000000 /dev/zero");
-  long pages = 0;
-  std::ifstream("/proc/self/statm") >> pages;
-  rlimit before{};
-  getrlimit(RLIMIT_AS, &before);
-  const rlimit little{static_cast<rlim_t>(pages * sysconf(_SC_PAGESIZE)) + (100U << 20),
-                      before.rlim_max};
-  setrlimit(RLIMIT_AS, &little);
+  const LittleMemory little(100U << 20U);
   const ReadResult result = ReadRadiograph(Path("any"), reader);
-  setrlimit(RLIMIT_AS, &before);
   EXPECT_EQ(result, ReadResult(ReadFailure{ReadTrouble::TooMuchMemory, {}}));
 }
 #endif

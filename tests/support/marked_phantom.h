@@ -1,4 +1,5 @@
-// The draft of a perfect reader: every mark where the phantom has it.
+// A phantom as the file of its detector, and the draft of a perfect reader: every mark where the
+// phantom has it.
 #pragma once
 
 #include <cmath>
@@ -8,6 +9,7 @@
 #include "measuring/draft.h"
 #include "radiograph/radiograph.h"
 #include "tests/support/phantom.h"
+#include "tests/support/phantom_dicom.h"
 
 // So many points, equally spaced on the whole edge.
 inline std::vector<Landmarks::PixelPlace> EdgePoints(const Landmarks::Circle& circle,
@@ -49,5 +51,22 @@ inline Radiography::Radiograph DetectorFile(const Phantom::Setup& setup) {
   file.rowDirection = "L";
   file.columnDirection = "F";
   file.scale.imagerPixelSpacing = {setup.spacing.row, setup.spacing.column};
+  return file;
+}
+
+// The same written out, with the patient.
+inline PhantomDicom FileOf(const Phantom::Picture& picture) {
+  PhantomDicom file;
+  file.kind = DeviceKind::ComputedRadiography;
+  file.rows = picture.height;
+  file.columns = picture.width;
+  file.pixels = picture.grey;
+  const std::string row = std::to_string(picture.spacing.row);
+  file.attributes = {{"ImagerPixelSpacing", row + '\\' + std::to_string(picture.spacing.column)},
+                     {"PixelSpacing", ""},
+                     {"PatientOrientation", "L\\F"},
+                     {"PatientName", "Doe^Jane"},
+                     {"PatientSex", "F"},
+                     {"PatientBirthDate", "19561115"}};
   return file;
 }

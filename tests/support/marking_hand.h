@@ -1,4 +1,4 @@
-// A made-up radiograph as a file, and the hand that marks it in the measuring window.
+// A made-up radiograph, and the hand that marks it in the measuring window.
 #pragma once
 
 #include <QApplication>
@@ -11,24 +11,6 @@
 
 #include "measuring/measuring_window.h"
 #include "tests/support/marked_phantom.h"
-#include "tests/support/phantom_dicom.h"
-
-// As a detector writes it: the size of its pixels, the patient's left, the patient.
-inline PhantomDicom FileOf(const Phantom::Picture& picture) {
-  PhantomDicom file;
-  file.kind = DeviceKind::ComputedRadiography;
-  file.rows = picture.height;
-  file.columns = picture.width;
-  file.pixels = picture.grey;
-  const std::string row = std::to_string(picture.spacing.row);
-  file.attributes = {{"ImagerPixelSpacing", row + '\\' + std::to_string(picture.spacing.column)},
-                     {"PixelSpacing", ""},
-                     {"PatientOrientation", "L\\F"},
-                     {"PatientName", "Doe^Jane"},
-                     {"PatientSex", "F"},
-                     {"PatientBirthDate", "19561115"}};
-  return file;
-}
 
 // The whole pelvis and a ball in few pixels, rendered once: it takes a while.
 inline const Phantom::Picture& SmallPhantom() {
@@ -41,14 +23,6 @@ inline const Phantom::Picture& SmallPhantom() {
     return Phantom::Render({}, setup);
   }();
   return picture;
-}
-
-// The same for pictures of the program: fine, and without noise, which would make large files.
-inline Phantom::Picture FinePhantom() {
-  Phantom::Setup setup;
-  setup.signalToNoise = 0.0;
-  setup.ball = Phantom::Ball();
-  return Phantom::Render({}, setup);
 }
 
 class MarkingHand {
