@@ -3,6 +3,7 @@
 #include "batch/record_parser.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -29,23 +30,22 @@ std::string_view WithoutSpaces(std::string_view text) {
   return WithoutSpaces(text.data(), text.data() + text.size());
 }
 
-// A bit for each of eight bytes, the first one's lowest: whether it is `wanted`.
-std::uint64_t FindInWord(const char* bytes, char wanted) {
-  constexpr std::uint64_t kOnes = 0x0101010101010101;
-  constexpr std::uint64_t kLow = 0x7F7F7F7F7F7F7F7F;
-  constexpr std::uint64_t kGather = 0x0102040810204080;  // moves bit 8i to bit 56 + i
-  std::uint64_t word = 0;
-  std::memcpy(&word, bytes, sizeof(word));
-  if constexpr (std::endian::native == std::endian::big) word = __builtin_bswap64(word);
-  word ^= kOnes * static_cast<unsigned char>(wanted);
-  const std::uint64_t zeros = ~(((word & kLow) + kLow) | word | kLow);
-  return ((zeros >> 7) * kGather) >> 56;
-}
-
-// The same for the bytes of a block.
+// A bit for each byte of a block, the first one's lowest: whether it is `wanted`.
 std::uint64_t FindInBlock(const char* bytes, char wanted) {
+  using Bytes [[gnu::vector_size(16)]] = char;
+  constexpr bool kIsLittle = std::endian::native == std::endian::little;
+  constexpr std::uint64_t kOwnBits = kIsLittle ? 0x8040201008040201 : 0x0102040810204080;
+  constexpr std::uint64_t kSum = 0x0101010101010101;  // of all bytes, in the highest
   std::uint64_t found = 0;
-  for (std::size_t i = 0; i < kBlock; i += 8) found |= FindInWord(bytes + i, wanted) << i;
+  for (std::size_t i = 0; i < kBlock; i += sizeof(Bytes)) {
+    Bytes part;
+    std::memcpy(&part, bytes + i, sizeof(part));
+    std::array<std::uint64_t, 2> halves{};
+    const auto equal = part == wanted;
+    std::memcpy(halves.data(), &equal, sizeof(equal));
+    found |= ((halves[0] & kOwnBits) * kSum >> 56) << i;
+    found |= ((halves[1] & kOwnBits) * kSum >> 56) << (i + 8);
+  }
   return found;
 }
 

@@ -22,7 +22,7 @@ except ImportError:  # not needed for the comparison with NumPy
 
 HIPS = 200
 PEER_TRIALS = 400_000
-OUR_TRIALS = 1 << 18
+OUR_TRIALS = 1 << 20
 ALLOWED_REFUSALS = 0.002
 PI_FORCE, PI_STRESS = 3.14159265358979, 3.14159265359
 LENGTHS = [0, 1, 2, 3, 4, 7]  # of the nine inputs; all are divided by the magnification
