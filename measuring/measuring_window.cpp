@@ -207,6 +207,7 @@ void MeasuringWindow::OpenPicture(const QString& path) {
 // The path is kept with the marks, for a start in another folder.
 void MeasuringWindow::Load(const QString& path, bool takesWorkUp) {
   takesWorkUp_ = takesWorkUp;
+  toGo_ = draft_;
   loader_.Load(QFileInfo(path).absoluteFilePath());
   ShowStatus();
 }
@@ -246,6 +247,7 @@ void MeasuringWindow::TakePicture(const QString& path,
   if (!work.isEmpty() && work[kHash].toString() != QString::fromStdString(read->sha256)) {
     return refuse(QStringLiteral("The file has changed since it was marked. Its marks are kept."));
   }
+  if (draft_ != toGo_ && !GivesMarksUp()) return;  // marked while this picture was read
   try {
     ShowPicture(path, std::shared_ptr<const Radiography::Radiograph>(result, read));
   } catch (const std::bad_alloc&) {

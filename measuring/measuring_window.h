@@ -146,6 +146,7 @@ class MeasuringWindow final : public QMainWindow {
   Draft draft_;
   Draft handedOver_;          // what the form has been given of this picture
   Draft used_;                // what became a case of it
+  Draft toGo_;                // what may go for the picture that is read
   QJsonObject workToTakeUp_;  // while its picture is read, and after that failed
   bool takesWorkUp_ = false;  // the picture that is read is that of this work
   bool isWorkUsed_ = false;   // it became a case meanwhile

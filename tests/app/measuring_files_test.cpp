@@ -58,7 +58,9 @@ TEST_F(Measure, SaysThatItOpensAPictureAlsoWhileMarksAreSet) {
   measuring.Hand().Click({300.0, 200.0});
   EXPECT_NE(measuring.Window().Marked(), Draft{});
   EXPECT_EQ(status.currentMessage(), "Opening… Escape cancels.");
+  measuring.program.messages.Answers(Answer::Yes);  // the mark may go
   measuring.Wait();
+  EXPECT_EQ(measuring.program.messages.Take().size(), 1);
   EXPECT_EQ(status.currentMessage(), "");
 }
 
@@ -180,6 +182,26 @@ TEST_F(Measure, KeepsMarksThatWereToGoForAPictureThatCannotBeRead) {
   EXPECT_EQ(next.program.messages.Take().size(), 1);
   EXPECT_EQ(next.Window().Marked(), Draft{});
   EXPECT_TRUE(next.Window().WorkToKeep().isEmpty());
+}
+
+TEST_F(Measure, AsksForMarksThatWereSetWhileAnotherPictureIsRead) {
+  MeasuringProgram measuring(folder.path());
+  measuring.Open(path);
+  const QString other = folder.filePath("other.dcm");
+  ASSERT_TRUE(QFile::copy(path, other));
+  measuring.program.window.MeasureOn(other);
+  ASSERT_TRUE(measuring.Window().IsReading());
+  measuring.program.messages.Answers(Answer::No);
+  measuring.MarkAll();
+  const Draft marked = measuring.Window().Marked();
+  measuring.Wait();
+  EXPECT_EQ(measuring.program.messages.Take().size(), 1);
+  EXPECT_EQ(measuring.Window().Marked(), marked);
+  EXPECT_TRUE(measuring.Window().windowTitle().startsWith("phantom.dcm"));
+  measuring.program.messages.Answers(Answer::Yes);
+  measuring.Open(other);
+  EXPECT_EQ(measuring.program.messages.Take().size(), 1) << "once is enough";
+  EXPECT_EQ(measuring.Window().Marked(), Draft{});
 }
 
 TEST_F(Measure, KeepsNothingWhereNothingIsMarkedAnyMore) {
