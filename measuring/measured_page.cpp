@@ -71,26 +71,6 @@ void PrintPicture(PrinterPage& page, const QImage& picture) {
   page.PaintImage(picture, {QPointF(Print::kLeftMargin, page.CurrentY()), size});
 }
 
-QStringList LinesOf(const MeasuredPage& page) {
-  QStringList lines;
-  lines << page.file + QStringLiteral("   ") + page.found.scale.name + QStringLiteral("   ") +
-               page.found.scale.value;
-  QStringList measured;
-  for (const QStringList& cells : MeasurementCells(page.found)) {
-    measured << cells[0] + QStringLiteral(": ") + cells[1];
-  }
-  QStringList results;
-  for (const Print::UncertainRow& row : ResultRows(page.found, page.locale)) {
-    const QStringList cells = Print::CellsOf(row);
-    const QString interval =
-        cells[3].isEmpty() ? QString() : QStringLiteral(" (") + cells[3] + u')';
-    results << cells[0] + QStringLiteral(": ") + cells[1] + interval;
-  }
-  lines << measured.join(QStringLiteral("    ")) << results.join(QStringLiteral("    "))
-        << Print::kUncertaintyNote.toString();
-  return lines;
-}
-
 }  // namespace
 
 QString PrintMeasured(PrintTarget& target, const MeasuredPage& printed, QDate date) {
@@ -123,7 +103,7 @@ QImage PictureWithNumbers(const MeasuredPage& page) {
   const QFontMetrics metrics(font);
   const int margin = metrics.height() / 2;
   const QRect room(margin, 0, page.picture.width() - 2 * margin, page.picture.height());
-  const QString text = LinesOf(page).join(u'\n');
+  const QString text = NumberLines(page.file, page.found, page.locale).join(u'\n');
   const int height = metrics.boundingRect(room, Qt::TextWordWrap, text).height() + 2 * margin;
   QImage image(page.picture.width(), page.picture.height() + height, QImage::Format_RGB32);
   if (image.isNull()) return {};

@@ -37,6 +37,38 @@ std::vector<Print::UncertainRow> PlainRows(const Findings& found, const QLocale&
   return rows;
 }
 
+// What is beside the picture, as the case has it.
+QStringList EnteredTexts(const Findings& found) {
+  QStringList texts;
+  const auto add = [&](Sila::Measurement id, const QString& value, QStringView unit) {
+    if (value.isEmpty()) return;
+    texts << Vse::kWindowCaptions[Sila::IndexOf(id)].text.toString() + QStringLiteral(": ") +
+                 value + unit.toString();
+  };
+  add(Sila::Measurement::Zasuk, found.entries[Sila::Measurement::Zasuk].text, u"°");
+  add(Sila::Measurement::BodyWeight, found.entries.bodyWeight, u" kg");
+  return texts;
+}
+
+QStringList MeasuredTexts(const Findings& found) {
+  QStringList texts;
+  for (const QStringList& cells : MeasurementCells(found)) {
+    texts << cells[0] + QStringLiteral(": ") + cells[1];
+  }
+  return texts;
+}
+
+QStringList ResultTexts(const Findings& found, const QLocale& locale) {
+  QStringList texts;
+  for (const Print::UncertainRow& row : ResultRows(found, locale)) {
+    const QStringList cells = Print::CellsOf(row);
+    const QString interval =
+        cells[3].isEmpty() ? QString() : QStringLiteral(" (") + cells[3] + u')';
+    texts << cells[0] + QStringLiteral(": ") + cells[1] + interval;
+  }
+  return texts;
+}
+
 QString Line(const QStringList& fields) {
   return fields.join(u'\t') + u'\n';
 }
@@ -95,6 +127,16 @@ QString SideText(const Findings& found) {
   if (!found.side.side) return QStringLiteral("The side is not known yet.");
   return *found.side.side == Landmarks::Side::Left ? QStringLiteral("Left hip")
                                                    : QStringLiteral("Right hip");
+}
+
+QStringList NumberLines(const QString& file, const Findings& found, const QLocale& locale) {
+  const auto inOneLine = [](const QStringList& texts) {
+    return texts.join(QStringLiteral("    "));
+  };
+  return QStringList{inOneLine({file, SideText(found), found.scale.name, found.scale.value}),
+                     inOneLine(EnteredTexts(found) + MeasuredTexts(found)),
+                     inOneLine(ResultTexts(found, locale))}
+         << NoticesOf(found) << Print::kUncertaintyNote.toString();
 }
 
 QString MeasuredTable(const Findings& found, const QLocale& locale) {

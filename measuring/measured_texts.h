@@ -25,6 +25,10 @@ QStringList NoticesOf(const Findings& found);
 
 QString SideText(const Findings& found);
 
+// For a picture: the file, the hip and its scale, what was entered and measured, the results, the
+// notices; a line each.
+QStringList NumberLines(const QString& file, const Findings& found, const QLocale& locale);
+
 // Lines of fields with tabs between, for a spreadsheet.
 QString MeasuredTable(const Findings& found, const QLocale& locale);
 

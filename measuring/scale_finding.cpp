@@ -90,6 +90,10 @@ void ApplyObjects(const PictureFacts& facts, const Draft& draft, const CheckedEr
     found.magnification = factor;
     found.isByObject = true;
     found.todo.clear();
+    if (facts.scale.asksMagnification && factor->factor < 1.0) {
+      found.notes << QStringLiteral(
+          "The magnification is below 1. Check the size that was entered.");
+    }
     for (const Entry unused : {Entry::Magnification, Entry::HipHeight, Entry::SourceToTable}) {
       found.asks[IndexOf(unused)] = false;
     }

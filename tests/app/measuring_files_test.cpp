@@ -9,6 +9,7 @@
 #include <QUrl>
 
 #include "measuring/measured_page.h"
+#include "measuring/measured_texts.h"
 #include "tests/app/measuring_program.h"
 #include "tests/support/pdf_pages.h"
 
@@ -340,6 +341,20 @@ TEST_F(Measure, CopiesPrintsAndSavesWhatItShows) {
   measuring.program.files.Answers(folder.filePath("nowhere/marked.png"));
   measuring.In<QPushButton>("cmdSavePicture")->click();
   EXPECT_EQ(measuring.program.messages.Take().size(), 1);
+}
+
+TEST_F(Measure, WritesBelowThePictureWhoseHipItIsAndWhatTheResultsRestOn) {
+  MeasuringProgram measuring(folder.path());
+  measuring.Open(path);
+  measuring.MarkAll();
+  measuring.Hand().Type("bodyWeight", "70.5");
+  const QLocale locale("de_DE");
+  const QStringList lines = NumberLines("hip.dcm", measuring.Window().Found(), locale);
+  EXPECT_TRUE(lines.value(0).startsWith("hip.dcm    Left hip    pixel spacing at the detector"));
+  EXPECT_TRUE(lines.value(1).startsWith("Rotation angle: 0°    Body weight: 70.5 kg    l/2, cm: "));
+  EXPECT_TRUE(lines.value(2).startsWith("R/Wb: "));
+  EXPECT_TRUE(lines.value(3).startsWith("Intervals need the errors of your marks"));
+  EXPECT_TRUE(lines.last().contains("not the error of the model itself"));
 }
 
 TEST_F(Measure, NeverSavesAPictureOverTheRadiographItself) {

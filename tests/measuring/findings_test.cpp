@@ -170,9 +170,13 @@ TEST_F(FindingsOfAPelvis, TakeTheirScaleFromABallOfKnownSize) {
   EXPECT_TRUE(found.scale.asks[IndexOf(Entry::BallDiameter)]);
   EXPECT_EQ(found.scale.name, "ball of known size");
   EXPECT_EQ(found.scale.todo, "");
+  EXPECT_EQ(found.scale.notes, QStringList());
   EXPECT_NEAR(found.scale.magnification->factor, 1.15, 0.015);
   EXPECT_NEAR(Measured(found, Sila::Measurement::Lizm), 9.2, 0.1);
   EXPECT_TRUE(Find().scale.isByObject);
+  draft[Entry::BallDiameter] = QStringLiteral("30");
+  EXPECT_EQ(Find().scale.notes,
+            QStringList{"The magnification is below 1. Check the size that was entered."});
 }
 
 // The radius through n points all around is their mean distance from the centre: it errs by a
