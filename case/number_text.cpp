@@ -61,8 +61,9 @@ bool ConvertWithPoint(std::string_view text, double& value) {
   if (text.empty() || (!IsDigit(text[0]) && text[0] != '.')) return false;
   const char* const end = text.data() + text.size();
   const std::from_chars_result result = std::from_chars(text.data(), end, value);
+  if (result.ptr != end || result.ec == std::errc::invalid_argument) return false;
   if (result.ec == std::errc::result_out_of_range) value = OutOfRange(text);
-  return result.ptr == end && result.ec != std::errc::invalid_argument;
+  return true;
 }
 
 bool ConvertWithComma(std::string_view text, std::size_t comma, double& value) {

@@ -48,6 +48,8 @@ INSTANTIATE_TEST_SUITE_P(
         Typed{"LargestDouble", "1.7976931348623157e308", kRefused},
         Typed{"TooLarge", "1e999", kRefused},
         Typed{"TooLargeWithoutExponent", kLongDigits, kRefused},
+        Typed{"TooLargeAndTheExponentMissing", kLongDigits + "e", kRefused},
+        Typed{"TooSmallAndTheExponentMissing", kLongZeros + "E-", kRefused},
         Typed{"TooLargeNegativeMantissaZeros", "0.001e400", kRefused},
         Typed{"EndlessExponent", "1e99999999999999999999", kRefused},
         Typed{"EndlessSmallExponent", "1e-99999999999999999999", 0.0},
@@ -102,6 +104,7 @@ TEST(IsTooLarge, TellsALargeNumberFromWhatIsNone) {
     EXPECT_TRUE(Vse::IsTooLarge(text)) << text;
   }
   EXPECT_TRUE(Vse::IsTooLarge(kLongDigits));
+  EXPECT_FALSE(Vse::IsTooLarge(kLongDigits + "e"));
   for (const char* text :
        {"", "1e300", "-1e300", "0e999", "1e-999", "1e", "inf", "1e400x", "1.2.3e400", "--1e400"}) {
     EXPECT_FALSE(Vse::IsTooLarge(text)) << text;
