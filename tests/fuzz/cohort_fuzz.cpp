@@ -10,6 +10,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "batch/chunk_reader.h"
@@ -78,11 +79,12 @@ Outcome Compute(std::string_view text, std::size_t piece, bool table = false) {
     outcome.header = reader.ReadHeader().value_or("");
     outcome.separatorLine = reader.SeparatorLine();
     outcome.lineEnd = reader.LineEnd();
-    outcome.row =
+    Cohort::HeaderRow row =
         Cohort::ReadHeaderRow(outcome.header, Cohort::ReadSeparatorLine(outcome.separatorLine));
     static const Cohort::RowUncertainty uncertainty(FewTrials());
-    if (outcome.row.columns.uncertainty.Any()) outcome.row.uncertainty = &uncertainty;
-    Cohort::CheckAreNotAdded(outcome.row.columns, AddedNames(outcome.row));
+    if (row.columns.uncertainty.Any()) row.uncertainty = &uncertainty;
+    Cohort::CheckAreNotAdded(row.columns, AddedNames(row));
+    outcome.row = std::move(row);  // without trouble before the rows
     ComputeRows(reader, table, outcome);
   } catch (const Cohort::CohortError& error) {
     outcome.trouble = error.what();
